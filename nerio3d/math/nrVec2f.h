@@ -8,7 +8,7 @@ class nrVec2f {
   float vec[2];
 
   nrVec2f() = default;
-  (float x, float y) : vec{x, y} {}
+  nrVec2f(float x, float y) : vec{x, y} {}
 
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
