@@ -1,0 +1,52 @@
+// Untyped core of the growable typed arrays: owned storage, or a strided view of
+// a shared data block so that several attribute arrays can interleave.
+#pragma once
+
+class nrData;
+
+class nrArray {
+ public:
+  unsigned getCount() const { return count; }
+  unsigned getSize() const { return capacity; }
+  unsigned getExtension() const { return extension; }
+  unsigned getStride() const { return stride; }
+  unsigned getOffset() const { return offset; }
+  unsigned getElementSize() const { return elementSize; }
+  nrData* getData() const { return data; }
+  // Address of element 0, for handing elements to OpenGL without copying.
+  void* getElements() const { return elements; }
+
+  // Makes room for n elements, then uses n.
+  void setCount(unsigned n) {
+    fit(n);
+    count = n;
+  }
+  // Sets the capacity to exactly n elements; refused for views of a shared block.
+  void setSize(unsigned n);
+  void setExtension(unsigned n) { extension = n; }
+
+ protected:
+  nrArray(unsigned elementSize, unsigned capacity);
+  nrArray(unsigned elementSize, nrData* block, short offset, short stride);
+  ~nrArray();
+  nrArray(const nrArray&) = delete;
+  nrArray& operator=(const nrArray&) = delete;
+
+  // Grows the capacity linearly, in steps of the extension, to at least n.
+  void fit(unsigned n) {
+    if (capacity < n) grow(n);
+  }
+  unsigned char* at(unsigned i) const { return elements + i * stride; }
+
+  unsigned offset;
+  unsigned stride;
+  unsigned elementSize;
+  unsigned count;
+  unsigned capacity;
+  unsigned extension;
+  nrData* data;
+  unsigned char* elements;
+
+ private:
+  void grow(unsigned n);
+};

@@ -1,0 +1,28 @@
+#include "nerio3d/arrays/nrPtrArray2D.h"
+
+#include <algorithm>
+
+nrPtrArray2D::nrPtrArray2D(int rowCap, int colCap)
+    : rowCapacity(rowCap), colCapacity(colCap), cells(new void*[static_cast<size_t>(rowCap) * colCap]) {}
+
+nrPtrArray2D::~nrPtrArray2D() { delete[] cells; }
+
+void nrPtrArray2D::addRow() {
+  if (rows == rowCapacity) reallocate(rowCapacity * 2 + 1, std::max(cols * 2 + 1, colCapacity));
+  ++rows;
+}
+
+void nrPtrArray2D::addCol() {
+  if (cols == colCapacity) reallocate(std::max(rows * 2 + 1, rowCapacity), colCapacity * 2 + 1);
+  ++cols;
+}
+
+void nrPtrArray2D::reallocate(int newRowCapacity, int newColCapacity) {
+  void** grown = new void*[static_cast<size_t>(newRowCapacity) * newColCapacity];
+  for (int r = 0; r < rows; ++r)
+    for (int c = 0; c < cols; ++c) grown[r * newColCapacity + c] = cells[r * colCapacity + c];
+  delete[] cells;
+  cells = grown;
+  rowCapacity = newRowCapacity;
+  colCapacity = newColCapacity;
+}
