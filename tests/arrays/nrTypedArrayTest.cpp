@@ -1,0 +1,178 @@
+#include "nerio3d/arrays/nrTypedArray.h"
+
+#include <gtest/gtest.h>
+
+#include "nerio3d/arrays/nrData.h"
+#include "nerio3d/arrays/nrPtrArray2D.h"
+#include "nrCapture.h"
+#include "nrOutputCapture.h"
+
+TEST(nrTypedArray, GrowthIsLinearInStepsOfTheExtension) {
+  nrIntArray a;
+  EXPECT_EQ(a.getSize(), 16u);
+  EXPECT_EQ(a.getCount(), 0u);
+  a.set(16, 1);
+  EXPECT_EQ(a.getSize(), 48u);
+  EXPECT_EQ(a.getCount(), 17u);
+
+  nrIntArray b;
+  b.set(100, 1);
+  EXPECT_EQ(b.getSize(), 112u);
+
+  nrIntArray c;
+  c.setExtension(1);
+  c.set(20, 1);
+  EXPECT_EQ(c.getSize(), 21u);
+
+  EXPECT_EQ(nrFloatArray(0).getSize(), 1u);
+  EXPECT_EQ(nrFloatArray(5).getSize(), 5u);
+
+  // setSize may shrink the capacity and leaves the count alone; regrown
+  // storage is zero-filled.
+  nrIntArray d;
+  d.set(3, 9);
+  d.setSize(2);
+  EXPECT_EQ(d.getSize(), 2u);
+  EXPECT_EQ(d.getCount(), 4u);
+  d.setSize(8);
+  EXPECT_EQ(d[5], 0);
+}
+
+TEST(nrTypedArray, EditingOperations) {
+  nrIntArray a;
+  a.set(5, 7);
+  ASSERT_EQ(a.getCount(), 6u);
+  for (unsigned i = 0; i < 5; ++i) EXPECT_EQ(a[i], 0);
+
+  nrIntArray g;
+  int three[] = {1, 2, 3};
+  g.setRange(0, 3, three);
+  g.insert(10, 9);  // beyond the count: a gap, count grows by one only
+  EXPECT_EQ(g.getCount(), 4u);
+  EXPECT_EQ(g[10], 9);
+  g.insert(0, 0);
+  EXPECT_EQ(g.getCount(), 5u);
+  EXPECT_EQ(g[0], 0);
+  EXPECT_EQ(g[3], 3);
+
+  nrIntArray r, f;
+  r.setRange(0, 3, three);
+  f.setRange(0, 3, three);
+  EXPECT_TRUE(r.remove(1));
+  EXPECT_EQ(r.getCount(), 2u);
+  EXPECT_EQ(r[0], 2);
+  EXPECT_EQ(r[1], 3);
+  EXPECT_TRUE(f.fastRemove(1));
+  EXPECT_EQ(f[0], 3);
+  EXPECT_EQ(f[1], 2);
+  EXPECT_FALSE(f.remove(42));
+  EXPECT_EQ(f.find(2), 1);
+  EXPECT_EQ(f.find(42), -1);
+  EXPECT_EQ(f.replace(2, 20), 1);
+  EXPECT_EQ(f.replace(2, 20), -1);
+  f.removeIndex(7);
+  EXPECT_EQ(f.getCount(), 2u);
+
+  int out[5] = {-1, -1, -1, -1, -1};
+  f.getRange(1, 4, out);  // clipped to the count
+  EXPECT_EQ(out[0], 20);
+  EXPECT_EQ(out[1], -1);
+  f.fillRange(1, 3, 4);
+  EXPECT_EQ(f.getCount(), 4u);
+  EXPECT_EQ(f[3], 4);
+
+  nrIntArray copy;
+  copy.set(f);
+  EXPECT_EQ(copy.getCount(), 4u);
+  EXPECT_EQ(copy[1], 4);
+}
+
+TEST(nrTypedArray, CompositeAndStringElements) {
+  nrVec3fArray v;
+  v.append(nrVec3f(1, 2, 3));
+  v.append(nrVec3f(4, 5, 6));
+  EXPECT_EQ(v.find(nrVec3f(4, 5, 6)), 1);
+  EXPECT_EQ(v.find(nrVec3f(4, 5, 7)), -1);
+
+  nrStringArray s;
+  nrString a("alpha"), b("beta");
+  s.append(a);
+  s.append(b);
+  a = "changed";  // each slot holds its own copy
+  EXPECT_TRUE(s[0] == "alpha");
+  EXPECT_EQ(s.find(nrString("beta")), 1);
+  EXPECT_TRUE(s.remove(nrString("alpha")));
+  EXPECT_TRUE(s[0] == "beta");
+  s.insert(0, nrString("first"));
+  EXPECT_TRUE(s[1] == "beta");
+}
+
+TEST(nrTypedArray, ViewsOfASharedBlock) {
+  nrData* block = nrData::create(100);
+  block->ref();
+  {
+    nrVec3fArray view(block, 4, 24);
+    EXPECT_EQ(block->getRefCount(), 2);
+    EXPECT_EQ(view.getSize(), 8u);  // (100 - 4) / 12: element size, not stride
+    EXPECT_EQ(view.getCount(), 0u);
+    view.set(1, nrVec3f(1, 2, 3));
+    const float* payload = reinterpret_cast<const float*>(static_cast<char*>(block->getPayload()) + 4 + 24);
+    EXPECT_EQ(payload[2], 3.0f);
+
+    std::string err = nrtest::captureStderr([&] { view.setCount(9); });
+    EXPECT_EQ(err, "(FATAL, RESOURCE): Cannot resize interleaved array\n");
+    EXPECT_EQ(view.getSize(), 8u);
+    EXPECT_EQ(view.getCount(), 9u);
+  }
+  EXPECT_EQ(block->getRefCount(), 1);
+  block->unref();
+}
+
+TEST(nrTypedArray, WriteFormats) {
+  nrIntArray ints;
+  ints.append(1);
+  ints.append(2);
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { ints.write(o); }, 1), "[\n  1,\n  2,\n  ]");
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { nrFloatArray().write(o); }), "[\n]");
+
+  nrByteArray bytes;
+  bytes.append(static_cast<char>(0xff));
+  bytes.append(0x10);
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { bytes.write(o); }), "[\n0xffffffff,\n0x10,\n]");
+
+  nrFloatArray floats;
+  floats.append(1.5f);
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { floats.write(o); }), "[\n1.500000,\n]");
+
+  nrStringArray strings;
+  strings.append(nrString("x"));
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { strings.write(o); }), "[\n(null),\n]");
+
+  nrVec2fArray vecs;
+  vecs.append(nrVec2f(1, 0.5f));
+  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { vecs.write(o); }), "[\n1 0.5,\n]");
+}
+
+TEST(nrPtrArray2D, GrowsRowsAndColumnsKeepingCells) {
+  nrPtrArray2D t(10, 100);
+  for (int c = 0; c < 3; ++c) t.addCol();
+  for (int r = 0; r < 10; ++r) {
+    t.addRow();
+    for (int c = 0; c < 3; ++c) t(r, c) = reinterpret_cast<void*>(static_cast<long>(r * 10 + c + 1));
+  }
+  EXPECT_EQ(t.getRowCapacity(), 10);
+  t.addRow();  // the eleventh row
+  EXPECT_EQ(t.getRowCapacity(), 21);
+  EXPECT_EQ(t.getColCapacity(), 100);
+  EXPECT_EQ(t.getNumRows(), 11);
+  EXPECT_EQ(t.get(9, 2), reinterpret_cast<void*>(93L));
+
+  nrPtrArray2D narrow(2, 1);
+  narrow.addRow();
+  narrow.addCol();
+  narrow(0, 0) = &narrow;
+  narrow.addCol();  // column capacity 1 -> 3, rows max(1 * 2 + 1, 2) = 3
+  EXPECT_EQ(narrow.getColCapacity(), 3);
+  EXPECT_EQ(narrow.getRowCapacity(), 3);
+  EXPECT_EQ(narrow.get(0, 0), &narrow);
+}

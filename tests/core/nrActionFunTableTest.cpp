@@ -1,0 +1,74 @@
+#include "nerio3d/actions/nrActionFunTable.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "nerio3d/core/nrObject.h"
+
+namespace {
+void bindingA(nrAction*, nrObject*) {}
+void bindingB(nrAction*, nrObject*) {}
+void bindingC(nrAction*, nrObject*) {}
+
+// A small dispatcher hierarchy and object hierarchy of raw types.
+struct Hierarchy {
+  nrType* object = nrObject::getClassType();
+  nrType* dispatch = new nrType(object, "nrDispatch");
+  nrType* subDispatch = new nrType(dispatch, "TestSubDispatch");
+  nrType* node = new nrType(object, "TestNode");
+  nrType* shape = new nrType(node, "TestShapeNode");
+  nrType* light = new nrType(node, "TestLightNode");
+};
+
+Hierarchy& hierarchy() {
+  static Hierarchy h;
+  return h;
+}
+}  // namespace
+
+TEST(nrActionFunTable, DispatchersGetRowsAndColumns) {
+  Hierarchy& h = hierarchy();
+  EXPECT_GE(h.dispatch->getActionIndex(), 0);
+  EXPECT_GE(h.dispatch->getObjectIndex(), 0);
+  EXPECT_GE(h.subDispatch->getActionIndex(), 0);
+  EXPECT_EQ(h.node->getActionIndex(), -1);
+  EXPECT_GE(h.node->getObjectIndex(), 0);
+}
+
+TEST(nrActionFunTable, InheritanceAlongBothHierarchiesObjectFirst) {
+  Hierarchy& h = hierarchy();
+  nrActionFunTable* table = nrActionFunTable::getTable();
+  EXPECT_EQ(table->getFunction(h.dispatch, h.shape), &nrActionFunTable::nop);
+
+  // One binding on (dispatcher, node) serves every node type under it and the
+  // dispatcher's subtypes that bind nothing closer.
+  table->setFunction(h.dispatch, h.node, bindingA);
+  EXPECT_EQ(table->getFunction(h.dispatch, h.shape), &bindingA);
+  EXPECT_EQ(table->getFunction(h.subDispatch, h.light), &bindingA);
+  EXPECT_EQ(table->getFunction(h.subDispatch, h.object), &nrActionFunTable::nop);
+
+  // (parent dispatcher, shape) against (sub dispatcher, node): for the sub
+  // dispatcher and a shape, the object-hierarchy binding wins.
+  table->setFunction(h.dispatch, h.shape, bindingB);
+  table->setFunction(h.subDispatch, h.node, bindingC);
+  EXPECT_EQ(table->getFunction(h.subDispatch, h.shape), &bindingC);
+  EXPECT_EQ(table->getFunction(h.dispatch, h.shape), &bindingB);
+  EXPECT_EQ(table->getFunction(h.dispatch, h.light), &bindingA);
+
+  // A binding made after a lookup is seen by the next lookup, as is a type
+  // registered after it.
+  nrType* late = new nrType(h.shape, "TestLateShape");
+  EXPECT_EQ(table->getFunction(h.dispatch, late), &bindingB);
+  table->setFunction(h.dispatch, late, bindingA);
+  EXPECT_EQ(table->getFunction(h.dispatch, late), &bindingA);
+}
+
+TEST(nrActionFunTableDeathTest, ApplyIsATrap) {
+  // The message goes to standard output; send it where the death test looks.
+  EXPECT_DEATH(
+      {
+        dup2(2, 1);
+        nrActionFunTable::getTable()->apply(nullptr, nullptr);
+      },
+      "nrActionFunTable::apply: not implemented\\.");
+}
