@@ -1,4 +1,5 @@
 # The README's commands. Each one installs what it needs first.
+MAKEFLAGS += --no-print-directory
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 
