@@ -13,6 +13,8 @@
 #include "nerio3d/core/nrPrivate.h"
 #include "nerio3d/core/nrString.h"
 #include "nerio3d/core/nrStringDict.h"
+#include "nerio3d/core/nrThread.h"
+#include "nerio3d/core/nrTime.h"
 #include "nerio3d/core/nrType.h"
 #include "nerio3d/core/nrTypeMacros.h"
 #include "nerio3d/fields/nrOutput.h"

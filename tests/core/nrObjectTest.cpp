@@ -91,9 +91,10 @@ TEST(nrType, EnumerationCoversTheDictionaryInBucketOrder) {
 }
 
 TEST(nrType, SameNameReplacesTheDictionaryEntryButBothRecordsStay) {
+  nrType* object = nrObject::getClassType();
   int before = nrType::getNumTypes();
-  nrType* first = new nrType(nrObject::getClassType(), "TestShared");
-  nrType* second = new nrType(nrObject::getClassType(), "TestShared");
+  nrType* first = new nrType(object, "TestShared");
+  nrType* second = new nrType(object, "TestShared");
   EXPECT_EQ(nrType::getNumTypes(), before + 1);
   EXPECT_EQ(nrType::getType("TestShared"), second);
   EXPECT_STREQ(first->getName(), "TestShared");
