@@ -1,9 +1,9 @@
 #include "nerio3d/core/nrPrivate.h"
 
-#include <pthread.h>
+#include "nerio3d/platform/nrOS.h"
 
 namespace {
-pthread_key_t slot;
+nrOS::SlotKey slot;
 bool slotAllocated = false;
 
 // Library load and unload: the slot and the loading thread's record.
@@ -15,10 +15,10 @@ struct LibraryLifetime {
 
 nrPrivate* nrPrivate::current() {
   if (!slotAllocated) setup();
-  nrPrivate* record = static_cast<nrPrivate*>(pthread_getspecific(slot));
+  nrPrivate* record = static_cast<nrPrivate*>(nrOS::getSlot(slot));
   if (!record) {
     init();
-    record = static_cast<nrPrivate*>(pthread_getspecific(slot));
+    record = static_cast<nrPrivate*>(nrOS::getSlot(slot));
   }
   return record;
 }
@@ -30,27 +30,27 @@ void nrPrivate::setUserData(void* data) { current()->userData = data; }
 
 void nrPrivate::init() {
   if (!slotAllocated) setup();
-  delete static_cast<nrPrivate*>(pthread_getspecific(slot));
-  pthread_setspecific(slot, new nrPrivate);
+  delete static_cast<nrPrivate*>(nrOS::getSlot(slot));
+  nrOS::setSlot(slot, new nrPrivate);
 }
 
 void nrPrivate::fini() {
   if (!slotAllocated) return;
-  delete static_cast<nrPrivate*>(pthread_getspecific(slot));
-  pthread_setspecific(slot, nullptr);
+  delete static_cast<nrPrivate*>(nrOS::getSlot(slot));
+  nrOS::setSlot(slot, nullptr);
 }
 
 void nrPrivate::setup() {
   if (!slotAllocated) {
-    pthread_key_create(&slot, nullptr);
+    slot = nrOS::createSlot();
     slotAllocated = true;
   }
-  if (!pthread_getspecific(slot)) pthread_setspecific(slot, new nrPrivate);
+  if (!nrOS::getSlot(slot)) nrOS::setSlot(slot, new nrPrivate);
 }
 
 void nrPrivate::cleanup() {
   if (!slotAllocated) return;
   fini();
-  pthread_key_delete(slot);
+  nrOS::deleteSlot(slot);
   slotAllocated = false;
 }

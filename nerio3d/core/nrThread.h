@@ -1,7 +1,7 @@
 // A thread of the library: every thread it starts gets its own per-thread record.
 #pragma once
 
-#include <pthread.h>
+#include "nerio3d/platform/nrOS.h"
 
 class nrThread {
  public:
@@ -34,7 +34,7 @@ class nrThread {
 
  private:
   unsigned char running;
-  pthread_t handle;
+  nrOS::ThreadHandle handle;
   unsigned stackSize;
   // Set while handle is a thread this object started and nobody joined yet.
   bool joinable;

@@ -1,12 +1,11 @@
 #include "nerio3d/core/nrTime.h"
 
 #include <cstdio>
-#include <ctime>
+
+#include "nerio3d/platform/nrOS.h"
 
 nrTime nrTime::getTimeOfDay() {
-  timespec now;
-  clock_gettime(CLOCK_REALTIME, &now);
-  return nrTime(static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec / 1000000) * 0.001);
+  return nrTime(nrOS::timeOfDay());
 }
 
 nrString nrTime::format(const char* fmt) const {
