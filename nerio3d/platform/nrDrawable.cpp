@@ -243,9 +243,7 @@ void nrDrawable::releaseCurrent() {
 
 void nrDrawable::destroyContext(GLContext* context) {
   if (!context) return;
-  if (context->kind == WINDOW_DRAWABLE) {
-    if (glXGetCurrentContext() == context->handle) releaseGLX();
-  } else {
+  if (context->kind == OFFSCREEN_DRAWABLE) {
     if (eglGetCurrentContext() == context->handle) releaseEGL();
     eglDestroyContext(context->display, context->handle);
   }

@@ -39,7 +39,10 @@ class nrDrawable {
   bool makeCurrent(GLContext* context);
   // Leaves the calling thread without a current context.
   static void releaseCurrent();
-  // Releases the context first if it is current on this thread; null is ignored.
+  // Destroys an offscreen context, releasing it first if it is current on this
+  // thread. An adopted window context is only forgotten: it stays the toolkit's,
+  // and so does its binding (freeglut does not re-bind a window it thinks current).
+  // Null is ignored.
   static void destroyContext(GLContext* context);
   // Shows the back buffer of a window; nothing to do for a pbuffer.
   void swapBuffers();
