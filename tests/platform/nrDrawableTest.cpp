@@ -1,0 +1,201 @@
+#include "nerio3d/platform/nrDrawable.h"
+
+#include <GL/freeglut.h>
+
+#include <cstdlib>
+
+#include "nerio3d/render/nrGL.h"
+#include "nrCapture.h"
+#include "nrOffscreenGL.h"
+
+namespace {
+
+struct Pixel {
+  unsigned char r, g, b, a;
+};
+
+Pixel readPixel(int x, int y) {
+  Pixel p = {};
+  nrgl::ReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, &p);
+  return p;
+}
+
+void expectPixel(int x, int y, unsigned char r, unsigned char g, unsigned char b) {
+  const Pixel p = readPixel(x, y);
+  EXPECT_EQ(p.r, r) << "at " << x << "," << y;
+  EXPECT_EQ(p.g, g) << "at " << x << "," << y;
+  EXPECT_EQ(p.b, b) << "at " << x << "," << y;
+}
+
+const char* currentVersion() { return reinterpret_cast<const char*>(nrgl::GetString(GL_VERSION)); }
+
+TEST(nrDrawableOffscreen, RendersFixedFunctionGeometryAndReadsItBack) {
+  nrtest::OffscreenGL gl(32, 16);
+  ASSERT_TRUE(gl.ready());
+  EXPECT_EQ(gl.drawable->getKind(), nrDrawable::OFFSCREEN_DRAWABLE);
+  EXPECT_EQ(gl.drawable->getWidth(), 32);
+  EXPECT_EQ(gl.drawable->getHeight(), 16);
+  EXPECT_TRUE(gl.drawable->isRGBA());
+  ASSERT_NE(currentVersion(), nullptr);
+
+  GLint viewport[4] = {};
+  nrgl::GetIntegerv(GL_VIEWPORT, viewport);
+  EXPECT_EQ(viewport[2], 32);
+  EXPECT_EQ(viewport[3], 16);
+  GLint depthBits = 0;
+  nrgl::GetIntegerv(GL_DEPTH_BITS, &depthBits);
+  EXPECT_GE(depthBits, 16);
+
+  // Red background, a green quad over the left half, then a blue quad behind it
+  // over everything: the depth test must keep the green and fill only the right half.
+  nrgl::ClearColor(1, 0, 0, 1);
+  nrgl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  expectPixel(0, 0, 255, 0, 0);
+  expectPixel(31, 15, 255, 0, 0);
+  nrgl::MatrixMode(GL_PROJECTION);
+  nrgl::LoadIdentity();
+  nrgl::Ortho(0, 32, 0, 16, -10, 10);
+  nrgl::MatrixMode(GL_MODELVIEW);
+  nrgl::LoadIdentity();
+  nrgl::Enable(GL_DEPTH_TEST);
+  nrgl::Color3f(0, 1, 0);
+  nrgl::Rectf(0, 0, 16, 16);
+  nrgl::Color3f(0, 0, 1);
+  nrgl::Translatef(0, 0, -5);
+  nrgl::Begin(GL_QUADS);
+  nrgl::Vertex2i(0, 0);
+  nrgl::Vertex2i(32, 0);
+  nrgl::Vertex2i(32, 16);
+  nrgl::Vertex2i(0, 16);
+  nrgl::End();
+  nrgl::Finish();
+  expectPixel(3, 8, 0, 255, 0);
+  expectPixel(28, 8, 0, 0, 255);
+  EXPECT_EQ(nrgl::GetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST(nrDrawableOffscreen, TwoDrawablesKeepTheirOwnContextsAndContents) {
+  nrtest::OffscreenGL first(8, 8), second(8, 8);
+  ASSERT_TRUE(first.ready());
+  ASSERT_TRUE(second.ready());
+
+  ASSERT_TRUE(first.makeCurrent());
+  nrgl::ClearColor(1, 0, 0, 1);
+  nrgl::Clear(GL_COLOR_BUFFER_BIT);
+  nrgl::Enable(GL_FOG);
+  ASSERT_TRUE(second.makeCurrent());
+  nrgl::ClearColor(0, 0, 1, 1);
+  nrgl::Clear(GL_COLOR_BUFFER_BIT);
+  EXPECT_EQ(nrgl::IsEnabled(GL_FOG), GL_FALSE);
+  expectPixel(4, 4, 0, 0, 255);
+
+  ASSERT_TRUE(first.makeCurrent());
+  EXPECT_EQ(nrgl::IsEnabled(GL_FOG), GL_TRUE);
+  expectPixel(4, 4, 255, 0, 0);
+
+  // A context may also draw into another offscreen drawable: they share one configuration.
+  ASSERT_TRUE(first.drawable->makeCurrent(second.context));
+  expectPixel(4, 4, 255, 0, 0);
+  EXPECT_EQ(nrgl::IsEnabled(GL_FOG), GL_FALSE);
+}
+
+TEST(nrDrawableOffscreen, ReleasingAndDestroyingLeaveNoCurrentContext) {
+  nrDrawable* drawable = nrDrawable::createOffscreen(4, 4);
+  ASSERT_NE(drawable, nullptr);
+  nrDrawable::GLContext* kept = drawable->createContext();
+  nrDrawable::GLContext* dropped = drawable->createContext();
+  ASSERT_NE(kept, nullptr);
+  ASSERT_NE(dropped, nullptr);
+
+  ASSERT_TRUE(drawable->makeCurrent(kept));
+  EXPECT_NE(currentVersion(), nullptr);
+  nrDrawable::releaseCurrent();
+  EXPECT_EQ(currentVersion(), nullptr);
+  nrDrawable::releaseCurrent();
+
+  ASSERT_TRUE(drawable->makeCurrent(dropped));
+  nrDrawable::destroyContext(dropped);
+  EXPECT_EQ(currentVersion(), nullptr);
+  nrDrawable::destroyContext(nullptr);
+
+  ASSERT_TRUE(drawable->makeCurrent(kept));
+  drawable->swapBuffers();
+  EXPECT_NE(currentVersion(), nullptr);
+  delete drawable;
+  EXPECT_EQ(currentVersion(), nullptr);
+  nrDrawable::destroyContext(kept);
+}
+
+TEST(nrDrawableOffscreen, RefusesBadRequestsWithAMessage) {
+  nrDrawable* drawable = reinterpret_cast<nrDrawable*>(1);
+  EXPECT_EQ(nrtest::captureStderr([&] { drawable = nrDrawable::createOffscreen(0, 10); }),
+            "(WARN, RESOURCE): cannot create an offscreen drawable of 0x10 pixels\n");
+  EXPECT_EQ(drawable, nullptr);
+
+  nrtest::OffscreenGL gl(4, 4);
+  ASSERT_TRUE(gl.ready());
+  bool made = true;
+  EXPECT_EQ(nrtest::captureStderr([&] { made = gl.drawable->makeCurrent(nullptr); }),
+            "(WARN, RESOURCE): cannot make current: no context\n");
+  EXPECT_FALSE(made);
+  EXPECT_EQ(nrtest::captureStderr([&] { drawable = nrDrawable::wrapCurrentWindow(); }),
+            "(WARN, RESOURCE): cannot wrap the current window: no GLX context is current\n");
+  EXPECT_EQ(drawable, nullptr);
+}
+
+// Needs an X server; run the suite under xvfb-run to include it.
+TEST(nrDrawableWindow, AdoptsTheToolkitContextOfAGLXWindow) {
+  if (!getenv("DISPLAY")) GTEST_SKIP() << "no X display";
+  int argc = 1;
+  char name[] = "nrDrawableTest";
+  char* argv[] = {name, nullptr};
+  glutInit(&argc, argv);
+  glutInitDisplayMode(GLUT_RGBA | GLUT_DOUBLE | GLUT_DEPTH);
+  glutInitWindowSize(40, 30);
+  const int window = glutCreateWindow("nrDrawableTest");
+  glutSetWindow(window);
+
+  nrDrawable* drawable = nrDrawable::wrapCurrentWindow();
+  ASSERT_NE(drawable, nullptr);
+  EXPECT_EQ(drawable->getKind(), nrDrawable::WINDOW_DRAWABLE);
+  EXPECT_TRUE(drawable->isRGBA());
+  EXPECT_EQ(drawable->getWidth(), 40);
+  EXPECT_EQ(drawable->getHeight(), 30);
+  nrDrawable::GLContext* context = drawable->createContext();
+  ASSERT_NE(context, nullptr);
+
+  nrtest::OffscreenGL offscreen(4, 4);
+  ASSERT_TRUE(offscreen.ready());
+  bool made = true;
+  EXPECT_EQ(nrtest::captureStderr([&] { made = drawable->makeCurrent(offscreen.context); }),
+            "(WARN, RESOURCE): cannot make current: the context was made for another kind of drawable\n");
+  EXPECT_FALSE(made);
+
+  ASSERT_TRUE(drawable->makeCurrent(context));
+  nrgl::ClearColor(0, 1, 0, 1);
+  nrgl::Clear(GL_COLOR_BUFFER_BIT);
+  nrgl::Finish();
+  nrgl::ReadBuffer(GL_BACK);
+  expectPixel(5, 5, 0, 255, 0);
+  drawable->swapBuffers();
+
+  // The adopted context stays the toolkit's: forgetting the handle leaves it bound
+  // and usable, and the window can be wrapped again.
+  nrDrawable::destroyContext(context);
+  EXPECT_NE(currentVersion(), nullptr);
+  nrDrawable* again = nrDrawable::wrapCurrentWindow();
+  ASSERT_NE(again, nullptr);
+  context = again->createContext();
+  EXPECT_TRUE(again->makeCurrent(context));
+  nrDrawable::destroyContext(context);
+  delete again;
+
+  EXPECT_EQ(nrtest::captureStderr([&] {
+              EXPECT_EQ(nrDrawable::wrapWindow(drawable->getNativeDisplay(), 0x7ffffff), nullptr);
+            }),
+            "(WARN, RESOURCE): cannot wrap window: no such X11 window\n");
+  delete drawable;
+  glutDestroyWindow(window);
+}
+
+}  // namespace
