@@ -18,6 +18,8 @@
 #include "nerio3d/core/nrType.h"
 #include "nerio3d/core/nrTypeMacros.h"
 #include "nerio3d/fields/nrOutput.h"
+#include "nerio3d/platform/nrDrawable.h"
+#include "nerio3d/render/nrGL.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrRotation.h"
 #include "nerio3d/math/nrVec2f.h"
