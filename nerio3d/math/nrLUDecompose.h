@@ -1,6 +1,7 @@
 // LU decomposition and back-substitution shared by the 3x3 and 4x4 inversions.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
