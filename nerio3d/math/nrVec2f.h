@@ -13,6 +13,24 @@ class nrVec2f {
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
 
+  void set(float x, float y) {
+    vec[0] = x;
+    vec[1] = y;
+  }
+  float dot(const nrVec2f& v) const { return vec[0] * v[0] + vec[1] * v[1]; }
+  void add(const nrVec2f& a, const nrVec2f& b) { set(a[0] + b[0], a[1] + b[1]); }
+  void sub(const nrVec2f& a, const nrVec2f& b) { set(a[0] - b[0], a[1] - b[1]); }
+  void scale(float s, const nrVec2f& v) { set(s * v[0], s * v[1]); }
+  bool operator==(const nrVec2f& v) const { return vec[0] == v[0] && vec[1] == v[1]; }
+  bool operator!=(const nrVec2f& v) const { return !(*this == v); }
+
+  float length() const;
+  // Divides by the length and returns the length before; a zero vector stays zero.
+  float normalize();
+  float distance(const nrVec2f& v) const;
+  // True when every component lies in [v - tol, v + tol].
+  bool almostEqual(const nrVec2f& v, float tol) const;
+
   // Writes the components as space-separated numbers.
   void write(nrOutput* out) const;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 class nrOutput;
+class nrMatrix4f;
 
 class nrVec4f {
  public:
@@ -12,6 +13,29 @@ class nrVec4f {
 
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
+
+  void set(float x, float y, float z, float w) {
+    vec[0] = x;
+    vec[1] = y;
+    vec[2] = z;
+    vec[3] = w;
+  }
+  float dot(const nrVec4f& v) const {
+    return vec[0] * v[0] + vec[1] * v[1] + vec[2] * v[2] + vec[3] * v[3];
+  }
+  bool operator==(const nrVec4f& v) const {
+    return vec[0] == v[0] && vec[1] == v[1] && vec[2] == v[2] && vec[3] == v[3];
+  }
+  bool operator!=(const nrVec4f& v) const { return !(*this == v); }
+
+  float length() const;
+  // Divides by the length and returns the length before; a zero vector stays zero.
+  float normalize();
+  float distance(const nrVec4f& v) const;
+  // True when every component lies in [v - tol, v + tol].
+  bool almostEqual(const nrVec4f& v, float tol) const;
+  // this = v * M, all four components; v may be this.
+  void xform(const nrVec4f& v, const nrMatrix4f& m);
 
   // Writes the components as space-separated numbers.
   void write(nrOutput* out) const;

@@ -1,0 +1,35 @@
+// Oriented plane normal . p = offset; the inside is where normal . p < offset.
+#pragma once
+
+#include "nerio3d/math/nrVec3f.h"
+
+class nrBoxBound;
+class nrMatrix4f;
+class nrSeg;
+class nrSphereBound;
+
+class nrPlane {
+ public:
+  nrVec3f normal{0.0f, 0.0f, 1.0f};
+  float offset = 0.0f;
+
+  nrPlane() = default;
+  nrPlane(const nrVec3f& n, float d) : normal(n), offset(d) {}
+
+  // Through three points; the normal points to where a, b, c turn counter-clockwise.
+  void makePts(const nrVec3f& a, const nrVec3f& b, const nrVec3f& c);
+  // Normal n (normalised here) through the point p.
+  void makeNormPt(const nrVec3f& n, const nrVec3f& p);
+  // The point of the plane nearest to p.
+  void closestPtOn(const nrVec3f& p, nrVec3f& out) const;
+  // Returns 1 and the distance t along seg where seg crosses the plane, else 0.
+  int isect(const nrSeg* seg, float* t) const;
+  // Returns 1 and the range [tNear, tFar] of seg that lies inside, else 0.
+  int isect(const nrSeg* seg, float* tNear, float* tFar) const;
+  // 0 outside, 3 partly inside, 7 inside (a box counts as inside with six of
+  // its eight corners inside).
+  int contains(const nrBoxBound* box) const;
+  int contains(const nrSphereBound* sph) const;
+  // plane transformed by a rotation-translation matrix (a uniform scale is allowed).
+  void orthoXform(const nrPlane& plane, const nrMatrix4f& m);
+};

@@ -1,0 +1,283 @@
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrSeg.h"
+#include "nerio3d/math/nrSphereBound.h"
+#include "nrCapture.h"
+
+namespace {
+
+std::string warning(const char* text) { return std::string("(WARN, USAGE): ") + text + "\n"; }
+
+// Smallest and largest distance along seg of the points inside the bound,
+// found by stepping along the segment.
+bool sampledRange(const nrBound& b, const nrSeg& s, float* lo, float* hi) {
+  bool any = false;
+  for (int i = 0; i <= 4000; ++i) {
+    float t = s.length * i / 4000.0f;
+    nrVec3f p;
+    s.getPoint(t, p);
+    if (!b.contains(p)) continue;
+    if (!any) *lo = t;
+    *hi = t;
+    any = true;
+  }
+  return any;
+}
+
+}  // namespace
+
+TEST(nrBound, MixedKindsOnlyWarn) {
+  nrBoxBound box(nrVec3f(0, 0, 0), nrVec3f(1, 1, 1)), keptBox = box;
+  nrSphereBound sph(nrVec3f(0, 0, 0), 1), keptSph = sph;
+  const nrBoxBound* boxes[] = {&box};
+  nrBound* asBox = &box;
+  nrBound* asSph = &sph;
+  EXPECT_EQ(nrtest::captureStderr([&] { asBox->extendBy(&keptSph); }),
+            warning("WARNING: Shouldn't be in pure virtual extendBy(const nrSphereBound* sph)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { asSph->extendBy(&keptBox); }),
+            warning("WARNING: Shouldn't be in pure virtual extendBy(const nrBoxBound* box)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(asBox->contains(&keptSph), 0); }),
+            warning("WARNING: Shouldn't be in pure virtual contains(const nrSphereBound* sph)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(asSph->contains(&keptBox), 0); }),
+            warning("WARNING: Shouldn't be in pure virtual contains(const nrBoxBound* box)"));
+  // Around a single bound is never implemented, whatever the kinds.
+  EXPECT_EQ(nrtest::captureStderr([&] { asBox->around(&keptBox); }),
+            warning("WARNING: Shouldn't be in pure virtual around(const nrBoxBound* box)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { sph.around(&keptSph); }),
+            warning("WARNING: Shouldn't be in pure virtual around(const nrSphereBound* sph)"));
+  EXPECT_EQ(box.min, keptBox.min);
+  EXPECT_EQ(box.max, keptBox.max);
+  EXPECT_EQ(sph.radius, keptSph.radius);
+
+  // A bound that implements nothing but the required operations shows the
+  // texts of the array versions.
+  struct Bare : nrBound {
+    void makeEmpty() override {}
+    int isEmpty() const override { return 1; }
+    void extendBy(const nrVec3f&) override {}
+    int contains(const nrVec3f&) const override { return 0; }
+    int isect(const nrSeg*, float*, float*) const override { return 0; }
+    using nrBound::extendBy;
+    using nrBound::contains;
+  } bare;
+  const nrSphereBound* sphs[] = {&sph};
+  nrVec3f pts[] = {nrVec3f(0, 0, 0)};
+  EXPECT_EQ(nrtest::captureStderr([&] { bare.around(pts, 1); }),
+            warning("WARNING: Shouldn't be in pure virtual around(const nrVec3f pts[], int npt)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { bare.around(sphs, 1); }),
+            warning("WARNING: Shouldn't be in pure virtual around(const nrSphereBound* sphs[], int nsph)"));
+  EXPECT_EQ(nrtest::captureStderr([&] { bare.around(boxes, 1); }),
+            warning("WARNING: Shouldn't be in pure virtual around(const nrBoxBound* boxes[], int nbox)"));
+}
+
+TEST(nrBoxBound, EmptinessExtensionAndContainment) {
+  nrBoxBound box;
+  EXPECT_TRUE(box.isEmpty());
+  EXPECT_FLOAT_EQ(box.min[1], 3.4028235e37f);
+  EXPECT_FLOAT_EQ(box.max[2], -3.4028235e37f);
+  box.extendBy(nrVec3f(1, 2, 3));
+  EXPECT_FALSE(box.isEmpty());
+  EXPECT_EQ(box.min, nrVec3f(1, 2, 3));
+  EXPECT_EQ(box.max, nrVec3f(1, 2, 3));
+  nrBoxBound other(nrVec3f(-1, 0, 0), nrVec3f(0, 5, 1)), empty;
+  box.extendBy(&other);
+  box.extendBy(&empty);
+  EXPECT_EQ(box.min, nrVec3f(-1, 0, 0));
+  EXPECT_EQ(box.max, nrVec3f(1, 5, 3));
+  EXPECT_EQ(box.contains(&other), 1);
+  EXPECT_EQ(other.contains(&box), 0);
+  EXPECT_EQ(box.contains(&empty), 0);
+  EXPECT_EQ(box.contains(nrVec3f(1, 5, 3)), 1);
+  EXPECT_EQ(box.contains(nrVec3f(1, 5.01f, 3)), 0);
+  nrBoxBound flat(nrVec3f(0, 0, 0), nrVec3f(1, -1, 1));
+  EXPECT_TRUE(flat.isEmpty());
+
+  const nrBoxBound* boxes[] = {&other, nullptr, &empty, &flat};
+  box.around(boxes, 4);
+  EXPECT_EQ(box.min, other.min);
+  EXPECT_EQ(box.max, other.max);
+  nrSphereBound s1(nrVec3f(0, 0, 0), 1), s2(nrVec3f(5, 0, 0), 0.5f), se;
+  const nrSphereBound* sphs[] = {&s1, &se, &s2};
+  box.around(sphs, 3);
+  EXPECT_EQ(box.min, nrVec3f(-1, -1, -1));
+  EXPECT_EQ(box.max, nrVec3f(5.5f, 1, 1));
+  nrVec3f pts[] = {nrVec3f(1, -1, 0), nrVec3f(-2, 4, 1)};
+  box.around(pts, 2);
+  EXPECT_EQ(box.min, nrVec3f(-2, -1, 0));
+  EXPECT_EQ(box.max, nrVec3f(1, 4, 1));
+  box.around(pts, 0);
+  EXPECT_TRUE(box.isEmpty());
+}
+
+TEST(nrBoxBound, SegmentsAndTransforms) {
+  nrBoxBound box(nrVec3f(-1, -1, -1), nrVec3f(1, 2, 3));
+  std::mt19937 gen(5);
+  std::uniform_real_distribution<float> u(-4, 4);
+  int hits = 0;
+  for (int n = 0; n < 200; ++n) {
+    nrSeg s;
+    s.makePts(nrVec3f(u(gen), u(gen), u(gen)), nrVec3f(u(gen), u(gen), u(gen)));
+    float tn, tf, lo, hi;
+    bool sampled = sampledRange(box, s, &lo, &hi);
+    int hit = box.isect(&s, &tn, &tf);
+    if (!sampled) continue;  // grazing misses may fall between samples
+    ++hits;
+    ASSERT_EQ(hit, 1);
+    float step = s.length / 4000.0f + 1e-5f;
+    EXPECT_NEAR(tn, lo, step);
+    EXPECT_NEAR(tf, hi, step);
+  }
+  EXPECT_GT(hits, 20);
+  nrSeg miss;
+  miss.makePts(nrVec3f(5, 0, 0), nrVec3f(5, 0, 10));  // parallel to z, outside
+  EXPECT_EQ(box.isect(&miss, nullptr, nullptr), 0);
+
+  nrMatrix4f m;
+  m.makeRot(1, 1, 0, 0.7f);
+  m.postScale(m, 2, 1, 1);
+  m.postTrans(m, 3, 0, -1);
+  nrBoxBound moved;
+  moved.xform(&box, m);
+  nrBoxBound reference;
+  for (int c = 0; c < 8; ++c) {
+    nrVec3f p(c & 1 ? 1 : -1, c & 2 ? 2 : -1, c & 4 ? 3 : -1), q;
+    q.fullXformPt(p, m);
+    reference.extendBy(q);
+  }
+  EXPECT_TRUE(moved.min.almostEqual(reference.min, 1e-5f));
+  EXPECT_TRUE(moved.max.almostEqual(reference.max, 1e-5f));
+  nrBoxBound empty;
+  moved.xform(&empty, m);
+  EXPECT_TRUE(moved.isEmpty());
+}
+
+TEST(nrSphereBound, ExtendByPointKeepsItsOwnEmptinessTest) {
+  nrSphereBound s;
+  EXPECT_TRUE(s.isEmpty());
+  EXPECT_EQ(s.radius, -1.0f);
+  // Radius -1 is not "empty" for this operation: within distance 1 nothing changes.
+  s.extendBy(nrVec3f(0.5f, 0, 0));
+  EXPECT_EQ(s.radius, -1.0f);
+  EXPECT_EQ(s.center, nrVec3f(0, 0, 0));
+  // Further away it grows from the far side at centre - (point - centre) / dist.
+  s.extendBy(nrVec3f(2, 0, 0));
+  EXPECT_FLOAT_EQ(s.radius, 0.5f);
+  EXPECT_TRUE(s.center.almostEqual(nrVec3f(1.5f, 0, 0), 1e-6f));
+  s.radius = -2;
+  s.extendBy(nrVec3f(4, 5, 6));
+  EXPECT_EQ(s.center, nrVec3f(4, 5, 6));
+  EXPECT_EQ(s.radius, 0.0f);
+  s.extendBy(nrVec3f(4, 5, 8));
+  EXPECT_TRUE(s.center.almostEqual(nrVec3f(4, 5, 7), 1e-6f));
+  EXPECT_FLOAT_EQ(s.radius, 1.0f);
+  s.extendBy(nrVec3f(4, 5.5f, 7));
+  EXPECT_FLOAT_EQ(s.radius, 1.0f);
+
+  nrSphereBound a(nrVec3f(0, 0, 0), 1), b(nrVec3f(4, 0, 0), 1), e;
+  a.extendBy(&b);
+  EXPECT_TRUE(a.center.almostEqual(nrVec3f(2, 0, 0), 1e-6f));
+  EXPECT_FLOAT_EQ(a.radius, 3.0f);
+  a.extendBy(&e);
+  EXPECT_FLOAT_EQ(a.radius, 3.0f);
+  e.extendBy(&b);
+  EXPECT_EQ(e.center, b.center);
+  EXPECT_EQ(a.contains(&b), 1);
+  EXPECT_EQ(b.contains(&a), 0);
+  EXPECT_EQ(a.contains(nrVec3f(5, 0, 0)), 1);
+  EXPECT_EQ(a.contains(nrVec3f(5, 0.1f, 0)), 0);
+  nrSphereBound none;
+  EXPECT_EQ(none.contains(nrVec3f(0, 0, 0)), 0);
+}
+
+TEST(nrSphereBound, AroundArraysEnclosesTightly) {
+  std::mt19937 gen(9);
+  std::uniform_real_distribution<float> u(-3, 3);
+  for (int n = 0; n < 20; ++n) {
+    std::vector<nrVec3f> pts;
+    for (int i = 0; i < 30; ++i) pts.emplace_back(u(gen), u(gen) * 0.3f, u(gen));
+    nrSphereBound s;
+    s.around(pts.data(), int(pts.size()));
+    float diameter = 0;
+    for (const nrVec3f& p : pts) {
+      EXPECT_LE(s.center.distance(p), s.radius * (1 + 1e-6f));
+      for (const nrVec3f& q : pts) diameter = std::max(diameter, p.distance(q));
+    }
+    // No sphere holding the farthest pair is smaller than half their distance;
+    // the minimal one is at most 2/sqrt(3) of that.
+    EXPECT_GE(s.radius, 0.5f * diameter * (1 - 1e-6f));
+    EXPECT_LE(s.radius, 0.5f * diameter * 1.16f);
+  }
+  nrVec3f two[] = {nrVec3f(1, 1, 1), nrVec3f(3, 1, 1)};
+  nrSphereBound s;
+  s.around(two, 2);
+  EXPECT_TRUE(s.center.almostEqual(nrVec3f(2, 1, 1), 1e-6f));
+  EXPECT_FLOAT_EQ(s.radius, 1.0f);
+  s.around(two, 0);
+  EXPECT_TRUE(s.isEmpty());
+
+  nrSphereBound big(nrVec3f(0, 0, 0), 2), small(nrVec3f(3, 0, 0), 1), inner(nrVec3f(0, 1, 0), 0.5f), e;
+  const nrSphereBound* sphs[] = {&small, &e, nullptr, &big, &inner};
+  s.around(sphs, 5);
+  EXPECT_TRUE(s.center.almostEqual(nrVec3f(1, 0, 0), 1e-5f));
+  EXPECT_NEAR(s.radius, 3.0f, 1e-5f);
+  const nrSphereBound* empties[] = {&e, nullptr};
+  s.around(empties, 2);
+  EXPECT_TRUE(s.isEmpty());
+
+  nrBoxBound cube(nrVec3f(0, 0, 0), nrVec3f(2, 2, 2)), eb;
+  const nrBoxBound* boxes[] = {&eb, &cube};
+  s.around(boxes, 2);
+  EXPECT_TRUE(s.center.almostEqual(nrVec3f(1, 1, 1), 1e-6f));
+  EXPECT_NEAR(s.radius, std::sqrt(3.0f), 1e-6f);
+  const nrBoxBound* noBoxes[] = {&eb};
+  s.around(noBoxes, 1);
+  EXPECT_TRUE(s.isEmpty());
+}
+
+TEST(nrSphereBound, SegmentsAndTransforms) {
+  nrSphereBound s(nrVec3f(1, 2, 0), 1.5f);
+  std::mt19937 gen(13);
+  std::uniform_real_distribution<float> u(-3, 4);
+  int hits = 0;
+  for (int n = 0; n < 200; ++n) {
+    nrSeg seg;
+    seg.makePts(nrVec3f(u(gen), u(gen), u(gen)), nrVec3f(u(gen), u(gen), u(gen)));
+    float tn, tf, lo, hi;
+    bool sampled = sampledRange(s, seg, &lo, &hi);
+    int hit = s.isect(&seg, &tn, &tf);
+    if (!sampled) continue;
+    ++hits;
+    ASSERT_EQ(hit, 1);
+    float step = seg.length / 4000.0f + 1e-4f;
+    EXPECT_NEAR(tn, lo, step);
+    EXPECT_NEAR(tf, hi, step);
+  }
+  EXPECT_GT(hits, 20);
+  nrSeg seg;
+  seg.makePts(nrVec3f(-5, 2, 0), nrVec3f(-3, 2, 0));  // pointing at it but too short
+  EXPECT_EQ(s.isect(&seg, nullptr, nullptr), 0);
+  nrSphereBound empty;
+  seg.makePts(nrVec3f(-1, 0, 0), nrVec3f(1, 0, 0));
+  EXPECT_EQ(empty.isect(&seg, nullptr, nullptr), 0);
+
+  nrMatrix4f m;
+  m.makeRot(0, 1, 0, 1.1f);
+  m.postScale(m, 1, 3, 1);
+  m.postTrans(m, 0, 0, 5);
+  nrSphereBound moved;
+  moved.xform(&s, m);
+  nrVec3f c;
+  c.xformPt(s.center, m);
+  EXPECT_EQ(moved.center, c);
+  EXPECT_NEAR(moved.radius, 4.5f, 1e-5f);
+  m.makeRot(0, 1, 0, 1.1f);
+  m.postScale(m, 2, 2, 2);
+  moved.orthoXform(&s, m);
+  EXPECT_NEAR(moved.radius, 3.0f, 1e-5f);
+  moved.orthoXform(&empty, m);
+  EXPECT_TRUE(moved.isEmpty());
+}

@@ -1,0 +1,184 @@
+#include <cmath>
+
+#include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrFrustum.h"
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrSphereBound.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Exposes the recomputation to check it against the public state.
+struct Probe : nrFrustum {
+  using nrFrustum::frust_calc;
+};
+
+void corners(const nrFrustum& f, nrVec3f c[8]) {
+  f.getNear(c[0], c[1], c[2], c[3]);
+  f.getFar(c[4], c[5], c[6], c[7]);
+}
+
+void expectExtents(const nrFrustum& f, float l, float r, float b, float t) {
+  float gl, gr, gb, gt, n, fa;
+  f.getDiagCorners(&gl, &gr, &gb, &gt, &n, &fa);
+  EXPECT_NEAR(gl, l, 1e-6f);
+  EXPECT_NEAR(gr, r, 1e-6f);
+  EXPECT_NEAR(gb, b, 1e-6f);
+  EXPECT_NEAR(gt, t, 1e-6f);
+}
+
+}  // namespace
+
+TEST(nrFrustum, DefaultsKindsAndCorners) {
+  nrFrustum f;
+  EXPECT_EQ(f.getKind(), nrFrustum::PERSP_KIND);
+  EXPECT_EQ(f.getAspectMode(), nrFrustum::FREE_ASPECT);
+  EXPECT_EQ(f.getAspectRatio(), 1.0f);
+  float n, fa;
+  f.getNearFar(&n, &fa);
+  EXPECT_EQ(n, 1.0f);
+  EXPECT_EQ(fa, 1000.0f);
+  expectExtents(f, -0.5578517f, 0.5578517f, -0.5578517f, 0.5578517f);
+  nrVec3f c[8];
+  corners(f, c);
+  EXPECT_TRUE(c[0].almostEqual(nrVec3f(-0.5578517f, -0.5578517f, -1), 1e-6f));
+  EXPECT_TRUE(c[1].almostEqual(nrVec3f(0.5578517f, -0.5578517f, -1), 1e-6f));
+  EXPECT_TRUE(c[2].almostEqual(nrVec3f(0.5578517f, 0.5578517f, -1), 1e-6f));
+  EXPECT_TRUE(c[3].almostEqual(nrVec3f(-0.5578517f, 0.5578517f, -1), 1e-6f));
+  EXPECT_TRUE(c[6].almostEqual(nrVec3f(557.8517f, 557.8517f, -1000), 1e-3f));
+
+  f.makePersp(-1, 1, -1, 1);
+  EXPECT_EQ(f.getKind(), nrFrustum::PERSP_KIND);
+  f.makePersp(-1, 2, -1, 1);
+  EXPECT_EQ(f.getKind(), nrFrustum::OFFCENTER_PERSP_KIND);
+  float cx, cy;
+  f.getCenter(&cx, &cy);
+  EXPECT_EQ(cx, 0.5f);
+  EXPECT_EQ(cy, 0.0f);
+  f.makeOrtho(-1, 2, -1, 1);
+  EXPECT_EQ(f.getKind(), nrFrustum::ORTHO_KIND);
+  EXPECT_EQ(f.getPlane(nrFrustum::RIGHT_PLANE).normal, nrVec3f(1, 0, 0));
+
+  // Every corner lies on the three planes that meet there.
+  const int meet[8][3] = {{0, 2, 4}, {1, 2, 4}, {1, 2, 5}, {0, 2, 5},
+                          {0, 3, 4}, {1, 3, 4}, {1, 3, 5}, {0, 3, 5}};
+  f.makePersp(-0.3f, 0.7f, -0.2f, 0.4f);
+  f.setNearFar(2, 50);
+  corners(f, c);
+  for (int i = 0; i < 8; ++i)
+    for (int p : meet[i]) {
+      const nrPlane& pl = f.getPlane(p);
+      EXPECT_NEAR(pl.normal.dot(c[i]), pl.offset, 1e-4f * (1 + std::fabs(c[i][2]))) << i << " " << p;
+      EXPECT_NEAR(pl.normal.length(), 1.0f, 1e-6f);
+    }
+  // Inside is where every plane gives normal . p < offset.
+  EXPECT_EQ(f.contains(nrVec3f(0.1f, 0.1f, -10)), 1);
+  EXPECT_EQ(f.contains(nrVec3f(0.1f, 0.1f, -1)), 0);
+  EXPECT_EQ(f.contains(nrVec3f(0.1f, 0.1f, -60)), 0);
+  EXPECT_EQ(f.contains(nrVec3f(6.9f, 0.1f, -10)), 1);
+  EXPECT_EQ(f.contains(nrVec3f(8, 0.1f, -10)), 0);
+
+  nrFrustum copy;
+  copy.copy(&f);
+  nrVec3f d[8];
+  corners(copy, d);
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(c[i], d[i]);
+  EXPECT_EQ(copy.getKind(), f.getKind());
+}
+
+TEST(nrFrustum, NearFarAndAspect) {
+  nrFrustum f;
+  f.makePersp(-0.5f, 0.5f, -0.25f, 0.25f);
+  f.setNearFar(2, 100);  // the field of view stays
+  expectExtents(f, -1, 1, -0.5f, 0.5f);
+  nrVec3f ll, lr, ur, ul;
+  f.getFar(ll, lr, ur, ul);
+  EXPECT_TRUE(ur.almostEqual(nrVec3f(50, 25, -100), 1e-4f));
+  f.makeOrtho(-3, 3, -1, 1);
+  f.setNearFar(4, 10);
+  expectExtents(f, -3, 3, -1, 1);
+
+  // Mode 1 keeps the height, mode 2 the width; both around the centre.
+  f.makePersp(0, 2, 1, 2);
+  f.setAspectRatio(4);
+  expectExtents(f, 0, 2, 1, 2);  // mode 0 ignores the ratio
+  f.setAspectMode(nrFrustum::FIXED_HEIGHT_ASPECT);
+  expectExtents(f, -1, 3, 1, 2);
+  f.setAspectRatio(2);
+  expectExtents(f, 0, 2, 1, 2);
+  f.setAspectRatio(0);
+  f.setAspectRatio(-3);
+  EXPECT_EQ(f.getAspectRatio(), 2.0f);
+  expectExtents(f, 0, 2, 1, 2);
+  f.setAspectMode(nrFrustum::FIXED_WIDTH_ASPECT);
+  f.setAspectRatio(4);
+  expectExtents(f, 0, 2, 1.25f, 1.75f);
+
+  // Unchanged extents leave the state alone; a forced recomputation agrees.
+  Probe p;
+  p.makePersp(-0.2f, 0.6f, -0.1f, 0.3f);
+  nrVec3f before[8], after[8];
+  corners(p, before);
+  p.makePersp(-0.2f, 0.6f, -0.1f, 0.3f);
+  p.frust_calc(p.getAspectMode());
+  corners(p, after);
+  for (int i = 0; i < 8; ++i) EXPECT_TRUE(before[i].almostEqual(after[i], 1e-6f));
+}
+
+TEST(nrFrustum, ProjectionMatrixMapsTheVolumeOntoTheUnitCube) {
+  // Corners of the view volume must land on the corners of the OpenGL clip cube.
+  const float ndc[8][3] = {{-1, -1, -1}, {1, -1, -1}, {1, 1, -1}, {-1, 1, -1},
+                           {-1, -1, 1},  {1, -1, 1},  {1, 1, 1},  {-1, 1, 1}};
+  nrFrustum f;
+  f.makePersp(-0.4f, 0.9f, -0.3f, 0.5f);
+  f.setNearFar(1.5f, 40);
+  nrMatrix4f m;
+  f.getGLProjMat(m);
+  nrVec3f c[8];
+  corners(f, c);
+  for (int i = 0; i < 8; ++i) {
+    nrVec3f q;
+    q.fullXformPt(c[i], m);
+    EXPECT_TRUE(q.almostEqual(nrVec3f(ndc[i][0], ndc[i][1], ndc[i][2]), 1e-4f)) << i;
+  }
+  f.makeOrtho(-2, 1, -1, 3);
+  f.setNearFar(0.5f, 20);
+  f.getGLProjMat(m);
+  for (int i = 0; i < 8; ++i) {
+    float x = ndc[i][0] < 0 ? -2.0f : 1.0f, y = ndc[i][1] < 0 ? -1.0f : 3.0f;
+    float z = ndc[i][2] < 0 ? -0.5f : -20.0f;
+    nrVec3f q;
+    q.fullXformPt(nrVec3f(x, y, z), m);
+    EXPECT_TRUE(q.almostEqual(nrVec3f(ndc[i][0], ndc[i][1], ndc[i][2]), 1e-5f)) << i;
+  }
+}
+
+TEST(nrFrustum, ContainmentOfBoundsCombinesPlaneResults) {
+  nrFrustum f;
+  f.makePersp(-1, 1, -1, 1);
+  f.setNearFar(1, 100);
+  nrBoxBound inside(nrVec3f(-1, -1, -11), nrVec3f(1, 1, -9));
+  EXPECT_EQ(f.contains(&inside), 7);
+  nrBoxBound crossing(nrVec3f(8, -1, -11), nrVec3f(12, 1, -9));  // over the right plane
+  EXPECT_EQ(f.contains(&crossing), 1);
+  nrBoxBound outside(nrVec3f(20, -1, -11), nrVec3f(30, 1, -9));
+  EXPECT_EQ(f.contains(&outside), 0);
+  nrBoxBound behind(nrVec3f(-1, -1, 1), nrVec3f(1, 1, 2));
+  EXPECT_EQ(f.contains(&behind), 0);
+  nrBoxBound empty;
+  EXPECT_EQ(f.contains(&empty), 0);
+  // Six of eight corners inside the right plane still counts as inside there.
+  nrBoxBound sixOfEight(nrVec3f(8, -1, -10), nrVec3f(9.5f, 1, -9));
+  EXPECT_EQ(f.contains(&sixOfEight), 7);
+
+  nrSphereBound s(nrVec3f(0, 0, -10), 1);
+  EXPECT_EQ(f.contains(&s), 7);
+  s.center.set(10, 0, -10);
+  EXPECT_EQ(f.contains(&s), 3);
+  s.center.set(30, 0, -10);
+  EXPECT_EQ(f.contains(&s), 0);
+  s.center.set(0, 0, -10);
+  s.makeEmpty();
+  EXPECT_EQ(f.contains(&s), 0);
+}

@@ -1,0 +1,270 @@
+#include <cmath>
+#include <random>
+
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrRotation.h"
+#include "nerio3d/math/nrVec3f.h"
+#include "nrCapture.h"
+
+namespace {
+
+const float pi = 3.14159265f;
+
+nrMatrix4f identity() {
+  nrMatrix4f m;
+  m.makeIdent();
+  return m;
+}
+
+// Reference product in double precision.
+nrMatrix4f product(const nrMatrix4f& a, const nrMatrix4f& b) {
+  nrMatrix4f r;
+  for (int i = 0; i < 4; ++i)
+    for (int j = 0; j < 4; ++j) {
+      double s = 0;
+      for (int k = 0; k < 4; ++k) s += double(a[i][k]) * b[k][j];
+      r[i][j] = float(s);
+    }
+  return r;
+}
+
+// Rodrigues' formula for rotating v about the unit axis k, in double.
+nrVec3f rodrigues(const nrVec3f& v, double kx, double ky, double kz, double angle) {
+  double c = std::cos(angle), s = std::sin(angle), d = kx * v[0] + ky * v[1] + kz * v[2];
+  double cx = ky * v[2] - kz * v[1], cy = kz * v[0] - kx * v[2], cz = kx * v[1] - ky * v[0];
+  return nrVec3f(float(v[0] * c + cx * s + kx * d * (1 - c)), float(v[1] * c + cy * s + ky * d * (1 - c)),
+                 float(v[2] * c + cz * s + kz * d * (1 - c)));
+}
+
+nrMatrix4f randomMatrix(std::mt19937& gen) {
+  std::uniform_real_distribution<float> u(-2.0f, 2.0f);
+  nrMatrix4f m;
+  for (auto& row : m.mat)
+    for (float& e : row) e = u(gen);
+  return m;
+}
+
+}  // namespace
+
+TEST(nrMatrix4f, RotationsAgreeWithRodrigues) {
+  const float axes[][3] = {{0, 0, 1}, {1, 2, 3}, {-0.3f, 0.9f, 0.1f}};
+  for (const auto& a : axes)
+    for (float angle : {0.0f, 0.4f, -1.2f, pi, 2.9f}) {
+      nrMatrix4f m;
+      m.makeRot(a[0], a[1], a[2], angle);
+      double len = std::sqrt(double(a[0]) * a[0] + double(a[1]) * a[1] + double(a[2]) * a[2]);
+      for (const nrVec3f& v : {nrVec3f(1, 0, 0), nrVec3f(0.2f, -1, 0.5f)}) {
+        nrVec3f got, want = rodrigues(v, a[0] / len, a[1] / len, a[2] / len, angle);
+        got.xformPt(v, m);
+        EXPECT_TRUE(got.almostEqual(want, 1e-5f)) << angle;
+      }
+    }
+  // Counter-clockwise about +z takes +x to +y.
+  nrMatrix4f z;
+  z.makeRot(0, 0, 1, pi / 2);
+  nrVec3f y;
+  y.xformVec(nrVec3f(1, 0, 0), z);
+  EXPECT_TRUE(y.almostEqual(nrVec3f(0, 1, 0), 1e-6f));
+}
+
+TEST(nrMatrix4f, MakeRotTakesOneNewtonStepInsideTheBand) {
+  // Inside (0.9996, 1.001) the reciprocal length is 1.5 - 0.5 s, which leaves
+  // the axis measurably short of unit length near the band's edge.
+  float z = std::sqrt(1.0009f);
+  float s = z * z;
+  nrMatrix4f m;
+  m.makeRot(0, 0, z, pi);
+  float rlen = 1.5f - 0.5f * s;
+  EXPECT_NEAR(m[2][2], 2.0f * s * rlen * rlen - 1.0f, 2e-7f);
+  EXPECT_GT(std::fabs(m[2][2] - 1.0f), 8e-7f);
+  // Outside the band the exact reciprocal square root is used.
+  m.makeRot(0, 0, 3, pi);
+  EXPECT_FLOAT_EQ(m[2][2], 1.0f);
+}
+
+TEST(nrMatrix4f, EulerAnglesAndVectorToVector) {
+  nrMatrix4f e, r;
+  nrVec3f v;
+  e.makeEuler(0.7f, 0, 0);
+  r.makeRot(0, 0, 1, 0.7f);
+  EXPECT_TRUE(e.almostEqual(r, 1e-6f));
+  e.makeEuler(0, 0.5f, 0);  // pitch about x lifts +y toward +z
+  v.xformVec(nrVec3f(0, 1, 0), e);
+  EXPECT_TRUE(v.almostEqual(nrVec3f(0, std::cos(0.5f), std::sin(0.5f)), 1e-6f));
+  e.makeEuler(0, 0, 0.5f);  // roll about y
+  v.xformVec(nrVec3f(1, 0, 0), e);
+  EXPECT_TRUE(v.almostEqual(nrVec3f(std::cos(0.5f), 0, -std::sin(0.5f)), 1e-6f));
+  // Roll acts first, heading last.
+  e.makeEuler(pi / 2, 0, pi / 2);
+  v.xformVec(nrVec3f(1, 0, 0), e);  // roll: +x to -z; heading leaves -z
+  EXPECT_TRUE(v.almostEqual(nrVec3f(0, 0, -1), 1e-6f));
+
+  const nrVec3f pairs[][2] = {{{1, 0, 0}, {0, 1, 0}},   {{1, 2, 3}, {-2, 0.5f, 1}},
+                              {{0, 0, 2}, {0, 0, 5}},   {{1, 1, 0}, {-1, -1, 0}},
+                              {{0, 0, 1}, {0, 0, -3}},  {{0.3f, -0.2f, 0.9f}, {-0.3f, 0.2f, -0.9f}}};
+  for (const auto& p : pairs) {
+    nrMatrix4f m;
+    m.makeVecRotVec(p[0], p[1]);
+    nrVec3f from = p[0], to = p[1], got;
+    from.normalize();
+    to.normalize();
+    got.xformVec(from, m);
+    EXPECT_TRUE(got.almostEqual(to, 1e-5f));
+    // Still a rotation: the transpose is the inverse.
+    nrMatrix4f t;
+    t.transpose(m);
+    EXPECT_TRUE(product(m, t).almostEqual(identity(), 1e-5f));
+  }
+}
+
+TEST(nrMatrix4f, ProductsAndTheirShortcuts) {
+  std::mt19937 gen(7);
+  nrMatrix4f a = randomMatrix(gen), b = randomMatrix(gen), r;
+  r.fullMult(a, b);
+  EXPECT_TRUE(r.almostEqual(product(a, b), 1e-5f));
+  r = a;
+  r.postMult(b);
+  EXPECT_TRUE(r.almostEqual(product(a, b), 1e-5f));
+  r = a;
+  r.preMult(b);
+  EXPECT_TRUE(r.almostEqual(product(b, a), 1e-5f));
+
+  // mult treats column 3 of both as (0, 0, 0, 1), whatever they hold.
+  nrMatrix4f aa = a, ba = b;
+  for (int i = 0; i < 4; ++i) aa[i][3] = ba[i][3] = i == 3 ? 1.0f : 0.0f;
+  r.mult(a, b);
+  EXPECT_TRUE(r.almostEqual(product(aa, ba), 1e-5f));
+
+  nrMatrix4f t, s, rot;
+  t.makeTrans(1, -2, 3);
+  s.makeScale(2, 3, -1);
+  rot.makeRot(1, 1, 0, 0.8f);
+  r.preTrans(1, -2, 3, a);
+  EXPECT_TRUE(r.almostEqual(product(t, a), 1e-5f));
+  r.postTrans(a, 1, -2, 3);
+  EXPECT_TRUE(r.almostEqual(product(a, t), 1e-5f));
+  r.preScale(2, 3, -1, a);
+  EXPECT_TRUE(r.almostEqual(product(s, a), 1e-5f));
+  r.postScale(a, 2, 3, -1);
+  EXPECT_TRUE(r.almostEqual(product(a, s), 1e-5f));
+  r.preRot(1, 1, 0, 0.8f, a);
+  EXPECT_TRUE(r.almostEqual(product(rot, a), 1e-5f));
+  r.postRot(a, 1, 1, 0, 0.8f);
+  EXPECT_TRUE(r.almostEqual(product(a, rot), 1e-5f));
+
+  r = a;
+  r.transpose(r);
+  for (int i = 0; i < 4; ++i)
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(r[i][j], a[j][i]);
+  EXPECT_TRUE(a.almostEqual(a, 0.0f));
+  r = a;
+  r[2][1] += 0.5f;
+  EXPECT_TRUE(r.almostEqual(a, 0.5f));
+  EXPECT_FALSE(r.almostEqual(a, 0.49f));
+}
+
+TEST(nrMatrix4f, InvertFullAlwaysTakesTheGeneralPath) {
+  std::mt19937 gen(11);
+  for (int n = 0; n < 20; ++n) {
+    nrMatrix4f m = randomMatrix(gen), inv;
+    ASSERT_EQ(inv.invertFull(m), 1);
+    EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-3f));
+    inv = m;
+    inv.invertFull(inv);
+    EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-3f));
+  }
+  // Row 3 = (0, 0, 0, 1) sends it through invertAffine first, which is wrong
+  // for this projective matrix; the general path's inverse must win.
+  nrMatrix4f p(2, 0, 0, 1, 0, 3, 0, 0.5f, 0, 0, 1, 2, 0, 0, 0, 1), inv;
+  std::string err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(p), 1); });
+  EXPECT_EQ(err, "");
+  EXPECT_TRUE(product(p, inv).almostEqual(identity(), 1e-5f));
+
+  // A zero row: 0 and the identity. With row 3 = (0, 0, 0, 1) the fast path
+  // still reports its singular 3x3 first.
+  nrMatrix4f z(0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+  inv = p;
+  err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z), 0); });
+  EXPECT_EQ(err, "(WARN, USAGE): No inverse: singular matrix\n\n");
+  EXPECT_EQ(inv, identity());
+  nrMatrix4f z3(1, 2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0);
+  inv = p;
+  err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z3), 0); });
+  EXPECT_EQ(err, "");
+  EXPECT_EQ(inv, identity());
+  // Rows that are merely dependent fail as well.
+  nrMatrix4f dep(1, 2, 3, 4, 2, 4, 6, 8, 0, 1, 0, 0, 5, 0, 0, 1);
+  EXPECT_EQ(inv.invertFull(dep), 0);
+}
+
+TEST(nrMatrix4f, AffineAndOrthogonalInverses) {
+  nrMatrix4f m, inv;
+  m.makeRot(1, -1, 2, 0.9f);
+  m.preScale(2, 0.5f, 3, m);
+  m.postTrans(m, 4, -5, 6);
+  inv.invertAffine(m);
+  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+
+  // A zero scale: one message, det taken as 1, finite output.
+  nrMatrix4f flat;
+  flat.makeScale(1, 0, 1);
+  flat.postTrans(flat, 1, 2, 3);
+  std::string err = nrtest::captureStderr([&] { inv.invertAffine(flat); });
+  EXPECT_EQ(err, "(WARN, USAGE): No inverse: singular matrix\n\n");
+  for (auto& row : inv.mat)
+    for (float e : row) EXPECT_TRUE(std::isfinite(e));
+  EXPECT_FLOAT_EQ(inv[1][1], 1.0f);  // adjugate of diag(1, 0, 1)
+  EXPECT_FLOAT_EQ(inv[3][1], -2.0f);
+
+  // Rotation with uniform scale 2 and a translation.
+  m.makeRot(0.2f, 0.4f, -1, 1.3f);
+  m.postScale(m, 2, 2, 2);
+  m.postTrans(m, -1, 3, 0.5f);
+  inv.invertOrtho(m);
+  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+  flat.makeScale(0, 0, 0);
+  err = nrtest::captureStderr([&] { inv.invertOrtho(flat); });
+  EXPECT_EQ(err, "(WARN, USAGE): singular matrix\n\n");
+
+  m.makeRot(0.2f, 0.4f, -1, 1.3f);
+  m.postTrans(m, -1, 3, 0.5f);
+  inv.invertOrthoNorm(m);
+  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+  inv.invertOrthoNorm(inv);
+  EXPECT_TRUE(inv.almostEqual(m, 1e-6f));
+}
+
+TEST(nrMatrix4f, OrthoRotationRoundTripsAndReportsScaling) {
+  const float axes[][3] = {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}, {1, 2, -3}, {-1, 1, 1}};
+  for (const auto& a : axes)
+    for (float angle : {0.001f, 0.7f, 2.0f, 3.0f, pi}) {
+      nrMatrix4f m, back;
+      m.makeRot(a[0], a[1], a[2], angle);
+      nrRotation rot;
+      std::string err = nrtest::captureStderr([&] { m.getOrthoRotation(rot); });
+      EXPECT_EQ(err, "");
+      back.makeRot(rot.axis[0], rot.axis[1], rot.axis[2], rot.angle);
+      EXPECT_TRUE(back.almostEqual(m, 1e-4f)) << angle;
+      EXPECT_NEAR(rot.axis.length(), 1.0f, 1e-6f);
+    }
+  nrMatrix4f ident = identity();
+  nrRotation rot(1, 0, 0, 1);
+  ident.getOrthoRotation(rot);
+  EXPECT_EQ(rot, nrRotation(0, 0, 1, 0));
+
+  // Scaled matrices: both texts go straight to standard error, and a rotation
+  // still comes out.
+  nrMatrix4f s;
+  s.makeScale(2, 2, 2);
+  std::string err = nrtest::captureStderr([&] { s.getOrthoRotation(rot); });
+  EXPECT_EQ(err,
+            "Warning: Magnitude of the matrix trace is > 3\n"
+            "Matrix is scaled - cannot calculate rotation\n");
+  EXPECT_TRUE(std::isfinite(rot.angle));
+  // A negative trace takes the diagonal branch, where only the cosine test fires.
+  s.makeRot(1, 0, 0, 2.5f);
+  s.postScale(s, 10, 10, 10);
+  err = nrtest::captureStderr([&] { s.getOrthoRotation(rot); });
+  EXPECT_EQ(err, "Matrix is scaled - cannot calculate rotation\n");
+  EXPECT_NEAR(rot.axis[0], 1.0f, 1e-5f);
+}

@@ -1,0 +1,110 @@
+#include <cmath>
+
+#include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrPlane.h"
+#include "nerio3d/math/nrSeg.h"
+#include "nerio3d/math/nrSphereBound.h"
+
+#include <gtest/gtest.h>
+
+TEST(nrSeg, EndPointsPolarFormAndClipping) {
+  nrSeg s;
+  s.makePts(nrVec3f(1, 1, 1), nrVec3f(4, 5, 1));
+  EXPECT_FLOAT_EQ(s.length, 5.0f);
+  EXPECT_TRUE(s.dir.almostEqual(nrVec3f(0.6f, 0.8f, 0), 1e-6f));
+  nrVec3f end;
+  s.getPoint(s.length, end);
+  EXPECT_TRUE(end.almostEqual(nrVec3f(4, 5, 1), 1e-6f));
+
+  s.makePolar(nrVec3f(0, 0, 0), 3.14159265f / 2, 0, 2);
+  EXPECT_TRUE(s.dir.almostEqual(nrVec3f(0, 1, 0), 1e-6f));
+  s.makePolar(nrVec3f(1, 0, 0), 0.3f, 3.14159265f / 2, 2);
+  EXPECT_TRUE(s.dir.almostEqual(nrVec3f(0, 0, 1), 1e-6f));
+  s.makePolar(nrVec3f(0, 0, 0), 0.5f, 0.25f, 1);
+  EXPECT_NEAR(s.dir.length(), 1.0f, 1e-6f);
+  EXPECT_NEAR(std::atan2(s.dir[1], s.dir[0]), 0.5f, 1e-6f);
+  EXPECT_NEAR(std::asin(s.dir[2]), 0.25f, 1e-6f);
+
+  s.makePts(nrVec3f(0, 0, 0), nrVec3f(10, 0, 0));
+  s.clip(&s, 2, 7);
+  EXPECT_EQ(s.pos, nrVec3f(2, 0, 0));
+  EXPECT_FLOAT_EQ(s.length, 5.0f);
+}
+
+TEST(nrPlane, ConstructionProjectionAndSegments) {
+  nrPlane p;
+  p.makePts(nrVec3f(0, 0, 2), nrVec3f(1, 0, 2), nrVec3f(0, 1, 2));
+  EXPECT_TRUE(p.normal.almostEqual(nrVec3f(0, 0, 1), 1e-6f));
+  EXPECT_FLOAT_EQ(p.offset, 2.0f);
+  p.makeNormPt(nrVec3f(0, 3, 4), nrVec3f(0, 0, 5));
+  EXPECT_TRUE(p.normal.almostEqual(nrVec3f(0, 0.6f, 0.8f), 1e-6f));
+  EXPECT_FLOAT_EQ(p.offset, 4.0f);
+  nrVec3f q;
+  p.closestPtOn(nrVec3f(1, 3, 4), q);
+  EXPECT_NEAR(p.normal.dot(q), p.offset, 1e-5f);
+  EXPECT_TRUE(q.almostEqual(nrVec3f(1, 3 - 0.6f, 4 - 0.8f), 1e-5f));
+
+  nrPlane z(nrVec3f(0, 0, 1), 3);
+  nrSeg s;
+  s.makePts(nrVec3f(0, 0, 0), nrVec3f(0, 0, 5));
+  float t = -1, tn = -1, tf = -1;
+  EXPECT_EQ(z.isect(&s, &t), 1);
+  EXPECT_FLOAT_EQ(t, 3.0f);
+  EXPECT_EQ(z.isect(&s, &tn, &tf), 1);  // the inside is below z = 3
+  EXPECT_FLOAT_EQ(tn, 0.0f);
+  EXPECT_FLOAT_EQ(tf, 3.0f);
+  s.makePts(nrVec3f(0, 0, 5), nrVec3f(0, 0, 0));
+  EXPECT_EQ(z.isect(&s, &tn, &tf), 1);
+  EXPECT_FLOAT_EQ(tn, 2.0f);
+  EXPECT_FLOAT_EQ(tf, 5.0f);
+  s.makePts(nrVec3f(0, 0, 0), nrVec3f(0, 0, 2));  // too short to reach
+  EXPECT_EQ(z.isect(&s, &t), 0);
+  s.makePts(nrVec3f(0, 0, 4), nrVec3f(1, 0, 4));  // parallel, outside
+  EXPECT_EQ(z.isect(&s, &t), 0);
+  EXPECT_EQ(z.isect(&s, &tn, &tf), 0);
+
+  // A quarter turn about x then a shift: z = 3 becomes y = 3 + 1.
+  nrMatrix4f m;
+  m.makeRot(1, 0, 0, -3.14159265f / 2);
+  m.postTrans(m, 0, 1, 0);
+  nrPlane moved;
+  moved.orthoXform(z, m);
+  nrVec3f on(0, 0, 3), onMoved;
+  onMoved.xformPt(on, m);
+  EXPECT_NEAR(moved.normal.dot(onMoved), moved.offset, 1e-5f);
+  EXPECT_TRUE(moved.normal.almostEqual(nrVec3f(0, 1, 0), 1e-6f));
+  EXPECT_NEAR(moved.offset, 4.0f, 1e-5f);
+}
+
+TEST(nrPlane, ContainmentOfSpheresAndBoxes) {
+  nrPlane p(nrVec3f(1, 0, 0), 0);  // inside: x < 0
+  nrSphereBound deep(nrVec3f(-2, 0, 0), 1);
+  EXPECT_EQ(p.contains(&deep), 7);
+  nrSphereBound s(nrVec3f(-1, 0, 0), 1);  // touching from inside: still partly
+  EXPECT_EQ(p.contains(&s), 3);
+  s.center.set(1, 0, 0);  // dist == radius is outside
+  EXPECT_EQ(p.contains(&s), 0);
+  s.center.set(0.5f, 0, 0);
+  EXPECT_EQ(p.contains(&s), 3);
+  s.makeEmpty();
+  s.center.set(-5, 0, 0);
+  EXPECT_EQ(p.contains(&s), 0);
+
+  nrBoxBound box(nrVec3f(0, 0, 0), nrVec3f(1, 1, 1));
+  nrPlane q(nrVec3f(0, 0, 1), 2);
+  EXPECT_EQ(q.contains(&box), 7);
+  q.offset = 0.5f;
+  EXPECT_EQ(q.contains(&box), 3);
+  q.offset = 0.0f;  // corners on the plane count as outside
+  EXPECT_EQ(q.contains(&box), 0);
+  // x + y < 1.5: six corners in, two out, which counts as entirely inside.
+  nrPlane diag;
+  diag.makeNormPt(nrVec3f(1, 1, 0), nrVec3f(0.75f, 0.75f, 0));
+  EXPECT_EQ(diag.contains(&box), 7);
+  diag.makeNormPt(nrVec3f(1, 1, 0), nrVec3f(0.5f, 0.5f, 0));  // four in
+  EXPECT_EQ(diag.contains(&box), 3);
+  nrBoxBound empty;
+  EXPECT_EQ(q.contains(&empty), 0);
+  EXPECT_EQ(nrPlane(nrVec3f(0, 0, 1), 100).contains(&empty), 0);
+}
