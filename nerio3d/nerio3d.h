@@ -1,6 +1,7 @@
 // Umbrella header: every public header of the library.
 #pragma once
 
+
 #include "nerio3d/actions/nrActionFunTable.h"
 #include "nerio3d/arrays/nrArray.h"
 #include "nerio3d/arrays/nrData.h"
@@ -18,12 +19,21 @@
 #include "nerio3d/core/nrType.h"
 #include "nerio3d/core/nrTypeMacros.h"
 #include "nerio3d/fields/nrOutput.h"
-#include "nerio3d/platform/nrDrawable.h"
-#include "nerio3d/render/nrGL.h"
+#include "nerio3d/math/nrBound.h"
+#include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrFrustum.h"
+#include "nerio3d/math/nrMatStack4f.h"
+#include "nerio3d/math/nrMatrix3f.h"
 #include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrPlane.h"
 #include "nerio3d/math/nrRotation.h"
+#include "nerio3d/math/nrSeg.h"
+#include "nerio3d/math/nrSphereBound.h"
+#include "nerio3d/math/nrTolerance.h"
 #include "nerio3d/math/nrVec2f.h"
 #include "nerio3d/math/nrVec3f.h"
 #include "nerio3d/math/nrVec3s.h"
 #include "nerio3d/math/nrVec4f.h"
 #include "nerio3d/math/nrVec4ub.h"
+#include "nerio3d/platform/nrDrawable.h"
+#include "nerio3d/render/nrGL.h"
