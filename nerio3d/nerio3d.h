@@ -1,7 +1,6 @@
 // Umbrella header: every public header of the library.
 #pragma once
 
-
 #include "nerio3d/actions/nrActionFunTable.h"
 #include "nerio3d/arrays/nrArray.h"
 #include "nerio3d/arrays/nrData.h"
