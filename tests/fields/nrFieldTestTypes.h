@@ -25,6 +25,9 @@ class tstLeaf : public nrContainer {
   }
   static int live;
 
+  using nrContainer::propagateSideEffect;
+  using nrContainer::validateField;
+
   float value;
   float inValue;
   float outValue;
