@@ -87,9 +87,9 @@ TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
   nrMFRef* refs = static_cast<nrMFRef*>(c->getField(tstAll::MFREF));
   refs->append(nullptr);
   refs->append(new tstLeaf);
-  EXPECT_EQ(fieldLine(c, tstAll::MFREF), "  mfRef [\n  ,\n  ]\n");
+  EXPECT_EQ(fieldLine(c, tstAll::MFREF), "  mfRef [\n  \n  TestLeaf {\n  },\n  ]\n");
   static_cast<nrSFRef*>(c->getField(tstAll::REF))->set(new tstLeaf);
-  EXPECT_EQ(fieldLine(c, tstAll::REF), "  ref \n");
+  EXPECT_EQ(fieldLine(c, tstAll::REF), "  ref \n  TestLeaf {\n  }\n");
   f->setCount(0);
   EXPECT_EQ(fieldLine(c, tstAll::MFFLOAT), "");
   c->unref();

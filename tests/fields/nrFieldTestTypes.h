@@ -61,7 +61,7 @@ class tstAll : public nrContainer {
   unsigned uintValue;
   float floatValue;
   double doubleValue;
-  double timeValue;
+  nrTime timeValue;
   int enumValue;
   nrVec2f vec2fValue;
   nrVec3f vec3fValue;
