@@ -7,6 +7,11 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrTexGen.h"
+#include "nerio3d/render/nrTexture.h"
 
 namespace {
 template <typename Class>
@@ -22,6 +27,7 @@ void nrObject::initClasses() {
   getClassType();
   registerClass<nrData>();
   registerClass<nrContainer>();
+  registerClass<nrContext>();
   registerClass<nrField>();
   registerClass<nrSFUByte>();
   registerClass<nrSFShort>();
@@ -54,4 +60,8 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrTexture>();
+  registerClass<nrTexGen>();
+  registerClass<nrMaterial>();
+  registerClass<nrAppearance>();
 }

@@ -1,0 +1,184 @@
+// A set of render-state values that shapes apply through the graphics context;
+// every element it does not set is inherited from the state around it.
+#pragma once
+
+#include "nerio3d/core/nrBitMask.h"
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrVec4f.h"
+#include "nerio3d/math/nrVec4ub.h"
+#include "nerio3d/render/nrContext.h"
+
+class nrDrawAction;
+class nrMaterial;
+class nrTexGen;
+class nrTexture;
+struct _nrGfx;
+
+class nrAppearance : public nrContainer {
+  NR_DECLARE_CONTAINER_TYPE(nrAppearance)
+
+  // Field indices: each is the bit of its state element in the context.
+  enum {
+    TEXTURE = 0,
+    TEX_ENABLE = 1,
+    TEX_MODE = 2,
+    TEX_BLEND_COLOR = 3,
+    TEX_ENV = 4,
+    TEX_GEN = 5,
+    TEX_GEN_ENABLE = 6,
+    LIGHT_ENABLE = 7,
+    SHADE_MODEL = 8,
+    TRANSP_ENABLE = 9,
+    TRANSP_MODE = 10,
+    ALPHA_FUNC = 11,
+    ALPHA_REF = 12,
+    BLEND_COLOR = 13,
+    SRC_BLEND_FUNC = 14,
+    DST_BLEND_FUNC = 15,
+    COLOR_MASK = 16,
+    DEPTH_FUNC = 17,
+    DEPTH_MASK = 18,
+    FOG_ENABLE = 19,
+    POLY_MODE = 20,
+    LINE_STIPPLE_PATTERN = 21,
+    LINE_STIPPLE_FACTOR = 22,
+    TEX_TRANSFORM = 23,
+    MATERIAL = 24,
+    BACK_MATERIAL = 25,
+    DEPTH_ENABLE = 26,
+    MATERIAL_MODE_ENABLE = 27,
+    INHERIT = 28
+  };
+
+  nrAppearance() : nrAppearance(getClassType()) {}
+  explicit nrAppearance(nrType* type);
+  ~nrAppearance() override;
+
+  void setTexture(nrTexture* texture);
+  nrTexture* getTexture() const;
+  void setTexEnable(unsigned char on) { setField(texEnable, on, TEX_ENABLE); }
+  unsigned char getTexEnable() const { return texEnable; }
+  void setTexMode(nrContext::TexModeEnum mode) { setField(texMode, int(mode), TEX_MODE); }
+  nrContext::TexModeEnum getTexMode() const { return nrContext::TexModeEnum(texMode); }
+  void setTexBlendColor(float r, float g, float b, float a) {
+    setField(texBlendColor, nrVec4f(r, g, b, a), TEX_BLEND_COLOR);
+  }
+  const nrVec4f& getTexBlendColor() const { return texBlendColor; }
+  void setTexEnv(nrContext::TexEnvEnum env) { setField(texEnv, int(env), TEX_ENV); }
+  nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(texEnv); }
+  void setTexGen(nrTexGen* texGen);
+  nrTexGen* getTexGen() const;
+  void setTexGenEnable(unsigned char on) { setField(texGenEnable, on, TEX_GEN_ENABLE); }
+  unsigned char getTexGenEnable() const { return texGenEnable; }
+  void setMaterial(nrMaterial* material);
+  nrMaterial* getMaterial() const;
+  void setLightEnable(unsigned char on) { setField(lightEnable, on, LIGHT_ENABLE); }
+  unsigned char getLightEnable() const { return lightEnable; }
+  void setShadeModel(nrContext::ShadeModelEnum model) { setField(shadeModel, int(model), SHADE_MODEL); }
+  nrContext::ShadeModelEnum getShadeModel() const { return nrContext::ShadeModelEnum(shadeModel); }
+  void setTranspEnable(unsigned char on) { setField(transpEnable, on, TRANSP_ENABLE); }
+  unsigned char getTranspEnable() const { return transpEnable; }
+  void setTranspMode(nrContext::TranspModeEnum mode) { setField(transpMode, int(mode), TRANSP_MODE); }
+  nrContext::TranspModeEnum getTranspMode() const { return nrContext::TranspModeEnum(transpMode); }
+  void setAlphaFunc(nrContext::AlphaFuncEnum func) { setField(alphaFunc, int(func), ALPHA_FUNC); }
+  nrContext::AlphaFuncEnum getAlphaFunc() const { return nrContext::AlphaFuncEnum(alphaFunc); }
+  void setAlphaRef(float ref) { setField(alphaRef, ref, ALPHA_REF); }
+  float getAlphaRef() const { return alphaRef; }
+  void setBlendColor(float r, float g, float b, float a) { setField(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
+  const nrVec4f& getBlendColor() const { return blendColor; }
+  void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setField(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
+  nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(srcBlendFunc); }
+  void setDstBlendFunc(nrContext::DstBlendFuncEnum func) { setField(dstBlendFunc, int(func), DST_BLEND_FUNC); }
+  nrContext::DstBlendFuncEnum getDstBlendFunc() const { return nrContext::DstBlendFuncEnum(dstBlendFunc); }
+  void setColorMask(unsigned char r, unsigned char g, unsigned char b, unsigned char a) {
+    setField(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
+  }
+  const nrVec4ub& getColorMask() const { return colorMask; }
+  void setDepthEnable(unsigned char on) { setField(depthEnable, on, DEPTH_ENABLE); }
+  unsigned char getDepthEnable() const { return depthEnable; }
+  void setDepthFunc(nrContext::DepthFuncEnum func) { setField(depthFunc, int(func), DEPTH_FUNC); }
+  nrContext::DepthFuncEnum getDepthFunc() const { return nrContext::DepthFuncEnum(depthFunc); }
+  void setDepthMask(unsigned char on) { setField(depthMask, on, DEPTH_MASK); }
+  unsigned char getDepthMask() const { return depthMask; }
+  void setFogEnable(unsigned char on) { setField(fogEnable, on, FOG_ENABLE); }
+  unsigned char getFogEnable() const { return fogEnable; }
+  void setMaterialModeEnable(nrContext::MaterialModeEnum mode) {
+    setField(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
+  }
+  nrContext::MaterialModeEnum getMaterialModeEnable() const {
+    return nrContext::MaterialModeEnum(materialModeEnable);
+  }
+  void setPolyMode(nrContext::PolyModeEnum mode) { setField(polyMode, int(mode), POLY_MODE); }
+  nrContext::PolyModeEnum getPolyMode() const { return nrContext::PolyModeEnum(polyMode); }
+  void setLineStipplePattern(unsigned int pattern) { setField(lineStipplePattern, pattern, LINE_STIPPLE_PATTERN); }
+  unsigned int getLineStipplePattern() const { return lineStipplePattern; }
+  void setLineStippleFactor(unsigned int factor) { setField(lineStippleFactor, factor, LINE_STIPPLE_FACTOR); }
+  unsigned int getLineStippleFactor() const { return lineStippleFactor; }
+  void setTexTransform(const nrMatrix4f& matrix) { setField(texTransform, matrix, TEX_TRANSFORM); }
+  const nrMatrix4f& getTexTransform() const { return texTransform; }
+  void setBackMaterial(nrMaterial* material);
+  nrMaterial* getBackMaterial() const;
+
+  // A set bit hands the element to the surrounding state; the stored value stays.
+  void setInherit(const nrBitMask& mask) { setField(inherit, mask, INHERIT); }
+  void getInherit(nrBitMask& mask) const { mask = inherit; }
+  // The elements written since the inherit mask was last set.
+  const nrBitMask& getExplicitMask() const { return explicitMask; }
+  bool isChanged() const { return changed; }
+
+  // Applies the appearance to the context the draw action draws into; a changed
+  // appearance is applied in full even when it was the last one applied.
+  virtual void draw(nrDrawAction* action);
+
+  // The appearance as a render-state record whose mask is the inherit mask.
+  void getGfx(_nrGfx& gfx) const;
+
+ protected:
+  void fieldChanged(short index) override;
+
+ private:
+  template <typename T>
+  void setField(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
+  void setRef(nrContainer*& member, nrContainer* value, short index);
+
+  nrContainer* texture;
+  unsigned char texEnable;
+  int texMode;
+  nrVec4f texBlendColor;
+  int texEnv;
+  nrContainer* texGen;
+  unsigned char texGenEnable;
+  nrContainer* material;
+  unsigned char lightEnable;
+  int shadeModel;
+  unsigned char transpEnable;
+  int transpMode;
+  int alphaFunc;
+  float alphaRef;
+  nrVec4f blendColor;
+  int srcBlendFunc;
+  int dstBlendFunc;
+  nrVec4ub colorMask;
+  unsigned char depthEnable;
+  int depthFunc;
+  unsigned char depthMask;
+  unsigned char fogEnable;
+  int materialModeEnable;
+  int polyMode;
+  unsigned int lineStipplePattern;
+  unsigned int lineStippleFactor;
+  nrMatrix4f texTransform;
+  nrContainer* backMaterial;
+  nrBitMask inherit;
+
+  nrBitMask explicitMask;
+  bool changed;
+  // Record values that no field exposes.
+  nrContext::CullFaceEnum cullFace;
+  float lineWidth;
+  float pointSize;
+};

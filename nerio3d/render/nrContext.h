@@ -1,0 +1,255 @@
+// The graphics context: wraps one OpenGL context, keeps a shadow of every render
+// state it manages and is the only path by which the library changes that state.
+#pragma once
+
+#include "nerio3d/core/nrBitMask.h"
+#include "nerio3d/core/nrObject.h"
+#include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/math/nrVec4f.h"
+#include "nerio3d/math/nrVec4ub.h"
+#include "nerio3d/platform/nrDrawable.h"
+
+class nrAppearance;
+class nrFog;
+class nrIntArray;
+class nrLight;
+class nrMaterial;
+class nrOverrideGeoProp;
+class nrPtrArray;
+class nrTexGen;
+class nrTexture;
+struct _nrGfx;
+
+class nrContext : public nrObject {
+  NR_DECLARE_TYPE(nrContext)
+
+  enum TexModeEnum { FAST_TEX, NICE_TEX, NON_PERSP_TEX, PERSP_TEX };
+  enum TexEnvEnum { MODULATE_TENV, BLEND_TENV, REPLACE_TENV, ADD_TENV, DECAL_TENV };
+  enum ShadeModelEnum { FLAT_SHADE, SMOOTH_SHADE };
+  enum TranspModeEnum { FAST_TRANSP, NICE_TRANSP, BLEND_TRANSP, SCREEN_DOOR_TRANSP };
+  enum AlphaFuncEnum {
+    NEVER_AFUNC,
+    LESS_AFUNC,
+    EQUAL_AFUNC,
+    LEQUAL_AFUNC,
+    GREATER_AFUNC,
+    NOTEQUAL_AFUNC,
+    GEQUAL_AFUNC,
+    ALWAYS_AFUNC
+  };
+  enum SrcBlendFuncEnum {
+    ZERO_SBLEND,
+    ONE_SBLEND,
+    DST_COLOR_SBLEND,
+    ONE_MINUS_DST_COLOR_SBLEND,
+    SRC_ALPHA_SATURATE_SBLEND,
+    SRC_ALPHA_SBLEND,
+    ONE_MINUS_SRC_ALPHA_SBLEND,
+    DST_ALPHA_SBLEND,
+    ONE_MINUS_DST_ALPHA_SBLEND
+  };
+  enum DstBlendFuncEnum {
+    ZERO_DBLEND,
+    ONE_DBLEND,
+    SRC_COLOR_DBLEND,
+    ONE_MINUS_SRC_COLOR_DBLEND,
+    SRC_ALPHA_DBLEND,
+    ONE_MINUS_SRC_ALPHA_DBLEND,
+    DST_ALPHA_DBLEND,
+    ONE_MINUS_DST_ALPHA_DBLEND
+  };
+  enum DepthFuncEnum {
+    NEVER_DFUNC,
+    LESS_DFUNC,
+    EQUAL_DFUNC,
+    LEQUAL_DFUNC,
+    GREATER_DFUNC,
+    NOTEQUAL_DFUNC,
+    GEQUAL_DFUNC,
+    ALWAYS_DFUNC
+  };
+  enum PolyModeEnum { POINT_PMODE, LINE_PMODE, FILL_PMODE };
+  // Int-based because a popped geometry-property override leaves -1 in the
+  // shadow, a value no set can match.
+  enum CullFaceEnum : int { NO_CULL, FRONT_CULL, BACK_CULL, BOTH_CULL };
+  enum MaterialModeEnum { NO_COLOR_MATERIAL, COLOR_MATERIAL };
+  enum ColorModeEnum { RGBA_CMODE, INDEX_CMODE };
+
+  // Flags of clear().
+  enum { COLOR_CLEAR = 1, DEPTH_CLEAR = 2 };
+
+  // Creates an OpenGL context for drawable; it becomes current with makeCurrent.
+  explicit nrContext(nrDrawable* drawable);
+  nrContext(nrDrawable* drawable, nrType* type);
+  ~nrContext() override;
+
+  static nrContext* getCurrent();
+  void makeCurrent(nrDrawable* drawable);
+  static void releaseCurrent();
+  ColorModeEnum getColorMode() const { return colorMode; }
+
+  void setViewport(int x, int y, int w, int h);
+  void getViewport(int& x, int& y, int& w, int& h) const;
+  void clear(int flags);
+  void clear(int flags, float r, float g, float b, float a);
+
+  // One setter per state element. Each records the value as application state
+  // (outside drawApp and popState) and reaches OpenGL only when the value
+  // differs from what OpenGL holds.
+  void setTexture(nrTexture* texture);
+  void setTexEnable(unsigned char on);
+  void setTexMode(TexModeEnum mode);
+  void setTexBlendColor(const nrVec4f& color);
+  void setTexEnv(TexEnvEnum env);
+  void setTexGen(nrTexGen* texGen);
+  void setTexGenEnable(unsigned char on);
+  void setLightEnable(unsigned char on);
+  void setShadeModel(ShadeModelEnum model);
+  void setTranspEnable(unsigned char on);
+  void setTranspMode(TranspModeEnum mode);
+  void setAlphaFunc(AlphaFuncEnum func);
+  void setAlphaRef(float ref);
+  void setBlendColor(const nrVec4f& color);
+  void setSrcBlendFunc(SrcBlendFuncEnum func);
+  void setDstBlendFunc(DstBlendFuncEnum func);
+  void setColorMask(const nrVec4ub& mask);
+  void setDepthEnable(unsigned char on);
+  void setDepthFunc(DepthFuncEnum func);
+  void setDepthMask(unsigned char on);
+  void setFogEnable(unsigned char on);
+  void setPolyMode(PolyModeEnum mode);
+  void setCullFace(CullFaceEnum face);
+  void setLineWidth(float width);
+  void setPointSize(float size);
+  void setLineStipplePattern(unsigned int pattern);
+  void setLineStippleFactor(unsigned int factor);
+  void setTexTransform(const nrMatrix4f& matrix);
+  void setMaterial(nrMaterial* material);
+  void setBackMaterial(nrMaterial* material);
+  void setMaterialModeEnable(int mode);
+
+  // Cached but never recorded as application state.
+  void setNormalizeEnable(unsigned char on);
+  void setLocalViewer(unsigned char on);
+
+  // What OpenGL currently holds (the top of the shadow stack), and what the
+  // application set directly on the context.
+  const _nrGfx& getShadowState() const { return *top; }
+  const _nrGfx& getGlobalState() const { return *global; }
+
+  void pushState();
+  void popState();
+
+  // Applies app, or the application's own state when app is null, changing only
+  // what differs from the previously applied appearance. The draw action and
+  // shapes call it; nrAppearance::draw goes through it.
+  void drawApp(nrAppearance* app, unsigned char force);
+
+  void pushLights();
+  void popLights();
+  nrLight* getLight(int slot) const;
+  // The OpenGL light slot for light placed with matrix, or -1 when all eight
+  // slots hold enabled lights. sameIndex is the slot too when the light already
+  // sits there unchanged, so its parameters need not be sent again; else -1.
+  int getLightTarget(nrLight* light, const nrMatrix4f& matrix, int& sameIndex);
+  void disableLightTargets();
+  static void disableLight(nrLight* light);
+
+  void pushFog(nrFog* fog);
+  void popFog();
+  // Applies fog's on state while the application has fog enabled; returns
+  // whether this fog is to be drawn.
+  unsigned char syncFogState(nrFog* fog);
+
+  void pushOverrideAppearance(nrAppearance* app);
+  nrAppearance* popOverrideAppearance();
+  void pushOverrideGeoProp(nrOverrideGeoProp* prop);
+  nrOverrideGeoProp* popOverrideGeoProp();
+
+  // Display lists and texture objects of all contexts share one id space.
+  static int newId(int count);
+  static void freeId(int first, int count);
+  // True (and remembered) when this context has not yet seen version of id.
+  int isDirty(int id, int version);
+
+  // Audio ports do not exist on this platform; reports that once.
+  static void initSound();
+  static bool isSoundInitialized() { return soundInitialized; }
+
+ private:
+  enum { STACK_DEPTH = 16, LIGHT_SLOTS = 8, OVERRIDE_DEPTH = 16 };
+
+  struct LightSlot {
+    unsigned char assigned;
+    unsigned char enabled;
+    nrLight* light;
+    nrMatrix4f matrix;
+  };
+
+  void init(nrDrawable* drawable);
+
+  // The set rule, written once for every element.
+  template <typename T>
+  void record(int elt, T _nrGfx::*member, const T& value);
+  template <typename T>
+  bool change(int elt, T _nrGfx::*member, const T& value);
+  template <typename T>
+  bool set(int elt, T _nrGfx::*member, const T& value) {
+    record(elt, member, value);
+    return change(elt, member, value);
+  }
+
+  void setStateElts(const nrBitMask& mask, const _nrGfx& gfx);
+  void setBlendFuncs(SrcBlendFuncEnum src, DstBlendFuncEnum dst);
+  void applySrcBlendFunc(SrcBlendFuncEnum func, bool mark);
+  void applyDstBlendFunc(DstBlendFuncEnum func, bool mark);
+  void applyTransparency(TranspModeEnum mode, bool on);
+  void applyFogEnable(unsigned char on);
+  void enableLightSlot(int slot, unsigned char on);
+  void sendMaterial(nrMaterial* material, int face);
+  const nrOverrideGeoProp* activeGeoOverride(int elt) const;
+
+  nrDrawable::GLContext* glContext;
+  bool current;
+  nrDrawable* drawable;
+  ColorModeEnum colorMode;
+
+  int viewport[4];
+  bool viewportRead;
+
+  _nrGfx* stack;
+  _nrGfx* top;
+  _nrGfx* global;
+  _nrGfx* recordTarget;
+  int depth;
+  // Pushes refused past the last level; each is undone by the next pop instead.
+  int refusedStatePushes;
+  bool globalChanged;
+
+  nrAppearance* lastApp;
+  // The last one applied was a merge with an override appearance.
+  bool lastMerged;
+  nrBitMask lastInherit;
+  nrAppearance* defaultApp;
+
+  LightSlot lights[STACK_DEPTH][LIGHT_SLOTS];
+  int lightLevel;
+  int refusedLightPushes;
+
+  nrPtrArray* fogStack;
+
+  nrAppearance* overrideApps[OVERRIDE_DEPTH];
+  int overrideAppTop;
+  nrOverrideGeoProp* overrideGeoProps[OVERRIDE_DEPTH];
+  int overrideGeoPropTop;
+
+  unsigned char normalizeEnable;
+  unsigned char localViewer;
+
+  nrIntArray* versions;
+
+  static nrPtrArray* contexts;
+  static nrIntArray* freeIds;
+  static int nextId;
+  static bool soundInitialized;
+};

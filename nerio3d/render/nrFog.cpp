@@ -1,0 +1,5 @@
+#include "nerio3d/render/nrFog.h"
+
+void nrFog::push(nrContext*) {}
+
+void nrFog::pop(nrFog*, nrContext*) {}

@@ -1,0 +1,93 @@
+// Lighting-material parameters that the graphics context sends for the front or back face.
+#pragma once
+
+#include <GL/gl.h>
+
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/math/nrVec3f.h"
+
+class nrContext;
+
+class nrMaterial : public nrContainer {
+  NR_DECLARE_CONTAINER_TYPE(nrMaterial)
+
+  enum FaceEnum { FRONT_FACE = 0, BACK_FACE = 1 };
+  enum {
+    AMBIENT_INTENSITY,
+    AMBIENT_COLOR,
+    DIFFUSE_COLOR,
+    SPECULAR_COLOR,
+    EMISSIVE_COLOR,
+    AMBIENT_INDEX,
+    DIFFUSE_INDEX,
+    SPECULAR_INDEX,
+    SHININESS,
+    TRANSPARENCY
+  };
+  // Screen-door patterns: pattern k is a 32 x 32 polygon stipple that lets
+  // exactly k of its 1024 pixels through, spread by an ordered dither.
+  enum { DITHER_PATTERNS = 1025, DITHER_PATTERN_BYTES = 128 };
+  static GLubyte _ditherMatrix[DITHER_PATTERNS][DITHER_PATTERN_BYTES];
+
+  nrMaterial() : nrMaterial(getClassType()) {}
+  explicit nrMaterial(nrType* type);
+
+  // Setting the ambient intensity or the diffuse colour makes the ambient colour
+  // their product; setting the ambient colour makes the intensity the scale that
+  // best turns the diffuse colour into it.
+  void setAmbientIntensity(float intensity) { setField(ambientIntensity, intensity, AMBIENT_INTENSITY); }
+  float getAmbientIntensity() const { return ambientIntensity; }
+  void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
+  void setAmbientColor(const nrVec3f& color) { setField(ambientColor, color, AMBIENT_COLOR); }
+  const nrVec3f& getAmbientColor() const { return ambientColor; }
+  void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
+  void setDiffuseColor(const nrVec3f& color) { setField(diffuseColor, color, DIFFUSE_COLOR); }
+  const nrVec3f& getDiffuseColor() const { return diffuseColor; }
+  void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
+  void setSpecularColor(const nrVec3f& color) { setField(specularColor, color, SPECULAR_COLOR); }
+  const nrVec3f& getSpecularColor() const { return specularColor; }
+  void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
+  void setEmissiveColor(const nrVec3f& color) { setField(emissiveColor, color, EMISSIVE_COLOR); }
+  const nrVec3f& getEmissiveColor() const { return emissiveColor; }
+  void setAmbientIndex(short index) { setField(ambientIndex, index, AMBIENT_INDEX); }
+  short getAmbientIndex() const { return ambientIndex; }
+  void setDiffuseIndex(short index) { setField(diffuseIndex, index, DIFFUSE_INDEX); }
+  short getDiffuseIndex() const { return diffuseIndex; }
+  void setSpecularIndex(short index) { setField(specularIndex, index, SPECULAR_INDEX); }
+  short getSpecularIndex() const { return specularIndex; }
+  void setShininess(float shininess) { setField(this->shininess, shininess, SHININESS); }
+  float getShininess() const { return shininess; }
+  void setTransparency(float transparency) { setField(this->transparency, transparency, TRANSPARENCY); }
+  float getTransparency() const { return transparency; }
+
+  // The screen-door pattern number of a transparency.
+  static int ditherPattern(float transparency);
+
+ protected:
+  friend class nrContext;
+  // Sends the material for face; one that is not the context's current front or
+  // back material is sent only when the context lacks this version of it.
+  virtual void draw(FaceEnum face, nrContext* context);
+  void fieldChanged(short index) override;
+
+ private:
+  template <typename T>
+  void setField(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
+
+  float ambientIntensity;
+  nrVec3f ambientColor;
+  nrVec3f diffuseColor;
+  nrVec3f specularColor;
+  nrVec3f emissiveColor;
+  short ambientIndex;
+  short diffuseIndex;
+  short specularIndex;
+  float shininess;
+  float transparency;
+
+  int id;
+  int version;
+};
