@@ -1,0 +1,599 @@
+#include "nerio3d/render/nrContext.h"
+
+#include "nerio3d/render/_nrGfx.h"
+#include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrFog.h"
+#include "nerio3d/render/nrLight.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/render/nrTexGen.h"
+#include "nerio3d/render/nrTexture.h"
+#include "nrCapture.h"
+#include "nrRenderFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+using Context = nrtest::ContextTest;
+
+const nrMatrix4f identity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+
+TEST_F(Context, ShadowStartsEqualToAFreshOpenGLContext) {
+  const _nrGfx& s = context->getShadowState();
+  EXPECT_EQ(isOn(GL_TEXTURE_2D), s.texEnable != 0);
+  EXPECT_EQ(isOn(GL_LIGHTING), s.lightEnable != 0);
+  EXPECT_EQ(isOn(GL_BLEND), false);
+  EXPECT_EQ(isOn(GL_FOG), s.fogEnable != 0);
+  EXPECT_EQ(isOn(GL_DEPTH_TEST), s.depthEnable != 0);
+  EXPECT_EQ(isOn(GL_LINE_STIPPLE), s.lineStipplePattern != 0xFFFF);
+  EXPECT_EQ(isOn(GL_CULL_FACE), s.cullFace != nrContext::NO_CULL);
+  EXPECT_EQ(isOn(GL_COLOR_MATERIAL), s.materialModeEnable != nrContext::NO_COLOR_MATERIAL);
+  EXPECT_EQ(getInt(GL_SHADE_MODEL), GL_SMOOTH);
+  EXPECT_EQ(s.shadeModel, nrContext::SMOOTH_SHADE);
+  EXPECT_EQ(getInt(GL_ALPHA_TEST_FUNC), GL_ALWAYS);
+  EXPECT_EQ(s.alphaFunc, nrContext::ALWAYS_AFUNC);
+  EXPECT_EQ(getInt(GL_BLEND_SRC), GL_ONE);
+  EXPECT_EQ(getInt(GL_BLEND_DST), GL_ZERO);
+  EXPECT_EQ(getInt(GL_DEPTH_FUNC), GL_LESS);
+  EXPECT_EQ(getInt(GL_DEPTH_WRITEMASK), s.depthMask);
+  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_FILL);
+  EXPECT_EQ(getInt(GL_LINE_STIPPLE_PATTERN), 0xFFFF);
+  EXPECT_EQ(getInt(GL_LINE_STIPPLE_REPEAT), static_cast<GLint>(s.lineStippleFactor));
+  EXPECT_EQ(getFloat(GL_LINE_WIDTH), s.lineWidth);
+  EXPECT_EQ(getFloat(GL_POINT_SIZE), s.pointSize);
+  GLint env = 0;
+  nrgl::GetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &env);
+  EXPECT_EQ(env, GL_MODULATE);
+  EXPECT_TRUE(s.texTransform == identity);
+  EXPECT_TRUE(s.colorMask == nrVec4ub(255, 255, 255, 255));
+  EXPECT_TRUE(context->getGlobalState().mask.isZero());
+  EXPECT_EQ(context->getColorMode(), nrContext::RGBA_CMODE);
+}
+
+TEST_F(Context, SettersReachOpenGLOnceAndAlwaysRecordApplicationState) {
+  nrMatrix4f scale;
+  scale.makeScale(2, 3, 4);
+  auto setAll = [&] {
+    context->setTexEnable(1);
+    context->setTexMode(nrContext::NICE_TEX);
+    context->setTexBlendColor(nrVec4f(0.25f, 0.5f, 0.75f, 1));
+    context->setTexEnv(nrContext::ADD_TENV);
+    context->setLightEnable(1);
+    context->setShadeModel(nrContext::FLAT_SHADE);
+    context->setBlendColor(nrVec4f(1, 0, 0, 1));
+    context->setColorMask(nrVec4ub(255, 0, 255, 0));
+    context->setDepthEnable(1);
+    context->setDepthFunc(nrContext::LEQUAL_DFUNC);
+    context->setDepthMask(0);
+    context->setFogEnable(1);
+    context->setPolyMode(nrContext::LINE_PMODE);
+    context->setCullFace(nrContext::FRONT_CULL);
+    context->setLineWidth(3);
+    context->setPointSize(4);
+    context->setTexTransform(scale);
+    context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  };
+  setAll();
+  EXPECT_TRUE(isOn(GL_TEXTURE_2D));
+  GLfloat color[4];
+  nrgl::GetTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+  EXPECT_EQ(color[1], 0.5f);
+  GLint env = 0;
+  nrgl::GetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &env);
+  EXPECT_EQ(env, GL_ADD);
+  EXPECT_TRUE(isOn(GL_LIGHTING));
+  EXPECT_EQ(getInt(GL_SHADE_MODEL), GL_FLAT);
+  GLboolean mask[4];
+  nrgl::GetBooleanv(GL_COLOR_WRITEMASK, mask);
+  EXPECT_EQ(mask[0] + 2 * mask[1] + 4 * mask[2] + 8 * mask[3], 5);
+  EXPECT_TRUE(isOn(GL_DEPTH_TEST));
+  EXPECT_EQ(getInt(GL_DEPTH_FUNC), GL_LEQUAL);
+  EXPECT_EQ(getInt(GL_DEPTH_WRITEMASK), GL_FALSE);
+  EXPECT_TRUE(isOn(GL_FOG));
+  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_LINE);
+  EXPECT_TRUE(isOn(GL_CULL_FACE));
+  EXPECT_EQ(getInt(GL_CULL_FACE_MODE), GL_FRONT);
+  EXPECT_EQ(getFloat(GL_LINE_WIDTH), 3);
+  EXPECT_EQ(getFloat(GL_POINT_SIZE), 4);
+  GLfloat m[16];
+  nrgl::GetFloatv(GL_TEXTURE_MATRIX, m);
+  EXPECT_EQ(m[5], 3);
+  EXPECT_EQ(getInt(GL_MATRIX_MODE), GL_MODELVIEW);
+  EXPECT_TRUE(isOn(GL_COLOR_MATERIAL));
+  EXPECT_EQ(getInt(GL_COLOR_MATERIAL_PARAMETER), GL_AMBIENT_AND_DIFFUSE);
+
+  const nrBitMask recorded = context->getGlobalState().mask;
+  nrGLRecorder rec;
+  setAll();
+  context->setTexMode(nrContext::PERSP_TEX);
+  context->setBlendColor(nrVec4f(0, 1, 0, 1));
+  EXPECT_EQ(rec.calls(), Calls{}) << "equal values and cached-only elements issue nothing";
+  EXPECT_EQ(recorded.getBits(), 0xEC9F219Eull);
+  EXPECT_EQ(context->getGlobalState().texMode, nrContext::PERSP_TEX);
+
+  context->setCullFace(nrContext::NO_CULL);
+  context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
+  context->setNormalizeEnable(1);
+  context->setNormalizeEnable(1);
+  context->setLocalViewer(1);
+  context->setLocalViewer(1);
+  EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_CULL_FACE)", "glDisable(GL_COLOR_MATERIAL)", "glEnable(GL_NORMALIZE)",
+                                "glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, 1)"}));
+  EXPECT_TRUE(isOn(GL_NORMALIZE));
+}
+
+TEST_F(Context, BlendIsOnExactlyWhileTheFactorsAreNotOneAndZero) {
+  nrGLRecorder rec;
+  context->setSrcBlendFunc(nrContext::SRC_ALPHA_SBLEND);
+  context->setDstBlendFunc(nrContext::ONE_MINUS_SRC_ALPHA_DBLEND);
+  context->setSrcBlendFunc(nrContext::ONE_SBLEND);
+  Calls onOne = rec.calls();
+  EXPECT_TRUE(isOn(GL_BLEND));
+  rec.clear();
+  context->setDstBlendFunc(nrContext::ZERO_DBLEND);
+  EXPECT_FALSE(isOn(GL_BLEND));
+  onOne.insert(onOne.end(), rec.calls().begin(), rec.calls().end() - 1);
+  EXPECT_EQ(onOne, (Calls{"glEnable(GL_BLEND)", "glBlendFunc(GL_SRC_ALPHA, GL_ZERO)",
+                                "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)",
+                                "glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA)", "glDisable(GL_BLEND)",
+                                "glBlendFunc(GL_ONE, GL_ZERO)"}));
+}
+
+TEST_F(Context, TransparencyModesSwitchBetweenBlendingAndStipple) {
+  context->setTranspEnable(1);
+  EXPECT_TRUE(isOn(GL_BLEND));
+  EXPECT_EQ(getInt(GL_BLEND_SRC), GL_SRC_ALPHA);
+  EXPECT_EQ(getInt(GL_BLEND_DST), GL_ONE_MINUS_SRC_ALPHA);
+  EXPECT_EQ(context->getGlobalState().srcBlendFunc, nrContext::SRC_ALPHA_SBLEND);
+
+  context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
+  EXPECT_TRUE(isOn(GL_POLYGON_STIPPLE));
+  EXPECT_FALSE(isOn(GL_BLEND));
+  context->setTranspMode(nrContext::NICE_TRANSP);
+  EXPECT_FALSE(isOn(GL_POLYGON_STIPPLE));
+  EXPECT_TRUE(isOn(GL_BLEND));
+  context->setTranspEnable(0);
+  EXPECT_FALSE(isOn(GL_BLEND));
+  EXPECT_EQ(getInt(GL_BLEND_SRC), GL_ONE);
+
+  context->setTranspMode(nrContext::FAST_TRANSP);
+  EXPECT_FALSE(isOn(GL_POLYGON_STIPPLE)) << "a mode change while off changes nothing";
+  context->setTranspEnable(1);
+  EXPECT_TRUE(isOn(GL_POLYGON_STIPPLE));
+  context->setTranspEnable(0);
+  EXPECT_FALSE(isOn(GL_POLYGON_STIPPLE));
+}
+
+TEST_F(Context, AlwaysAlphaFunctionKeepsTheAlphaTestEnabled) {
+  context->setAlphaFunc(nrContext::GREATER_AFUNC);
+  EXPECT_TRUE(isOn(GL_ALPHA_TEST));
+  nrGLRecorder rec;
+  context->setAlphaRef(0.5f);
+  context->setAlphaFunc(nrContext::ALWAYS_AFUNC);
+  EXPECT_EQ(rec.calls(), (Calls{"glAlphaFunc(GL_GREATER, 0.5)", "glEnable(GL_ALPHA_TEST)",
+                                "glAlphaFunc(GL_ALWAYS, 0.5)"}));
+  EXPECT_TRUE(isOn(GL_ALPHA_TEST));
+  EXPECT_EQ(getInt(GL_ALPHA_TEST_FUNC), GL_ALWAYS);
+}
+
+TEST_F(Context, LineStipplePatternAllOnesTurnsStippleOffAndSilencesTheFactor) {
+  nrGLRecorder rec;
+  context->setLineStipplePattern(0xF0F0);
+  context->setLineStippleFactor(3);
+  context->setLineStipplePattern(0xFFFF);
+  context->setLineStippleFactor(5);
+  EXPECT_EQ(rec.calls(), (Calls{"glEnable(GL_LINE_STIPPLE)", "glLineStipple(1, 0xf0f0)", "glLineStipple(3, 0xf0f0)",
+                                "glDisable(GL_LINE_STIPPLE)"}));
+  context->setLineStipplePattern(0x10FF0F);
+  EXPECT_TRUE(isOn(GL_LINE_STIPPLE));
+  EXPECT_EQ(getInt(GL_LINE_STIPPLE_PATTERN), 0xFF0F) << "only the low 16 bits reach OpenGL";
+  EXPECT_EQ(getInt(GL_LINE_STIPPLE_REPEAT), 5);
+}
+
+TEST_F(Context, OverrideStacksHoldSixteenAndReportOverflowAndUnderflow) {
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  nrOverrideGeoProp* prop = new nrOverrideGeoProp;
+  prop->ref();
+  for (int i = 0; i < 16; ++i) {
+    context->pushOverrideAppearance(app);
+    context->pushOverrideGeoProp(prop);
+  }
+  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideAppearance(nullptr); }),
+            "overflow in nrContext override appearance stack\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideGeoProp(nullptr); }),
+            "overflow in nrContext override geometry property stack\n");
+  for (int i = 0; i < 16; ++i) {
+    EXPECT_EQ(context->popOverrideAppearance(), app);
+    EXPECT_EQ(context->popOverrideGeoProp(), prop);
+  }
+  nrAppearance* none = app;
+  EXPECT_EQ(nrtest::captureStderr([&] { none = context->popOverrideAppearance(); }),
+            "underflow in nrContext override appearance stack\n");
+  EXPECT_EQ(none, nullptr);
+  nrOverrideGeoProp* noProp = prop;
+  EXPECT_EQ(nrtest::captureStderr([&] { noProp = context->popOverrideGeoProp(); }),
+            "underflow in nrContext override geometry property stack\n");
+  EXPECT_EQ(noProp, nullptr);
+  EXPECT_EQ(app->getRefCount(), 1);
+  app->unref();
+  prop->unref();
+}
+
+TEST_F(Context, GeometryOverrideForcesOnlyItsElementsAndPoppingResendsThem) {
+  nrOverrideGeoProp* prop = new nrOverrideGeoProp;
+  prop->ref();
+  prop->setCullFace(nrContext::FRONT_CULL);
+  prop->setPointSize(9);
+  prop->setLineWidth(5);
+  nrBitMask lineOnly;
+  lineOnly.setBit(30);
+  prop->setOverride(lineOnly);
+  context->setLineWidth(2);
+  context->setCullFace(nrContext::BACK_CULL);
+  context->pushOverrideGeoProp(prop);
+
+  nrGLRecorder rec;
+  context->setLineWidth(2);
+  context->setPointSize(3);
+  context->setCullFace(nrContext::BACK_CULL);
+  EXPECT_EQ(rec.calls(), (Calls{"glLineWidth(5)", "glPointSize(3)"}));
+  EXPECT_EQ(context->getGlobalState().lineWidth, 2) << "the requested value is still recorded";
+
+  rec.clear();
+  context->popOverrideGeoProp();
+  context->setLineWidth(2);
+  context->setPointSize(3);
+  context->setCullFace(nrContext::BACK_CULL);
+  context->setLineWidth(2);
+  EXPECT_EQ(rec.calls(),
+            (Calls{"glLineWidth(2)", "glPointSize(3)", "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)"}));
+  EXPECT_EQ(getFloat(GL_LINE_WIDTH), 2);
+  prop->unref();
+}
+
+TEST_F(Context, SharedIdsReuseFreedSingleIdsAndTrackVersionsPerContext) {
+  int base = nrContext::newId(3);
+  EXPECT_EQ(nrContext::newId(3), base + 3);
+  nrContext::freeId(5, 1);
+  EXPECT_EQ(nrContext::newId(3), base + 6) << "a block ignores the free list";
+  EXPECT_EQ(nrContext::newId(1), 5);
+  EXPECT_EQ(nrContext::newId(1), base + 9);
+
+  EXPECT_EQ(context->isDirty(40, 1), 1);
+  EXPECT_EQ(context->isDirty(40, 1), 0);
+  EXPECT_EQ(context->isDirty(40, 0), 0);
+  EXPECT_EQ(context->isDirty(40, 2), 1);
+  EXPECT_EQ(context->isDirty(5000, 1), 1);
+  EXPECT_EQ(context->isDirty(5000, 1), 0);
+
+  nrContext* other = new nrContext(drawable);
+  other->ref();
+  EXPECT_EQ(other->isDirty(40, 2), 1);
+  nrContext::freeId(40, 1);
+  EXPECT_EQ(context->isDirty(40, 2), 1) << "freeing forgets the id in every context";
+  EXPECT_EQ(other->isDirty(40, 2), 1);
+  EXPECT_EQ(nrContext::newId(1), 40);
+  other->unref();
+}
+
+TEST_F(Context, MakeCurrentBindsOnceAndReleaseLeavesNoContext) {
+  EXPECT_EQ(nrContext::getCurrent(), context);
+  int x, y, w, h;
+  context->getViewport(x, y, w, h);
+  EXPECT_EQ(w, 64);
+  EXPECT_EQ(h, 64);
+
+  nrGLRecorder rec;
+  context->makeCurrent(drawable);
+  context->setViewport(0, 0, 64, 64);
+  context->setViewport(0, 0, 32, 16);
+  EXPECT_EQ(rec.calls(), Calls{"glViewport(0, 0, 32, 16)"});
+  EXPECT_EQ(getInt(GL_VIEWPORT + 0), 0);
+
+  nrContext* other = new nrContext(drawable);
+  other->ref();
+  rec.clear();
+  other->makeCurrent(drawable);
+  EXPECT_EQ(nrContext::getCurrent(), other);
+  EXPECT_EQ(rec.calls(), (Calls{"glGetIntegerv(GL_VIEWPORT, ptr)", "glColor4f(1, 1, 1, 1)",
+                                "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0, 0, 0, 1})"}));
+  rec.clear();
+  context->makeCurrent(drawable);
+  EXPECT_EQ(rec.calls(), Calls{"glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0, 0, 0, 1})"});
+  other->unref();
+  EXPECT_EQ(nrContext::getCurrent(), context);
+
+  nrContext::releaseCurrent();
+  EXPECT_EQ(nrContext::getCurrent(), nullptr);
+  context->makeCurrent(drawable);
+  EXPECT_EQ(nrContext::getCurrent(), context);
+}
+
+TEST_F(Context, ClearUsesTheGivenColourAndDepthOne) {
+  nrGLRecorder rec;
+  context->clear(nrContext::COLOR_CLEAR | nrContext::DEPTH_CLEAR, 1, 0, 0, 1);
+  context->clear(nrContext::COLOR_CLEAR);
+  EXPECT_EQ(rec.calls(), (Calls{"glClearColor(1, 0, 0, 1)", "glClearDepth(1)",
+                                "glClear(GL_COLOR_BUFFER_BIT|GL_DEPTH_BUFFER_BIT)", "glClearColor(0, 0, 0, 1)",
+                                "glClear(GL_COLOR_BUFFER_BIT)"}));
+}
+
+// Records which hooks the context called.
+struct tstTexture : nrTexture {
+  void draw(nrContext*) override { ++draws; }
+  int draws = 0;
+};
+struct tstMaterial : nrMaterial {
+  void draw(FaceEnum face, nrContext*) override { faces += face == BACK_FACE ? 'B' : 'F'; }
+  std::string faces;
+};
+
+TEST_F(Context, TextureGeneratorAndMaterialHooksRunOnChangeOnly) {
+  tstTexture* texture = new tstTexture;
+  texture->ref();
+  context->setTexture(texture);
+  context->setTexture(texture);
+  EXPECT_EQ(texture->draws, 1);
+
+  nrTexGen* texGen = new nrTexGen;
+  texGen->ref();
+  texGen->setModeS(nrTexGen::SPHERE_MAP);
+  texGen->setModeQ(nrTexGen::OBJECT_LINEAR);
+  context->setTexGen(texGen);
+  context->setTexGenEnable(1);
+  EXPECT_TRUE(isOn(GL_TEXTURE_GEN_S));
+  EXPECT_FALSE(isOn(GL_TEXTURE_GEN_T));
+  EXPECT_FALSE(isOn(GL_TEXTURE_GEN_R));
+  EXPECT_TRUE(isOn(GL_TEXTURE_GEN_Q));
+  context->setTexGenEnable(0);
+  EXPECT_FALSE(isOn(GL_TEXTURE_GEN_S));
+  EXPECT_FALSE(isOn(GL_TEXTURE_GEN_Q));
+
+  tstMaterial* front = new tstMaterial;
+  front->ref();
+  tstMaterial* back = new tstMaterial;
+  back->ref();
+  nrGLRecorder rec;
+  context->setMaterial(front);
+  context->setBackMaterial(back);
+  context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
+  context->setBackMaterial(nullptr);
+  EXPECT_EQ(front->faces, "FF") << "switching colour tracking off re-sends the materials";
+  EXPECT_EQ(back->faces, "BB");
+  EXPECT_EQ(rec.calls(),
+            (Calls{"glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1)", "glEnable(GL_COLOR_MATERIAL)",
+                   "glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE)", "glDisable(GL_COLOR_MATERIAL)",
+                   "glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 0)"}));
+  context->setTexture(nullptr);
+  context->setTexGen(nullptr);
+  context->setMaterial(nullptr);
+  texture->unref();
+  texGen->unref();
+  front->unref();
+  back->unref();
+}
+
+// A light whose restores are visible.
+struct tstLight : nrLight {
+  void pop(int slot, const nrMatrix4f& matrix) override {
+    pops.push_back(slot);
+    lastMatrix = matrix;
+  }
+  std::vector<int> pops;
+  nrMatrix4f lastMatrix;
+};
+
+struct LightSet {
+  tstLight* lights[10];
+  LightSet() {
+    for (tstLight*& light : lights) {
+      light = new tstLight;
+      light->ref();
+    }
+  }
+  ~LightSet() {
+    for (tstLight* light : lights) light->unref();
+  }
+  tstLight* operator[](int i) { return lights[i]; }
+};
+
+TEST_F(Context, LightsTakeTheHighestFreeSlotAndReportUnchangedPlacement) {
+  LightSet l;
+  nrMatrix4f moved;
+  moved.makeTrans(1, 0, 0);
+  int same = 0;
+  nrGLRecorder rec;
+  EXPECT_EQ(context->getLightTarget(l[0], identity, same), 7);
+  EXPECT_EQ(same, -1);
+  EXPECT_EQ(context->getLightTarget(l[0], identity, same), 7);
+  EXPECT_EQ(same, 7);
+  EXPECT_EQ(context->getLightTarget(l[0], moved, same), 7);
+  EXPECT_EQ(same, -1);
+  l[0]->setOn(0);
+  EXPECT_EQ(context->getLightTarget(l[0], moved, same), 7);
+  EXPECT_EQ(same, -1);
+  EXPECT_EQ(rec.calls(), (Calls{"glEnable(GL_LIGHT7)", "glDisable(GL_LIGHT7)"}));
+  EXPECT_EQ(l[0]->getRefCount(), 2);
+
+  for (int i = 1; i < 8; ++i) EXPECT_EQ(context->getLightTarget(l[i], identity, same), 7 - i);
+  EXPECT_EQ(context->getLight(0), l[7]);
+  EXPECT_EQ(context->getLight(8), nullptr);
+  EXPECT_EQ(context->getLightTarget(l[8], identity, same), 7) << "the disabled slot is reused";
+  EXPECT_EQ(l[0]->getRefCount(), 1);
+  EXPECT_EQ(context->getLightTarget(l[9], identity, same), -1) << "no slot is free";
+  EXPECT_EQ(same, -1);
+  EXPECT_EQ(l[9]->getRefCount(), 1);
+
+  nrContext::disableLight(l[3]);
+  EXPECT_FALSE(isOn(GL_LIGHT4));
+  EXPECT_TRUE(isOn(GL_LIGHT5));
+  context->disableLightTargets();
+  for (int i = 0; i < 8; ++i) EXPECT_FALSE(isOn(GL_LIGHT0 + i));
+}
+
+TEST_F(Context, PoppingLightsDisablesNewcomersAndRestoresTheLevelBelow) {
+  LightSet l;
+  nrMatrix4f placed;
+  placed.makeTrans(0, 2, 0);
+  int same;
+  context->getLightTarget(l[0], placed, same);
+  context->pushLights();
+  EXPECT_EQ(l[0]->getRefCount(), 3);
+  EXPECT_EQ(context->getLightTarget(l[1], identity, same), 6);
+  context->getLightTarget(l[0], identity, same);
+  nrGLRecorder rec;
+  context->popLights();
+  EXPECT_EQ(rec.calls(), Calls{"glDisable(GL_LIGHT6)"});
+  EXPECT_EQ(l[0]->pops, std::vector<int>{7});
+  EXPECT_TRUE(l[0]->lastMatrix == placed);
+  EXPECT_TRUE(l[1]->pops.empty());
+  EXPECT_EQ(l[0]->getRefCount(), 2);
+  EXPECT_EQ(l[1]->getRefCount(), 1);
+  EXPECT_EQ(context->getLight(6), nullptr);
+  EXPECT_EQ(context->getLightTarget(l[0], placed, same), 7);
+  EXPECT_EQ(same, 7);
+
+  l[0]->setOn(0);
+  context->pushLights();
+  context->getLightTarget(l[0], placed, same);
+  l[0]->setOn(1);
+  context->popLights();
+  EXPECT_EQ(l[0]->pops, (std::vector<int>{7, 7}));
+}
+
+// A fog whose stack hooks are visible.
+struct tstFog : nrFog {
+  explicit tstFog(unsigned char on) { this->on = on; }
+  void push(nrContext*) override { events += "push "; }
+  void pop(nrFog* dropped, nrContext*) override { events += dropped == this ? "pop-self " : "pop "; }
+  std::string events;
+};
+
+TEST_F(Context, FogEnableFollowsTheTopFogOnceTwoArePushed) {
+  tstFog* off = new tstFog(0);
+  off->ref();
+  tstFog* on = new tstFog(1);
+  on->ref();
+  EXPECT_EQ(context->syncFogState(on), 0) << "fog is off for the application";
+  EXPECT_FALSE(isOn(GL_FOG));
+  context->setFogEnable(1);
+  context->pushFog(off);
+  context->setFogEnable(0);
+  context->setFogEnable(1);
+  EXPECT_TRUE(isOn(GL_FOG)) << "a single pushed fog does not decide";
+  context->pushFog(on);
+  context->pushFog(nullptr);
+  context->setFogEnable(0);
+  context->setFogEnable(1);
+  EXPECT_TRUE(isOn(GL_FOG));
+  context->pushFog(off);
+  context->setFogEnable(1);
+  EXPECT_FALSE(isOn(GL_FOG)) << "forced off by the fog on top";
+  EXPECT_EQ(context->getGlobalState().fogEnable, 1);
+  EXPECT_EQ(off->getRefCount(), 3);
+  EXPECT_EQ(on->getRefCount(), 3);
+  context->popFog();
+  EXPECT_EQ(context->syncFogState(on), 1);
+  EXPECT_TRUE(isOn(GL_FOG));
+  context->popFog();
+  context->popFog();
+  context->popFog();
+  context->popFog();
+  EXPECT_EQ(on->events, "push push pop pop-self ");
+  EXPECT_EQ(off->events, "push push pop ");
+  EXPECT_EQ(off->getRefCount(), 1);
+  EXPECT_EQ(on->getRefCount(), 1);
+  off->unref();
+  on->unref();
+}
+
+TEST_F(Context, PopStateRestoresTheLevelBelowAndKeepsTheShadowTrue) {
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  app->setLightEnable(1);
+  app->setPolyMode(nrContext::LINE_PMODE);
+  context->setPolyMode(nrContext::POINT_PMODE);
+  context->pushState();
+  context->drawApp(app, 0);
+  EXPECT_TRUE(isOn(GL_LIGHTING));
+  nrGLRecorder rec;
+  context->popState();
+  EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_LIGHTING)", "glPolygonMode(GL_FRONT_AND_BACK, GL_POINT)"}));
+  rec.clear();
+  context->drawApp(app, 0);
+  EXPECT_EQ(rec.calls(), (Calls{"glEnable(GL_LIGHTING)", "glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)"}))
+      << "a pop makes the next appearance apply again";
+
+  context->pushState();
+  context->setLineWidth(6);
+  context->popState();
+  rec.clear();
+  context->setLineWidth(6);
+  EXPECT_EQ(rec.calls(), Calls{});
+  EXPECT_EQ(getFloat(GL_LINE_WIDTH), 6) << "state the application set inside the level stays";
+
+  for (int i = 0; i < 20; ++i) context->pushState();
+  context->setShadeModel(nrContext::FLAT_SHADE);
+  for (int i = 0; i < 20; ++i) context->popState();
+  context->drawApp(nullptr, 1);
+  EXPECT_FALSE(isOn(GL_LIGHTING));
+  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_POINT);
+  EXPECT_EQ(getInt(GL_SHADE_MODEL), GL_FLAT);
+  app->unref();
+}
+
+TEST_F(Context, OverrideAppearanceWinsWhereItSetsAndAppearancesFillTheRest) {
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  app->setLightEnable(1);
+  app->setShadeModel(nrContext::FLAT_SHADE);
+  nrAppearance* over = new nrAppearance;
+  over->ref();
+  over->setLightEnable(0);
+  over->setPolyMode(nrContext::LINE_PMODE);
+
+  nrGLRecorder rec;
+  context->pushOverrideAppearance(over);
+  context->drawApp(app, 0);
+  EXPECT_EQ(rec.calls(), (Calls{"glShadeModel(GL_FLAT)", "glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)"}));
+  rec.clear();
+  context->drawApp(app, 0);
+  context->drawApp(over, 0);
+  EXPECT_EQ(rec.calls(), (Calls{"glShadeModel(GL_SMOOTH)"}));
+
+  rec.clear();
+  context->popOverrideAppearance();
+  context->drawApp(app, 0);
+  EXPECT_EQ(rec.calls(), (Calls{"glPolygonMode(GL_FRONT_AND_BACK, GL_FILL)", "glEnable(GL_LIGHTING)",
+                                "glShadeModel(GL_FLAT)"}));
+  rec.clear();
+  context->drawApp(app, 0);
+  EXPECT_EQ(rec.calls(), Calls{});
+  context->drawApp(nullptr, 1);
+  EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_LIGHTING)", "glShadeModel(GL_SMOOTH)"}));
+  app->unref();
+  over->unref();
+}
+
+TEST_F(Context, DestroyedContextLeavesTheListAndTheThread) {
+  nrContext* other = new nrContext(drawable);
+  other->makeCurrent(drawable);
+  other->unref();
+  EXPECT_EQ(nrContext::getCurrent(), nullptr);
+  nrContext::freeId(nrContext::newId(1), 1);
+  EXPECT_TRUE(nrType::getType("Context")->isDerivedFrom(nrObject::getClassType()));
+  EXPECT_EQ(nrContext::getClassType(), nrType::getType("Context"));
+}
+
+TEST(nrContextSound, AudioPortFailureIsReportedOnce) {
+  std::string text = nrtest::captureStderr([] {
+    nrContext::initSound();
+    nrContext::initSound();
+  });
+  EXPECT_EQ(text, "Warning - Failed to open AudioPort for Audio Resource\n");
+  EXPECT_TRUE(nrContext::isSoundInitialized());
+}
+
+}  // namespace
