@@ -1,0 +1,106 @@
+#include "nerio3d/render/nrAppearance.h"
+
+#include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/render/_nrGfx.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nrRenderFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+using Appearance = nrtest::ContextTest;
+
+TEST_F(Appearance, WrittenFieldsAreAppliedAndEverythingElseIsInherited) {
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  nrBitMask inherit;
+  app->getInherit(inherit);
+  EXPECT_EQ(inherit.getBits(), ~0ull);
+  EXPECT_FALSE(app->isChanged());
+
+  context->setShadeModel(nrContext::FLAT_SHADE);
+  nrGLRecorder rec;
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{}) << "a fresh appearance changes nothing";
+
+  app->setShadeModel(nrContext::SMOOTH_SHADE);
+  app->setDepthEnable(1);
+  app->getInherit(inherit);
+  EXPECT_FALSE(inherit.isBitSet(nrAppearance::SHADE_MODEL));
+  EXPECT_FALSE(inherit.isBitSet(nrAppearance::DEPTH_ENABLE));
+  EXPECT_EQ(app->getExplicitMask().getBits(), (1ull << 8) | (1ull << 26));
+  EXPECT_TRUE(app->isChanged());
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), (Calls{"glShadeModel(GL_SMOOTH)", "glEnable(GL_DEPTH_TEST)"}))
+      << "writing the default value still applies it";
+  EXPECT_FALSE(app->isChanged());
+
+  rec.clear();
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{}) << "the same appearance twice issues nothing";
+
+  inherit.setBit(nrAppearance::SHADE_MODEL);
+  app->setInherit(inherit);
+  EXPECT_EQ(app->getExplicitMask().getBits(), 1ull << 26);
+  EXPECT_EQ(app->getShadeModel(), nrContext::SMOOTH_SHADE) << "the value is kept";
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{"glShadeModel(GL_FLAT)"}) << "handed back to the application's state";
+
+  nrAppearance* plain = new nrAppearance;
+  plain->ref();
+  rec.clear();
+  plain->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{"glDisable(GL_DEPTH_TEST)"});
+  plain->unref();
+  app->unref();
+}
+
+TEST_F(Appearance, ChangedAppearanceIsReappliedInFullAfterDirectSets) {
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  app->setLightEnable(1);
+  app->setPolyMode(nrContext::LINE_PMODE);
+  app->draw(nullptr);
+  context->setPolyMode(nrContext::POINT_PMODE);
+  nrGLRecorder rec;
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{"glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)"})
+      << "a direct set in between defeats the early return";
+  rec.clear();
+  app->setColorMask(255, 255, 255, 0);
+  app->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{"glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE)"});
+  app->unref();
+}
+
+TEST(nrAppearanceType, FieldsSitAtTheirStateElementBits) {
+  nrType* type = nrAppearance::getClassType();
+  EXPECT_EQ(type, nrType::getType("Appearance"));
+  EXPECT_EQ(type->getNumFields(), 29);
+  const char* names[] = {"texture", "texEnable", "texMode", "texBlendColor", "texEnv", "texGen", "texGenEnable",
+                         "lightEnable", "shadeModel", "transpEnable", "transpMode", "alphaFunc", "alphaRef",
+                         "blendColor", "srcBlendFunc", "dstBlendFunc", "colorMask", "depthFunc", "depthMask",
+                         "fogEnable", "polyMode", "lineStipplePattern", "lineStippleFactor", "texTransform",
+                         "material", "backMaterial", "depthEnable", "materialModeEnable", "inherit"};
+  for (int i = 0; i < 29; ++i) EXPECT_STREQ(type->getFieldInfo(i)->getName().getString(), names[i]) << i;
+  EXPECT_STREQ(type->mapEnum(nrAppearance::TRANSP_MODE, nrContext::SCREEN_DOOR_TRANSP), "SCREEN_DOOR_TRANSP");
+  EXPECT_STREQ(type->mapEnum(nrAppearance::SRC_BLEND_FUNC, nrContext::ONE_MINUS_DST_ALPHA_SBLEND),
+               "ONE_MINUS_DST_ALPHA_SBLEND");
+
+  nrAppearance* app = new nrAppearance;
+  app->ref();
+  nrMaterial* material = new nrMaterial;
+  app->setMaterial(material);
+  EXPECT_EQ(material->getRefCount(), 1);
+  EXPECT_EQ(material->getParent(0), app);
+  _nrGfx gfx;
+  app->getGfx(gfx);
+  EXPECT_EQ(gfx.material, material);
+  EXPECT_EQ(gfx.lineStipplePattern, 0xFFFFu);
+  EXPECT_EQ(gfx.depthMask, 1);
+  EXPECT_EQ(gfx.lineWidth, 1);
+  EXPECT_FALSE(gfx.mask.isBitSet(nrAppearance::MATERIAL));
+  app->unref();
+}
+
+}  // namespace
