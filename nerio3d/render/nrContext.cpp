@@ -794,6 +794,7 @@ int nrContext::newId(int count) {
 
 void nrContext::freeId(int first, int count) {
   getClassType();
+  if (first < 0 || count < 1) return;
   for (unsigned c = 0; c < contexts->getCount(); ++c) {
     nrContext* context = static_cast<nrContext*>((*contexts)[c]);
     if (!context) continue;
@@ -804,6 +805,8 @@ void nrContext::freeId(int first, int count) {
 }
 
 int nrContext::isDirty(int id, int version) {
+  // A negative id was never handed out: nothing can be remembered for it.
+  if (id < 0) return 1;
   if (static_cast<unsigned>(id) < versions->getCount() && version <= (*versions)[id]) return 0;
   fitVersions(versions, id);
   (*versions)[id] = version;

@@ -229,6 +229,10 @@ TEST_F(Context, GeometryOverrideForcesOnlyItsElementsAndPoppingResendsThem) {
   nrBitMask lineOnly;
   lineOnly.setBit(30);
   prop->setOverride(lineOnly);
+  nrBitMask mask;
+  prop->getOverride(mask);
+  EXPECT_EQ(mask.getBits(), 1ull << 30);
+  EXPECT_EQ(prop->getType(), nrType::getType("OverrideGeoProp"));
   context->setLineWidth(2);
   context->setCullFace(nrContext::BACK_CULL);
   context->pushOverrideGeoProp(prop);
@@ -266,6 +270,8 @@ TEST_F(Context, SharedIdsReuseFreedSingleIdsAndTrackVersionsPerContext) {
   EXPECT_EQ(context->isDirty(40, 2), 1);
   EXPECT_EQ(context->isDirty(5000, 1), 1);
   EXPECT_EQ(context->isDirty(5000, 1), 0);
+  EXPECT_EQ(context->isDirty(-1, 1), 1);
+  EXPECT_EQ(context->isDirty(-1, 1), 1);
 
   nrContext* other = new nrContext(drawable);
   other->ref();
