@@ -2,6 +2,11 @@
 // registers them. New classes are added here, in their place, as they land.
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrObject.h"
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/fields/nrMFRef.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSFRef.h"
+#include "nerio3d/fields/nrSField.h"
 
 namespace {
 template <typename Class>
@@ -16,4 +21,37 @@ void nrObject::initClasses() {
   done = true;
   getClassType();
   registerClass<nrData>();
+  registerClass<nrContainer>();
+  registerClass<nrField>();
+  registerClass<nrSFUByte>();
+  registerClass<nrSFShort>();
+  registerClass<nrSFInt>();
+  registerClass<nrSFUInt>();
+  registerClass<nrSFFloat>();
+  registerClass<nrSFDouble>();
+  registerClass<nrSFEnum>();
+  registerClass<nrSFRef>();
+  registerClass<nrSFVec2f>();
+  registerClass<nrSFVec3f>();
+  registerClass<nrSFVec3s>();
+  registerClass<nrSFVec4f>();
+  registerClass<nrSFVec4ub>();
+  registerClass<nrSFBitMask>();
+  registerClass<nrSFName>();
+  registerClass<nrSFMatrix4f>();
+  registerClass<nrSFRotation>();
+  registerClass<nrSFString>();
+  registerClass<nrSFTime>();
+  registerClass<nrMField>();
+  registerClass<nrMFByte>();
+  registerClass<nrMFInt>();
+  registerClass<nrMFFloat>();
+  registerClass<nrMFMatrix4f>();
+  registerClass<nrMFRotation>();
+  registerClass<nrMFVec2f>();
+  registerClass<nrMFVec3f>();
+  registerClass<nrMFVec3s>();
+  registerClass<nrMFVec4f>();
+  registerClass<nrMFRef>();
+  registerClass<nrMFString>();
 }

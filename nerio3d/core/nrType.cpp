@@ -4,6 +4,7 @@
 
 #include "nerio3d/actions/nrActionFunTable.h"
 #include "nerio3d/core/nrStringDict.h"
+#include "nerio3d/fields/nrFieldInfo.h"
 
 static const unsigned typeDictBuckets = 251;
 static nrStringDict* typeDict = nullptr;
@@ -66,3 +67,10 @@ bool nrType::isDerivedFrom(const nrType* t) const {
     if (s == t) return true;
   return false;
 }
+
+void nrType::defineEnums(short fieldIndex, int count, const char** names, const int* values) {
+  nrFieldInfo* info = getFieldInfo(fieldIndex);
+  for (int k = 0; k < count; ++k) info->addEnum(values[k], names[k]);
+}
+
+const char* nrType::mapEnum(short fieldIndex, int value) { return getFieldInfo(fieldIndex)->mapEnum(value); }

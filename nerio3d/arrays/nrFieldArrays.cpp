@@ -1,0 +1,27 @@
+#include "nerio3d/arrays/nrFieldArrays.h"
+
+#include <cstdio>
+
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/fields/nrField.h"
+#include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/fields/nrOutput.h"
+
+template <typename T>
+void nrObjectPtrArray<T>::write(nrOutput* out) const {
+  FILE* f = out->getStream();
+  fputs("[\n", f);
+  for (unsigned i = 0; i < this->count; ++i) {
+    T* element = (*this)[i];
+    if (!element) continue;
+    out->indent();
+    element->write(out);
+    fputs(",\n", f);
+  }
+  out->indent();
+  fputs("]", f);
+}
+
+template class nrObjectPtrArray<nrField>;
+template class nrObjectPtrArray<nrFieldInfo>;
+template class nrObjectPtrArray<nrContainer>;

@@ -1,0 +1,293 @@
+#include "nerio3d/fields/nrContainer.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "nerio3d/arrays/nrData.h"
+#include "nerio3d/fields/nrCloneTable.h"
+#include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/fields/nrMField.h"
+
+NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
+
+// Side-effect bits and validation use a true 64-bit shift; fields past 63 have none.
+static uint64_t bit64(int index) { return index >= 0 && index < 64 ? uint64_t(1) << index : 0; }
+
+nrContainer::nrContainer(nrType* t) : nrObject(t), fields(nullptr), userData(nullptr), name(nullptr) {
+  parent.single = nullptr;
+  flags &= ~3u;
+}
+
+nrContainer::~nrContainer() {
+  free(name);
+  if (userData) userData->unref();
+  if (fields) {
+    for (unsigned i = 0; i < fields->getCount(); ++i) delete (*fields)[i];
+    delete fields;
+  }
+  if (flags & PARENT_ARRAY_FLAG) delete parent.array;
+}
+
+int nrContainer::getNumFields() const { return type->getNumFields(); }
+
+void nrContainer::addField(nrField* field) {
+  if (!fields) fields = new nrFieldArray(static_cast<unsigned>(getNumFields()));
+  fields->set(static_cast<unsigned>(field->getIndex()), field);
+}
+
+nrField* nrContainer::getField(int index) {
+  if (index < 0 || index >= getNumFields()) return nullptr;
+  if (!fields) fields = new nrFieldArray(static_cast<unsigned>(getNumFields()));
+  if (static_cast<unsigned>(index) < fields->getCount() && (*fields)[index]) return (*fields)[index];
+  nrFieldInfo* info = type->getFieldInfo(index);
+  return info ? info->instantiate(this) : nullptr;
+}
+
+static int findField(nrType* type, const char* name) {
+  for (int i = 0; i < type->getNumFields(); ++i) {
+    nrFieldInfo* info = type->getFieldInfo(i);
+    if (info && info->match(name)) return i;
+  }
+  return -1;
+}
+
+nrField* nrContainer::getField(const char* fieldName) {
+  if (!fieldName) return nullptr;
+  int index = findField(type, fieldName);
+  if (index < 0) {
+    // "set_" found anywhere drops the first four characters, whatever they are.
+    if (strstr(fieldName, "set_")) {
+      index = findField(type, fieldName + 4);
+    } else if (const char* suffix = strstr(fieldName, "_changed")) {
+      char* cut = strndup(fieldName, static_cast<size_t>(suffix - fieldName));
+      index = findField(type, cut);
+      free(cut);
+    }
+  }
+  return index < 0 ? nullptr : getField(index);
+}
+
+int nrContainer::getParentCount() const {
+  if (flags & PARENT_ARRAY_FLAG) return static_cast<int>(parent.array->getCount());
+  return parent.single ? 1 : 0;
+}
+
+nrContainer* nrContainer::getParent(int i) const {
+  if (flags & PARENT_ARRAY_FLAG) return static_cast<nrContainer*>((*parent.array)[static_cast<unsigned>(i)]);
+  return i == 0 ? parent.single : nullptr;
+}
+
+void nrContainer::addParent(nrContainer* p) {
+  if (flags & PARENT_ARRAY_FLAG) {
+    parent.array->append(p);
+  } else if (parent.single) {
+    nrPtrArray* array = new nrPtrArray(2);
+    array->append(parent.single);
+    array->append(p);
+    parent.array = array;
+    flags |= PARENT_ARRAY_FLAG;
+  } else {
+    parent.single = p;
+  }
+}
+
+int nrContainer::removeParent(nrContainer* p) {
+  if (!(flags & PARENT_ARRAY_FLAG)) {
+    if (parent.single != p) return -1;
+    parent.single = nullptr;
+    return 0;
+  }
+  bool found = parent.array->remove(p);
+  if (parent.array->getCount() == 1) {
+    nrContainer* last = static_cast<nrContainer*>((*parent.array)[0]);
+    delete parent.array;
+    parent.single = last;
+    flags &= ~PARENT_ARRAY_FLAG;
+  }
+  return found ? 1 : 0;
+}
+
+void nrContainer::refer(nrContainer* old, nrContainer* value) {
+  refer(value);
+  unrefer(old);
+}
+
+void nrContainer::refer(nrContainer* value) {
+  if (!value) return;
+  value->ref();
+  value->addParent(this);
+}
+
+void nrContainer::unrefer(nrContainer* old) {
+  if (!old) return;
+  old->removeParent(this);
+  old->unref();
+}
+
+void nrContainer::setUserData(nrData* data) {
+  if (data) data->ref();
+  if (userData) userData->unref();
+  userData = data;
+}
+
+void nrContainer::setName(const char* n) {
+  char* copy = n ? strdup(n) : nullptr;
+  free(name);
+  name = copy;
+}
+
+void nrContainer::connect(short fromIndex, nrContainer* to, short toIndex) {
+  nrField* from = getField(fromIndex);
+  nrField* dest = to ? to->getField(toIndex) : nullptr;
+  if (from && dest) from->connect(dest);
+}
+
+void nrContainer::disconnect(short fromIndex, nrContainer* to, short toIndex) {
+  nrField* from = getField(fromIndex);
+  nrField* dest = to ? to->getField(toIndex) : nullptr;
+  if (from && dest) from->disconnect(dest);
+}
+
+void nrContainer::validateField(short index) {
+  uint64_t bit = bit64(index);
+  if (sideEffects.getBits() & bit) {
+    cleanSideEffect(index);
+    sideEffects = nrBitMask::fromBits(sideEffects.getBits() & ~bit);
+  }
+  if (staleInputs.getBits() & bit) {
+    nrField* field = getField(index);
+    if (field)
+      cleanFieldInputs(field);
+    else
+      staleInputs = nrBitMask::fromBits(staleInputs.getBits() & ~bit);
+  }
+}
+
+void nrContainer::touchField(short index) {
+  nrField* field = fields && index >= 0 && static_cast<unsigned>(index) < fields->getCount() ? (*fields)[index] : nullptr;
+  if (!field) return;
+  sideEffects = nrBitMask::fromBits(sideEffects.getBits() & ~bit64(index));
+  if (field->isDirty()) {
+    field->setDirty(false);
+    nrField* src = field->source;
+    if (src && src->isDirty()) src->container->cleanFieldInputs(src);
+  }
+  if (!field->isBusy() && field->getNumOutputs()) {
+    field->setBusy(true);
+    field->dirtyOutputs();
+    field->setBusy(false);
+  }
+}
+
+void nrContainer::dirtyFieldOutputs(nrField* field) {
+  field->setDirty(true);
+  field->setBusy(true);
+  if (field->getNumOutputs()) field->dirtyOutputs();
+  field->setBusy(false);
+}
+
+void nrContainer::cleanFieldInputs(nrField* field) {
+  field->setDirty(false);
+  field->setBusy(true);
+  if (field->source) field->copy(field->source);
+  field->setBusy(false);
+}
+
+void nrContainer::notifyParents(short index) {
+  if (flags & PARENT_ARRAY_FLAG) {
+    for (unsigned i = 0; i < parent.array->getCount(); ++i)
+      static_cast<nrContainer*>((*parent.array)[i])->childChanged(this, index);
+  } else if (parent.single) {
+    parent.single->childChanged(this, index);
+  }
+}
+
+void nrContainer::propagateSideEffect(short index) {
+  uint64_t bit = bit64(index);
+  if (sideEffects.getBits() & bit) return;
+  sideEffects = nrBitMask::fromBits(sideEffects.getBits() | bit);
+  notifyParents(index);
+  if (nrField::isDirtyFieldTrackingEnabled()) {
+    nrField* field = getField(index);
+    if (field) nrField::pushDirty(field);
+  }
+}
+
+void nrContainer::internalCleanFields(nrBitMask mask) {
+  uint64_t bits = mask.getBits();
+  while (bits) {
+    for (int i = 0; i < 64; ++i)
+      if (bits & (uint64_t(1) << i)) validateField(static_cast<short>(i));
+    bits = (sideEffects | staleInputs).getBits();
+  }
+}
+
+void nrContainer::initFieldDefaults(nrType* t) {
+  for (int i = t->getNumInheritedFields(); i < t->getNumFields(); ++i)
+    if (nrFieldInfo* info = t->getFieldInfo(i)) info->reset(this);
+}
+
+void nrContainer::destroyFieldContents(nrType* t) {
+  for (int i = t->getNumInheritedFields(); i < t->getNumFields(); ++i)
+    if (nrFieldInfo* info = t->getFieldInfo(i)) info->release(this);
+}
+
+void nrContainer::freeUnconnectedFields() {
+  nrType* engine = nrType::getType("Engine");
+  if (!fields || (engine && isOfType(engine))) return;
+  nrField::cleanFields();
+  bool kept = false;
+  for (unsigned i = 0; i < fields->getCount(); ++i) {
+    nrField* field = (*fields)[i];
+    if (!field) continue;
+    if (field->isOfType(nrMField::getClassType()) || field->getNumInputs() || field->getNumOutputs() ||
+        !field->getFieldInfo()->hasStorage()) {
+      kept = true;
+      continue;
+    }
+    delete field;
+    fields->set(i, nullptr);
+  }
+  if (!kept) {
+    delete fields;
+    fields = nullptr;
+  }
+}
+
+void nrContainer::copy(nrContainer* from) {
+  nrCloneTable table;
+  copy(from, &table);
+}
+
+nrContainer* nrContainer::clone(CloneEnum mode) {
+  nrCloneTable table;
+  return clone(mode, &table);
+}
+
+nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
+  nrContainer* c = instantiate();
+  if (!c) return nullptr;
+  if (mode == SHALLOW_CLONE || mode == COPY_CLONE)
+    c->copy(this);
+  else
+    c->recursiveCopy(this, table);
+  return c;
+}
+
+void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
+  if (!(from->sideEffects | from->staleInputs).isZero()) from->internalCleanFields(from->sideEffects | from->staleInputs);
+  if (from->name) setName(from->name);
+  setUserData(from->userData);
+  int n = getNumFields() < from->getNumFields() ? getNumFields() : from->getNumFields();
+  for (int i = 0; i < n; ++i) {
+    type->getFieldInfo(i)->copy(this, from);
+    nrField* field = from->fields && static_cast<unsigned>(i) < from->fields->getCount() ? (*from->fields)[i] : nullptr;
+    if (field) field->copyConnections(getField(i), table);
+  }
+}
+
+void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
+  table->addClonedInstance(from, this);
+  copy(from, table);
+  for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
+}

@@ -1,0 +1,98 @@
+// Base of every object with named, typed fields: owns its field objects, knows
+// its parents, and drives change propagation (push stale, pull value).
+#pragma once
+
+#include "nerio3d/arrays/nrFieldArrays.h"
+#include "nerio3d/core/nrBitMask.h"
+#include "nerio3d/core/nrObject.h"
+#include "nerio3d/fields/nrField.h"
+
+class nrCloneTable;
+class nrData;
+
+class nrContainer : public nrObject {
+  NR_DECLARE_TYPE(nrContainer)
+
+  // SHALLOW_CLONE and COPY_CLONE both copy the values and share referenced
+  // containers; DEEP_CLONE clones referenced containers too, keeping shared
+  // ones shared in the copy.
+  enum CloneEnum { SHALLOW_CLONE = 0, COPY_CLONE = 1, DEEP_CLONE = 2 };
+
+  nrContainer() : nrContainer(getClassType()) {}
+  explicit nrContainer(nrType* type);
+  ~nrContainer() override;
+
+  // A new default instance of the same class; null for abstract classes.
+  virtual nrContainer* instantiate() { return nullptr; }
+  virtual void copy(nrContainer* from, nrCloneTable* table);
+  virtual void copy(nrContainer* from);
+  virtual nrContainer* clone(CloneEnum mode, nrCloneTable* table);
+  virtual nrContainer* clone(CloneEnum mode);
+  // Copies from, cloning what it refers to through the table.
+  virtual void recursiveCopy(nrContainer* from, nrCloneTable* table);
+
+  // The field object of index, created on first access; null past the type's fields.
+  nrField* getField(int index);
+  // By name or alias; "set_x" and "x_changed" find x.
+  nrField* getField(const char* name);
+  int getNumFields() const;
+
+  int getParentCount() const;
+  nrContainer* getParent(int i) const;
+
+  void setUserData(nrData* data);
+  nrData* getUserData() const { return userData; }
+  void setName(const char* name);
+  const char* getName() const { return name; }
+
+  void connect(short fromIndex, nrContainer* to, short toIndex);
+  void disconnect(short fromIndex, nrContainer* to, short toIndex);
+
+  // Drops field objects that hold nothing of their own; values stay.
+  void freeUnconnectedFields();
+
+  const nrBitMask& getStaleInputMask() const { return staleInputs; }
+  const nrBitMask& getSideEffectMask() const { return sideEffects; }
+
+ protected:
+  virtual void fieldChanged(short index) { touchField(index); }
+  virtual void childChanged(nrContainer*, short) {}
+  virtual void cleanFieldInputs(nrField* field);
+  virtual void dirtyFieldOutputs(nrField* field);
+  virtual void cleanSideEffect(short) {}
+
+  void addField(nrField* field);
+  void addParent(nrContainer* parent);
+  int removeParent(nrContainer* parent);
+  // References value and becomes its parent, then leaves old and releases it.
+  void refer(nrContainer* old, nrContainer* value);
+  void refer(nrContainer* value);
+  void unrefer(nrContainer* old);
+
+  void validateField(short index);
+  void touchField(short index);
+  void notifyParents(short index);
+  void propagateSideEffect(short index);
+  void internalCleanFields(nrBitMask mask);
+  void initFieldDefaults(nrType* type);
+  void destroyFieldContents(nrType* type);
+
+ private:
+  friend class nrField;
+  friend class nrSFRef;
+  friend class nrMFRef;
+  friend class nrSFRefInfo;
+  friend class nrMFRefInfo;
+
+  enum { PARENT_ARRAY_FLAG = 0x1 };
+
+  nrFieldArray* fields;
+  union {
+    nrContainer* single;
+    nrPtrArray* array;
+  } parent;
+  nrData* userData;
+  nrBitMask staleInputs;
+  nrBitMask sideEffects;
+  char* name;
+};

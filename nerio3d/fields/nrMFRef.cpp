@@ -1,0 +1,184 @@
+#include "nerio3d/fields/nrMFRef.h"
+
+#include <cstdio>
+
+#include "nerio3d/fields/nrOutput.h"
+
+NR_DEFINE_TYPE(nrMFRef, nrMField, "nrMFRef") {}
+
+nrMFRef::nrMFRef(nrContainer* owner, short index) : nrMField(owner, index) {
+  nrMFRefInfo* info = static_cast<nrMFRefInfo*>(getFieldInfo());
+  value = info->hasStorage() ? &(owner->*info->getStorage()) : new nrRefArray;
+}
+
+nrMFRef::~nrMFRef() {
+  if (getFieldInfo()->hasStorage()) return;
+  for (unsigned i = 0; i < value->getCount(); ++i) getContainer()->unrefer((*value)[i]);
+  delete value;
+}
+
+bool nrMFRef::check(const char* operation, nrContainer* v) {
+  return static_cast<nrRefInfo*>(getFieldInfo())->checkType(operation, v, getContainer());
+}
+
+void nrMFRef::set(unsigned i, nrContainer* v) {
+  if (!check("nrMFRef::set(int, nrContainer*)", v)) return;
+  if (i < value->getCount())
+    getContainer()->refer((*value)[i], v);
+  else
+    getContainer()->refer(v);
+  value->set(i, v);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->set(i, v); });
+}
+
+void nrMFRef::set(const nrRefArray& a) {
+  for (unsigned i = 0; i < a.getCount(); ++i)
+    if (!check("nrMFRef::set(const nrRefArray&) Bad type\n", a[i])) return;
+  nrContainer* owner = getContainer();
+  for (unsigned i = 0; i < a.getCount(); ++i) owner->refer(a[i]);
+  for (unsigned i = 0; i < value->getCount(); ++i) owner->unrefer((*value)[i]);
+  value->set(a);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->set(a); });
+}
+
+void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
+  for (unsigned k = 0; k < n; ++k)
+    if (!check("nrMFRef::setRange(int, int, nrContainer*[])", values[k])) return;
+  nrContainer* owner = getContainer();
+  for (unsigned k = 0; k < n; ++k) {
+    if (start + k < value->getCount())
+      owner->refer((*value)[start + k], values[k]);
+    else
+      owner->refer(values[k]);
+  }
+  value->setRange(start, n, values);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->setRange(start, n, values); });
+}
+
+void nrMFRef::fillRange(unsigned start, unsigned n, nrContainer* v) {
+  if (!check("nrMFRef::fillRange(int, int, nrContainer*)\n", v)) return;
+  nrContainer* owner = getContainer();
+  for (unsigned k = 0; k < n; ++k) {
+    if (start + k < value->getCount())
+      owner->refer((*value)[start + k], v);
+    else
+      owner->refer(v);
+  }
+  value->fillRange(start, n, v);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->fillRange(start, n, v); });
+}
+
+void nrMFRef::append(nrContainer* v) {
+  if (!check("nrMFRef::append(int, nrContainer*)", v)) return;
+  getContainer()->refer(v);
+  value->append(v);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->append(v); });
+}
+
+void nrMFRef::insert(unsigned i, nrContainer* v) {
+  if (!check("nrMFRef::insert(int, nrContainer*)", v)) return;
+  getContainer()->refer(v);
+  value->insert(i, v);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->insert(i, v); });
+}
+
+long nrMFRef::replace(nrContainer* old, nrContainer* v) {
+  long i = value->find(old);
+  if (i < 0) return i;
+  getContainer()->refer(old, v);
+  (*value)[static_cast<unsigned>(i)] = v;
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->replace(old, v); });
+  return i;
+}
+
+bool nrMFRef::remove(nrContainer* v) {
+  long i = value->find(v);
+  if (i < 0) return false;
+  drop(static_cast<unsigned>(i), false);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->remove(v); });
+  return true;
+}
+
+bool nrMFRef::fastRemove(nrContainer* v) {
+  long i = value->find(v);
+  if (i < 0) return false;
+  drop(static_cast<unsigned>(i), true);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->fastRemove(v); });
+  return true;
+}
+
+void nrMFRef::removeIndex(unsigned i) {
+  if (i >= value->getCount()) return;
+  drop(i, false);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->removeIndex(i); });
+}
+
+void nrMFRef::fastRemoveIndex(unsigned i) {
+  if (i >= value->getCount()) return;
+  drop(i, true);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->fastRemoveIndex(i); });
+}
+
+void nrMFRef::drop(unsigned i, bool fast) {
+  nrContainer* old = (*value)[i];
+  if (fast)
+    value->fastRemoveIndex(i);
+  else
+    value->removeIndex(i);
+  getContainer()->unrefer(old);
+}
+
+void nrMFRef::copy(nrField* from) {
+  if (from->getType() == getType()) set(static_cast<nrMFRef*>(from)->getArray());
+}
+
+void nrMFRef::write(nrOutput* out) {
+  validate();
+  value->write(out);
+}
+
+void nrMFRef::addTypeField(nrType* type, const char* name, short index, nrType* requiredType,
+                           nrRefArray nrContainer::*storage) {
+  type->setFieldInfo(index, new nrMFRefInfo(name, index, requiredType, storage));
+}
+
+nrRefArray* nrMFRefInfo::valueIn(nrContainer* owner) {
+  return storage ? &(owner->*storage) : static_cast<nrMFRef*>(owner->getField(getIndex()))->getStorage();
+}
+
+void nrMFRefInfo::copy(nrContainer* to, nrContainer* from) {
+  nrRefArray* src = valueIn(from);
+  nrRefArray* dst = valueIn(to);
+  unsigned n = src->getCount();
+  dst->setSize(n > dst->getCount() ? n : dst->getCount());
+  for (unsigned i = 0; i < n; ++i) {
+    to->refer((*src)[i]);
+    dst->set(i, (*src)[i]);
+  }
+}
+
+void nrMFRefInfo::write(nrOutput* out, nrContainer* owner) {
+  if (preWrite(out, owner)) return;
+  valueIn(owner)->write(out);
+  fputs("\n", out->getStream());
+}
+
+void nrMFRefInfo::release(nrContainer* owner) {
+  nrRefArray* list = valueIn(owner);
+  while (list->getCount()) {
+    nrContainer* old = (*list)[list->getCount() - 1];
+    list->setCount(list->getCount() - 1);
+    owner->unrefer(old);
+  }
+}
+
+void nrMFRefInfo::cloneReferences(nrContainer* owner, nrCloneTable* table) {
+  nrRefArray* list = valueIn(owner);
+  for (unsigned i = 0; i < list->getCount(); ++i) {
+    nrContainer* child = (*list)[i];
+    if (!child) continue;
+    nrContainer* clone = cloneOf(child, table);
+    owner->refer(child, clone);
+    (*list)[i] = clone;
+  }
+}

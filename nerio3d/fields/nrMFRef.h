@@ -1,0 +1,90 @@
+// Field holding a list of referenced containers, of a required type; the owner
+// references each element and is its parent once per occurrence.
+#pragma once
+
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSFRef.h"
+
+class nrMFRef : public nrMField {
+  NR_DECLARE_TYPE(nrMFRef)
+  nrType* getType() const override { return getClassType(); }
+
+  unsigned getCount() {
+    validate();
+    return value->getCount();
+  }
+  nrContainer* get(unsigned i) {
+    validate();
+    return (*value)[i];
+  }
+  nrContainer* operator[](unsigned i) { return get(i); }
+  const nrRefArray& getArray() {
+    validate();
+    return *value;
+  }
+  long find(nrContainer* v) {
+    validate();
+    return value->find(v);
+  }
+
+  // Every element added is referenced, every element dropped released; a
+  // container not of the required type is refused with a message.
+  void set(unsigned i, nrContainer* v);
+  void set(const nrRefArray& a);
+  void setRange(unsigned start, unsigned n, nrContainer* const* values);
+  void fillRange(unsigned start, unsigned n, nrContainer* v);
+  void append(nrContainer* v);
+  void insert(unsigned i, nrContainer* v);
+  long replace(nrContainer* old, nrContainer* v);
+  bool remove(nrContainer* v);
+  bool fastRemove(nrContainer* v);
+  void removeIndex(unsigned i);
+  void fastRemoveIndex(unsigned i);
+  void setExtension(unsigned n) { value->setExtension(n); }
+  nrRefArray* getStorage() const { return value; }
+
+  void copy(nrField* from) override;
+  void write(nrOutput* out) override;
+
+  static void addTypeField(nrType* type, const char* name, short index, nrType* requiredType,
+                           nrRefArray nrContainer::*storage);
+  template <typename C>
+  static void addTypeField(nrType* type, const char* name, short index, nrType* requiredType,
+                           nrRefArray C::*storage) {
+    addTypeField(type, name, index, requiredType, static_cast<nrRefArray nrContainer::*>(storage));
+  }
+
+ protected:
+  friend class nrMFRefInfo;
+  nrMFRef(nrContainer* owner, short index);
+  ~nrMFRef() override;
+
+ private:
+  bool check(const char* operation, nrContainer* v);
+  // Takes element i out of the list and releases it, without notifying.
+  void drop(unsigned i, bool fast);
+  nrRefArray* value;
+};
+
+class nrMFRefInfo : public nrRefInfo {
+ public:
+  nrMFRefInfo(const char* name, short index, nrType* requiredType, nrRefArray nrContainer::*member)
+      : nrRefInfo(name, index, nrMFRef::getClassType(), requiredType), storage(member) {}
+
+  using nrFieldInfo::write;
+  nrField* instantiate(nrContainer* owner) override { return new nrMFRef(owner, getIndex()); }
+  void reset(nrContainer* owner) override { valueIn(owner)->setCount(0); }
+  bool isDefault(nrContainer* owner) override { return valueIn(owner)->getCount() == 0; }
+  // Shares the elements; what `to` held before is not released.
+  void copy(nrContainer* to, nrContainer* from) override;
+  void write(nrOutput* out, nrContainer* owner) override;
+  void release(nrContainer* owner) override;
+  void cloneReferences(nrContainer* owner, nrCloneTable* table) override;
+  bool hasStorage() const override { return storage != nullptr; }
+
+  nrRefArray nrContainer::*getStorage() const { return storage; }
+  nrRefArray* valueIn(nrContainer* owner);
+
+ private:
+  nrRefArray nrContainer::*storage;
+};
