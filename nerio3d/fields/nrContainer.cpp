@@ -1,5 +1,6 @@
 #include "nerio3d/fields/nrContainer.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -7,6 +8,7 @@
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrOutput.h"
 
 NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
 
@@ -290,4 +292,40 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
   table->addClonedInstance(from, this);
   copy(from, table);
   for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
+}
+
+void nrContainer::write(nrOutput* out) {
+  nrBitMask pending = sideEffects | staleInputs;
+  if (!pending.isZero()) internalCleanFields(pending);
+  if (writeHeader(out)) return;
+  nrType* t = getType();
+  for (int i = 0; i < t->getNumFields(); ++i) t->getFieldInfo(i)->write(out, this);
+  out->decLevel();
+  out->indent();
+  fputs("}", out->getStream());
+  fflush(out->getStream());
+}
+
+int nrContainer::writeHeader(nrOutput* out) {
+  FILE* f = out->getStream();
+  int number = -1;
+  if (getParentCount() > 1) {
+    if (out->alreadyWritten(this, number)) {
+      if (name)
+        fprintf(f, "USE %s", name);
+      else
+        fprintf(f, "USE Obj%d", number);
+      return 1;
+    }
+    number = out->addInstance(this);
+  }
+  fputs("\n", f);
+  out->indent();
+  if (name)
+    fprintf(f, "DEF %s ", name);
+  else if (number >= 0)
+    fprintf(f, "DEF Obj%d ", number);
+  fprintf(f, "%s {\n", getType()->getName());
+  out->incLevel();
+  return 0;
 }

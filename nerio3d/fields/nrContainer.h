@@ -48,6 +48,10 @@ class nrContainer : public nrObject {
   void connect(short fromIndex, nrContainer* to, short toIndex);
   void disconnect(short fromIndex, nrContainer* to, short toIndex);
 
+  // Writes the container as text: a header (with DEF, or USE when written
+  // before), one line per field that differs from its default, and "}".
+  void write(nrOutput* out) override;
+
   // Drops field objects that hold nothing of their own; values stay.
   void freeUnconnectedFields();
 
@@ -75,6 +79,9 @@ class nrContainer : public nrObject {
   void propagateSideEffect(short index);
   void internalCleanFields(nrBitMask mask);
   void initFieldDefaults(nrType* type);
+  // Writes "USE ..." and returns 1 for a shared container written before;
+  // otherwise writes the header line, raises the level and returns 0.
+  int writeHeader(nrOutput* out);
   void destroyFieldContents(nrType* type);
 
  private:

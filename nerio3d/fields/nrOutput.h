@@ -1,8 +1,13 @@
 // Writer of scene data as text: the stream, the indentation level, and the
-// tables that let shared containers be written once and referred to later.
+// tables that let shared containers be written once (DEF) and referred to
+// later (USE).
 #pragma once
 
 #include <cstdio>
+
+#include "nerio3d/core/nrDict.h"
+
+class nrContainer;
 
 class nrOutput {
  public:
@@ -15,6 +20,9 @@ class nrOutput {
   nrOutput(const nrOutput&) = delete;
   nrOutput& operator=(const nrOutput&) = delete;
 
+  // Writes a whole graph; DEF/USE numbering starts afresh for every root.
+  void write(nrContainer* root);
+
   FILE* getStream() const { return stream; }
   int getLevel() const { return level; }
   void setLevel(int l) { level = l; }
@@ -25,7 +33,18 @@ class nrOutput {
   void indent();
 
  private:
+  friend class nrContainer;
+
+  // True when the container was written before: number is its Obj number, or
+  // -1 when it was written under its own name.
+  int alreadyWritten(nrContainer* container, int& number);
+  // Enters a container being written for the first time: an unnamed one gets
+  // the next Obj number (returned), a named one -1.
+  int addInstance(nrContainer* container);
+
   int level = 0;
   int nextNumber = 0;
   FILE* stream = nullptr;
+  nrDict named{1021};
+  nrDict numbered{1021};
 };

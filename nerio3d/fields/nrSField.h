@@ -13,6 +13,7 @@
 #include "nerio3d/fields/nrOutput.h"
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrMatrix4f.h"
+#include "nerio3d/core/nrTime.h"
 #include "nerio3d/math/nrRotation.h"
 #include "nerio3d/math/nrSphereBound.h"
 #include "nerio3d/math/nrVec2f.h"
@@ -28,6 +29,7 @@ void nrFieldValueWrite(nrOutput* out, int v);
 void nrFieldValueWrite(nrOutput* out, unsigned int v);
 void nrFieldValueWrite(nrOutput* out, float v);
 void nrFieldValueWrite(nrOutput* out, double v);
+inline void nrFieldValueWrite(nrOutput* out, const nrTime& v) { nrFieldValueWrite(out, v.getValue()); }
 template <typename T>
 void nrFieldValueWrite(nrOutput* out, const T& v) {
   v.write(out);
@@ -162,8 +164,8 @@ NR_SFIELD_KIND(nrSFInt, int)
 NR_SFIELD_KIND(nrSFUInt, unsigned int)
 NR_SFIELD_KIND(nrSFFloat, float)
 NR_SFIELD_KIND(nrSFDouble, double)
-// Seconds; holds a plain double until the time value type is in place.
-NR_SFIELD_KIND(nrSFTime, double)
+// Seconds, written as a double.
+NR_SFIELD_KIND(nrSFTime, nrTime)
 NR_SFIELD_KIND(nrSFVec2f, nrVec2f)
 NR_SFIELD_KIND(nrSFVec3f, nrVec3f)
 NR_SFIELD_KIND(nrSFVec3s, nrVec3s)

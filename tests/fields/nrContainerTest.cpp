@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include "nerio3d/arrays/nrData.h"
+#include "nrFieldTestTypes.h"
+
+namespace {
+nrSFFloat* floatField(nrContainer* c, int i) { return static_cast<nrSFFloat*>(c->getField(i)); }
+}  // namespace
+
+TEST(nrContainer, SideEffectsNotifyParentsOncePerPendingChange) {
+  tstAll* parent = new tstAll;
+  parent->ref();
+  nrMFRef* children = static_cast<nrMFRef*>(parent->getField(tstAll::MFREF));
+  tstLeaf* leaf = new tstLeaf;
+  children->append(leaf);
+  children->append(leaf);
+  leaf->propagateSideEffect(2);
+  EXPECT_EQ(parent->childChanges, 2) << "once per parent entry";
+  leaf->propagateSideEffect(2);
+  EXPECT_EQ(parent->childChanges, 2);
+  EXPECT_TRUE(leaf->getSideEffectMask().isBitSet(2));
+  leaf->validateField(2);
+  EXPECT_TRUE(leaf->getSideEffectMask().isZero());
+  leaf->propagateSideEffect(2);
+  EXPECT_EQ(parent->childChanges, 4);
+  // Setting the field itself clears its pending side effect.
+  floatField(leaf, 2)->set(1.0f);
+  EXPECT_TRUE(leaf->getSideEffectMask().isZero());
+
+  tstAll* c = new tstAll;
+  c->ref();
+  c->propagateSideEffect(tstAll::FLOAT);
+  c->validateField(tstAll::FLOAT);
+  c->validateField(tstAll::FLOAT);
+  EXPECT_EQ(c->sideEffectsCleaned, 1);
+  c->unref();
+  parent->unref();
+}
+
+TEST(nrContainer, StaleBitsUseThe32BitShiftWhileReadsUseTheFieldsOwnBit) {
+  tstWide* w = new tstWide;
+  w->ref();
+  tstWide* src = new tstWide;
+  src->ref();
+  floatField(src, 0)->set(8.0f);
+  src->connect(0, w, 35);
+  EXPECT_EQ(w->getStaleInputMask().getBits(), 0x8ull);
+  src->connect(0, w, 31);
+  EXPECT_EQ(w->getStaleInputMask().getBits(), 0xFFFFFFFF80000008ull);
+  EXPECT_EQ(floatField(w, 31)->get(), 8.0f);
+  EXPECT_EQ(w->getStaleInputMask().getBits(), 0x8ull) << "clearing bit 31 clears the whole high word";
+  EXPECT_TRUE(w->getField(35)->isDirty());
+  EXPECT_EQ(floatField(w, 35)->get(), 0.0f) << "bit 35 is never looked at";
+  src->disconnect(0, w, 35);
+  EXPECT_EQ(w->getStaleInputMask().getBits(), 0x0ull);
+  EXPECT_FALSE(w->getField(35)->isDirty());
+  EXPECT_STREQ(w->getField(35)->getName(), "f35");
+  src->unref();
+  w->unref();
+}
+
+TEST(nrContainer, ParentsAreASingleLinkOrAList) {
+  tstAll* a = new tstAll;
+  tstAll* b = new tstAll;
+  a->ref();
+  b->ref();
+  tstLeaf* leaf = new tstLeaf;
+  leaf->ref();
+  nrMFRef* la = static_cast<nrMFRef*>(a->getField(tstAll::MFREF));
+  la->append(leaf);
+  EXPECT_EQ(leaf->getParentCount(), 1);
+  EXPECT_EQ(leaf->getParent(1), nullptr);
+  la->append(leaf);
+  static_cast<nrSFRef*>(b->getField(tstAll::REF))->set(leaf);
+  EXPECT_EQ(leaf->getParentCount(), 3);
+  EXPECT_EQ(leaf->getParent(0), a);
+  EXPECT_EQ(leaf->getParent(2), b);
+  la->removeIndex(0);
+  la->fastRemoveIndex(0);
+  EXPECT_EQ(leaf->getParentCount(), 1);
+  EXPECT_EQ(leaf->getParent(0), b);
+  b->unref();
+  EXPECT_EQ(leaf->getParentCount(), 0);
+  EXPECT_EQ(leaf->getRefCount(), 1);
+  leaf->unref();
+  a->unref();
+}
+
+TEST(nrContainer, UserDataAndNameAreKeptAndShared) {
+  tstAll* c = new tstAll;
+  c->ref();
+  nrData* data = nrData::create(8);
+  c->setUserData(data);
+  c->setUserData(data);
+  EXPECT_EQ(data->getRefCount(), 1);
+  c->setName("first");
+  c->setName(c->getName());
+  EXPECT_STREQ(c->getName(), "first");
+  nrContainer* copy = c->clone(nrContainer::SHALLOW_CLONE);
+  copy->ref();
+  EXPECT_STREQ(copy->getName(), "first");
+  EXPECT_NE(copy->getName(), c->getName());
+  EXPECT_EQ(copy->getUserData(), data);
+  EXPECT_EQ(data->getRefCount(), 2);
+  copy->unref();
+  c->unref();
+}
+
+TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
+  tstAll* src = new tstAll;
+  src->ref();
+  tstAll* c = new tstAll;
+  c->ref();
+  floatField(c, tstAll::FLOAT)->set(2.0f);
+  static_cast<nrMFInt*>(c->getField(tstAll::MFINT))->append(4);
+  static_cast<nrSFString*>(c->getField(tstAll::STRING))->set(nrString("s"));
+  src->connect(tstAll::DOUBLE, c, tstAll::DOUBLE);
+  static_cast<nrSFDouble*>(src->getField(tstAll::DOUBLE))->set(6.0);
+  tstLeaf* shared = new tstLeaf;
+  static_cast<nrSFRef*>(c->getField(tstAll::REF))->set(shared);
+
+  tstAll* copy = static_cast<tstAll*>(c->clone(nrContainer::COPY_CLONE));
+  copy->ref();
+  EXPECT_EQ(copy->floatValue, 2.0f);
+  EXPECT_EQ(copy->doubleValue, 6.0);
+  EXPECT_EQ(copy->mfInt.getCount(), 1u);
+  EXPECT_STREQ(copy->stringValue.getString(), "s");
+  EXPECT_NE(copy->stringValue.getString(), c->stringValue.getString());
+  EXPECT_EQ(copy->refValue, shared) << "a shallow clone shares what it refers to";
+  EXPECT_EQ(shared->getParentCount(), 2);
+  EXPECT_EQ(copy->getField(tstAll::DOUBLE)->getNumInputs(), 0) << "routes to outside containers stay behind";
+  copy->unref();
+  c->unref();
+  src->unref();
+  EXPECT_EQ(tstLeaf::live, 0);
+}
+
+TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
+  tstAll* root = new tstAll;
+  root->ref();
+  tstLeaf* shared = new tstLeaf;
+  tstLeaf* single = new tstLeaf;
+  nrMFRef* list = static_cast<nrMFRef*>(root->getField(tstAll::MFREF));
+  list->append(shared);
+  list->append(single);
+  list->append(shared);
+  static_cast<nrSFRef*>(root->getField(tstAll::REF))->set(shared);
+  floatField(single, tstLeaf::VALUE)->set(3.0f);
+  single->connect(tstLeaf::OUT_VALUE, shared, tstLeaf::IN_VALUE);
+  shared->connect(tstLeaf::OUT_VALUE, shared, tstLeaf::VALUE);
+  root->connect(tstAll::FLOAT, single, tstLeaf::IN_VALUE);
+
+  tstAll* copy = static_cast<tstAll*>(root->clone(nrContainer::DEEP_CLONE));
+  copy->ref();
+  EXPECT_EQ(tstLeaf::live, 4);
+  nrContainer* sharedCopy = copy->mfRef[0];
+  nrContainer* singleCopy = copy->mfRef[1];
+  EXPECT_NE(sharedCopy, shared);
+  EXPECT_NE(singleCopy, single);
+  EXPECT_EQ(copy->mfRef[2], sharedCopy);
+  EXPECT_EQ(copy->refValue, sharedCopy);
+  EXPECT_EQ(sharedCopy->getParentCount(), 3);
+  EXPECT_EQ(sharedCopy->getRefCount(), 3);
+  EXPECT_EQ(shared->getParentCount(), 3) << "the source graph is left as it was";
+  EXPECT_EQ(static_cast<tstLeaf*>(singleCopy)->value, 3.0f);
+
+  nrField* out = singleCopy->getField(tstLeaf::OUT_VALUE);
+  ASSERT_EQ(out->getNumOutputs(), 1);
+  EXPECT_EQ(out->getOutput(0), sharedCopy->getField(tstLeaf::IN_VALUE));
+  ASSERT_EQ(sharedCopy->getField(tstLeaf::OUT_VALUE)->getNumOutputs(), 1);
+  EXPECT_EQ(sharedCopy->getField(tstLeaf::OUT_VALUE)->getOutput(0), sharedCopy->getField(tstLeaf::VALUE));
+  EXPECT_EQ(singleCopy->getField(tstLeaf::IN_VALUE)->getInput(0), copy->getField(tstAll::FLOAT));
+  EXPECT_EQ(single->getField(tstLeaf::OUT_VALUE)->getNumOutputs(), 1);
+  floatField(copy, tstAll::FLOAT)->set(9.0f);
+  EXPECT_EQ(floatField(singleCopy, tstLeaf::IN_VALUE)->get(), 9.0f);
+  EXPECT_EQ(floatField(single, tstLeaf::IN_VALUE)->get(), 0.5f);
+
+  copy->unref();
+  EXPECT_EQ(tstLeaf::live, 2);
+  root->unref();
+  EXPECT_EQ(tstLeaf::live, 0);
+}
+
+TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
+  tstAll* a = new tstAll;
+  a->ref();
+  floatField(a, tstAll::FLOAT)->set(4.0f);
+  a->getField(tstAll::INT);
+  a->freeUnconnectedFields();
+  EXPECT_EQ(a->floatValue, 4.0f);
+  EXPECT_EQ(floatField(a, tstAll::FLOAT)->get(), 4.0f) << "the value outlives its field object";
+
+  tstAll* b = new tstAll;
+  b->ref();
+  a->connect(tstAll::SHORT, b, tstAll::SHORT);
+  a->getField(tstAll::MFINT);
+  nrField* route = a->getField(tstAll::SHORT);
+  nrField* list = a->getField(tstAll::MFINT);
+  a->freeUnconnectedFields();
+  EXPECT_EQ(a->getField(tstAll::SHORT), route);
+  EXPECT_EQ(a->getField(tstAll::MFINT), list);
+
+  // Fields that keep their own value are kept as well.
+  tstWide* w = new tstWide;
+  w->ref();
+  floatField(w, 5)->set(1.0f);
+  w->freeUnconnectedFields();
+  EXPECT_EQ(floatField(w, 5)->get(), 1.0f);
+  w->unref();
+  b->unref();
+  a->unref();
+}
+
+TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
+  nrField::enableDirtyFieldTracking(true);
+  tstAll* a = new tstAll;
+  a->ref();
+  tstAll* b = new tstAll;
+  b->ref();
+  a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  floatField(a, tstAll::FLOAT)->set(6.0f);
+  b->propagateSideEffect(tstAll::INT);
+  EXPECT_TRUE(b->getField(tstAll::FLOAT)->isDirty());
+  nrField::cleanFields();
+  EXPECT_FALSE(b->getField(tstAll::FLOAT)->isDirty());
+  EXPECT_EQ(b->floatValue, 6.0f);
+  EXPECT_EQ(b->sideEffectsCleaned, 1);
+  EXPECT_TRUE((b->getStaleInputMask() | b->getSideEffectMask()).isZero());
+
+  // A record of a field that goes away is dropped with it.
+  floatField(a, tstAll::FLOAT)->set(7.0f);
+  b->unref();
+  nrField::cleanFields();
+  a->unref();
+  nrField::enableDirtyFieldTracking(false);
+  EXPECT_FALSE(nrField::isDirtyFieldTrackingEnabled());
+}
+
+TEST(nrContainer, InternalCleanFieldsSettlesEveryPendingBit) {
+  tstAll* a = new tstAll;
+  a->ref();
+  tstAll* b = new tstAll;
+  b->ref();
+  a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  a->connect(tstAll::INT, b, tstAll::INT);
+  b->propagateSideEffect(tstAll::MFREF);
+  b->internalCleanFields(b->getStaleInputMask() | b->getSideEffectMask());
+  EXPECT_TRUE((b->getStaleInputMask() | b->getSideEffectMask()).isZero());
+  EXPECT_EQ(b->intValue, 3);
+  b->unref();
+  a->unref();
+}

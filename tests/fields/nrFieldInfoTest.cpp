@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include "nrFieldTestTypes.h"
+
+using nrtest::fieldLine;
+
+TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
+  tstAll* c = new tstAll;
+  c->ref();
+  for (int i = 0; i < tstAll::NUM_FIELDS; ++i) {
+    EXPECT_TRUE(c->getType()->getFieldInfo(i)->isDefault(c)) << i;
+    EXPECT_EQ(fieldLine(c, i), "") << i;
+  }
+  EXPECT_EQ(static_cast<nrSFFloat*>(c->getField(tstAll::FLOAT))->get(), 0.5f);
+  EXPECT_EQ(static_cast<nrSFShort*>(c->getField(tstAll::SHORT))->get(), -2);
+  nrVec3f v;
+  static_cast<nrSFVec3f*>(c->getField(tstAll::VEC3F))->get(v);
+  EXPECT_EQ(v[0], 2.0f);
+  EXPECT_EQ(v[2], 2.0f);
+  EXPECT_STREQ(static_cast<nrSFName*>(c->getField(tstAll::NAME))->get().getString(), "none");
+  EXPECT_EQ(static_cast<nrSFVec3fInfo*>(c->getType()->getFieldInfo(tstAll::VEC3F))->getDefault()[1], 2.0f);
+  c->unref();
+}
+
+TEST(nrFieldInfo, NonDefaultValuesWriteNameAndValueInTheirKindsFormat) {
+  tstAll* c = new tstAll;
+  c->ref();
+  static_cast<nrSFFloat*>(c->getField(tstAll::FLOAT))->set(1.5f);
+  EXPECT_EQ(fieldLine(c, tstAll::FLOAT), "  float 1.500000\n");
+  EXPECT_EQ(fieldLine(c, tstAll::FLOAT, 0), "float 1.500000\n");
+  static_cast<nrSFUInt*>(c->getField(tstAll::UINT))->set(255);
+  EXPECT_EQ(fieldLine(c, tstAll::UINT), "  uint 0xff\n");
+  static_cast<nrSFUByte*>(c->getField(tstAll::UBYTE))->set(0x80);
+  EXPECT_EQ(fieldLine(c, tstAll::UBYTE), "  ubyte 0x80\n");
+  static_cast<nrSFShort*>(c->getField(tstAll::SHORT))->set(-7);
+  EXPECT_EQ(fieldLine(c, tstAll::SHORT), "  short -7\n");
+  static_cast<nrSFInt*>(c->getField(tstAll::INT))->set(-40000);
+  EXPECT_EQ(fieldLine(c, tstAll::INT), "  int -40000\n");
+  static_cast<nrSFDouble*>(c->getField(tstAll::DOUBLE))->set(0.25);
+  EXPECT_EQ(fieldLine(c, tstAll::DOUBLE), "  double 0.250000\n");
+  static_cast<nrSFTime*>(c->getField(tstAll::TIME))->set(2.5);
+  EXPECT_EQ(fieldLine(c, tstAll::TIME), "  time 2.500000\n");
+  static_cast<nrSFVec3f*>(c->getField(tstAll::VEC3F))->set(nrVec3f(2, 2, 3));
+  EXPECT_EQ(fieldLine(c, tstAll::VEC3F), "  vec3f 2 2 3\n");
+  static_cast<nrSFVec4ub*>(c->getField(tstAll::VEC4UB))->set(nrVec4ub(255, 255, 255, 0));
+  EXPECT_EQ(fieldLine(c, tstAll::VEC4UB), "  vec4ub 255 255 255 0\n");
+  static_cast<nrSFBitMask*>(c->getField(tstAll::BITMASK))->set(nrBitMask(0x5, 0x1));
+  EXPECT_EQ(fieldLine(c, tstAll::BITMASK), "  bitMask 0x15\n");
+  static_cast<nrSFName*>(c->getField(tstAll::NAME))->set(nrName("abc"));
+  EXPECT_EQ(fieldLine(c, tstAll::NAME), "  name \"abc\"\n");
+  // A set string prints "(null)" without quotes: long-standing string output.
+  static_cast<nrSFString*>(c->getField(tstAll::STRING))->set(nrString("text"));
+  EXPECT_EQ(fieldLine(c, tstAll::STRING), "  string (null)\n");
+  nrRotation r(0, 0, 1, 0);
+  r.angle = -0.0f;
+  static_cast<nrSFRotation*>(c->getField(tstAll::ROTATION))->set(r);
+  EXPECT_EQ(fieldLine(c, tstAll::ROTATION), "") << "components compare as numbers";
+  c->unref();
+}
+
+TEST(nrFieldInfo, EnumerationsWriteTheirNamesOrNothingAtAll) {
+  tstAll* c = new tstAll;
+  c->ref();
+  nrType* t = c->getType();
+  nrSFEnum* e = static_cast<nrSFEnum*>(c->getField(tstAll::ENUM));
+  e->set(1);
+  EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum SECOND_TEST\n");
+  e->set(5);
+  EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum ");
+  EXPECT_STREQ(t->mapEnum(tstAll::ENUM, 0), "FIRST_TEST");
+  EXPECT_STREQ(t->mapEnum(tstAll::ENUM, 5), "(nameless)");
+  EXPECT_STREQ(t->mapEnum(tstAll::INT, 0), "(nameless)");
+  c->unref();
+}
+
+TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
+  tstAll* c = new tstAll;
+  c->ref();
+  nrMFFloat* f = static_cast<nrMFFloat*>(c->getField(tstAll::MFFLOAT));
+  f->append(1.0f);
+  f->append(2.0f);
+  EXPECT_EQ(fieldLine(c, tstAll::MFFLOAT), "  mfFloat [\n  1.000000,\n  2.000000,\n  ]\n");
+  nrMFByte* b = static_cast<nrMFByte*>(c->getField(tstAll::MFBYTE));
+  b->set(0, static_cast<char>(0xFF));
+  EXPECT_EQ(fieldLine(c, tstAll::MFBYTE, 0), "mfByte [\n0xffffffff,\n]\n");
+  // Null references are skipped; a container writes itself in place.
+  nrMFRef* refs = static_cast<nrMFRef*>(c->getField(tstAll::MFREF));
+  refs->append(nullptr);
+  refs->append(new tstLeaf);
+  EXPECT_EQ(fieldLine(c, tstAll::MFREF), "  mfRef [\n  \n  TestLeaf {\n  },\n  ]\n");
+  static_cast<nrSFRef*>(c->getField(tstAll::REF))->set(new tstLeaf);
+  EXPECT_EQ(fieldLine(c, tstAll::REF), "  ref \n  TestLeaf {\n  }\n");
+  f->setCount(0);
+  EXPECT_EQ(fieldLine(c, tstAll::MFFLOAT), "");
+  c->unref();
+  EXPECT_EQ(tstLeaf::live, 0);
+}
+
+TEST(nrFieldInfo, LookupByNameAliasAndRouteSpellings) {
+  tstAll* c = new tstAll;
+  c->ref();
+  nrField* f = c->getField(tstAll::FLOAT);
+  EXPECT_EQ(c->getField("float"), f);
+  EXPECT_EQ(c->getField("weight"), f);
+  EXPECT_EQ(c->getField("set_float"), f);
+  EXPECT_EQ(c->getField("float_changed"), f);
+  EXPECT_EQ(c->getField("set_weight"), f);
+  EXPECT_STREQ(f->getName(), "float");
+  // "set_" in the middle still drops the first four characters.
+  EXPECT_EQ(c->getField("offset_x"), c->getField(tstAll::ET_X));
+  EXPECT_EQ(c->getField("Float"), nullptr);
+  EXPECT_EQ(c->getField("set_nothing"), nullptr);
+  EXPECT_EQ(c->getField("nothing_changed"), nullptr);
+  EXPECT_EQ(c->getField(tstAll::NUM_FIELDS), nullptr);
+  EXPECT_EQ(c->getType()->getFieldInfo(tstAll::FLOAT)->getNumAliases(), 1);
+  c->unref();
+}
+
+TEST(nrFieldInfo, FieldsKnowTheirRegisteredTypes) {
+  tstAll* c = new tstAll;
+  c->ref();
+  EXPECT_STREQ(c->getField(tstAll::FLOAT)->getType()->getName(), "nrFloat");
+  EXPECT_EQ(c->getField(tstAll::FLOAT)->getType(), nrSFFloat::getClassType());
+  EXPECT_EQ(c->getField(tstAll::MFFLOAT)->getType(), nrMFFloat::getClassType());
+  EXPECT_TRUE(c->getField(tstAll::MFREF)->isOfType(nrMField::getClassType()));
+  EXPECT_FALSE(c->getField(tstAll::REF)->isOfType(nrMField::getClassType()));
+  EXPECT_EQ(c->getType()->getFieldInfo(tstAll::REF)->getFieldType(), nrSFRef::getClassType());
+  EXPECT_EQ(nrSFFloat::getClassType()->getParent(), nrField::getClassType());
+  EXPECT_EQ(nrField::getClassType()->getParent(), nullptr);
+  c->unref();
+}

@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+
+#include "nrCapture.h"
+#include "nrFieldTestTypes.h"
+
+namespace {
+nrSFFloat* floatField(nrContainer* c, int i) { return static_cast<nrSFFloat*>(c->getField(i)); }
+}  // namespace
+
+TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
+  tstAll* c = new tstAll;
+  c->ref();
+  floatField(c, tstAll::FLOAT)->set(3.0f);
+  EXPECT_EQ(c->floatValue, 3.0f);
+  EXPECT_EQ(c->changes[tstAll::FLOAT], 1);
+  nrMFVec3f* list = static_cast<nrMFVec3f*>(c->getField(tstAll::MFVEC3F));
+  list->set(2, nrVec3f(1, 2, 3));
+  EXPECT_EQ(list->getCount(), 3u);
+  EXPECT_EQ((*list)[2][1], 2.0f);
+  list->edit()[0] = nrVec3f(9, 9, 9);
+  EXPECT_EQ(c->mfVec3f[0][0], 9.0f);
+  nrVec3f fill[2] = {nrVec3f(1, 1, 1), nrVec3f(2, 2, 2)};
+  list->setRange(3, 2, fill);
+  list->fillRange(0, 1, nrVec3f(5, 5, 5));
+  EXPECT_EQ(list->getCount(), 5u);
+  EXPECT_EQ(list->get(4)[0], 2.0f);
+  EXPECT_EQ(list->get(0)[0], 5.0f);
+  EXPECT_EQ(c->changes[tstAll::MFVEC3F], 3);
+  nrMFString* strings = static_cast<nrMFString*>(c->getField(tstAll::MFSTRING));
+  nrStringArray texts;
+  texts.append("a");
+  texts.append("b");
+  strings->set(texts);
+  EXPECT_STREQ(c->mfString[1].getString(), "b");
+  c->unref();
+}
+
+TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
+  tstAll* engine = new tstAll;
+  tstAll* a = new tstAll;
+  tstAll* b = new tstAll;
+  nrMFFloat* out = static_cast<nrMFFloat*>(engine->getField(tstAll::MFFLOAT));
+  out->setEventClass(nrField::ENGINE_OUTPUT_EVENT);
+  out->connect(a->getField(tstAll::MFFLOAT));
+  out->connect(b->getField(tstAll::MFFLOAT));
+  out->set(1, 4.0f);
+  out->append(6.0f);
+  EXPECT_EQ(engine->changes[tstAll::MFFLOAT], 0);
+  for (tstAll* c : {a, b}) {
+    EXPECT_EQ(c->mfFloat.getCount(), 3u);
+    EXPECT_EQ(c->mfFloat[1], 4.0f);
+    EXPECT_EQ(c->mfFloat[2], 6.0f);
+    EXPECT_EQ(c->changes[tstAll::MFFLOAT], 2);
+  }
+  a->unref();
+  b->unref();
+  engine->unref();
+}
+
+TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
+  tstAll* a = new tstAll;
+  tstAll* b = new tstAll;
+  tstAll* c = new tstAll;
+  floatField(a, tstAll::FLOAT)->set(5.0f);
+  a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  EXPECT_EQ(a->getField(tstAll::FLOAT)->getNumOutputs(), 1);
+  EXPECT_TRUE(b->getField(tstAll::FLOAT)->isDirty());
+  EXPECT_EQ(b->floatValue, 0.5f) << "nothing is copied before the read";
+  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 5.0f);
+  EXPECT_FALSE(b->getField(tstAll::FLOAT)->isDirty());
+  EXPECT_TRUE(b->getStaleInputMask().isZero());
+
+  // Fan-in: the last source to push staleness wins.
+  c->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  floatField(a, tstAll::FLOAT)->set(1.0f);
+  floatField(c, tstAll::FLOAT)->set(2.0f);
+  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 2.0f);
+  floatField(c, tstAll::FLOAT)->set(3.0f);
+  floatField(a, tstAll::FLOAT)->set(4.0f);
+  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 4.0f);
+
+  a->disconnect(tstAll::FLOAT, b, tstAll::FLOAT);
+  EXPECT_EQ(a->getField(tstAll::FLOAT)->getNumOutputs(), 0);
+  EXPECT_EQ(b->getField(tstAll::FLOAT)->getNumInputs(), 1);
+
+  // Input-only sources and output-only destinations are refused silently.
+  a->getField(tstAll::INT)->setEventClass(nrField::INPUT_ONLY_EVENT);
+  a->connect(tstAll::INT, b, tstAll::INT);
+  b->getField(tstAll::SHORT)->setEventClass(nrField::OUTPUT_ONLY_EVENT);
+  a->connect(tstAll::SHORT, b, tstAll::SHORT);
+  EXPECT_EQ(b->getField(tstAll::INT)->getNumInputs() + b->getField(tstAll::SHORT)->getNumInputs(), 0);
+
+  // A dying container takes its routes with it.
+  c->unref();
+  EXPECT_EQ(b->getField(tstAll::FLOAT)->getNumInputs(), 0);
+  EXPECT_TRUE(b->getStaleInputMask().isZero());
+  a->unref();
+  b->unref();
+}
+
+TEST(nrField, CyclesStopAtBusyFields) {
+  tstAll* a = new tstAll;
+  tstAll* b = new tstAll;
+  a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
+  b->connect(tstAll::FLOAT, a, tstAll::FLOAT);
+  floatField(a, tstAll::FLOAT)->set(7.0f);
+  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 7.0f);
+  EXPECT_EQ(floatField(a, tstAll::FLOAT)->get(), 7.0f);
+  EXPECT_FALSE(a->getField(tstAll::FLOAT)->isBusy());
+  EXPECT_FALSE(b->getField(tstAll::FLOAT)->isBusy());
+  a->unref();
+  b->unref();
+}
+
+TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
+  tstAll* owner = new tstAll;
+  owner->ref();
+  nrSFRef* ref = static_cast<nrSFRef*>(owner->getField(tstAll::REF));
+  tstLeaf* leaf = new tstLeaf;
+  ref->set(leaf);
+  EXPECT_EQ(leaf->getRefCount(), 1);
+  EXPECT_EQ(leaf->getParent(0), owner);
+  ref->set(leaf);
+  EXPECT_EQ(tstLeaf::live, 1) << "setting what it holds keeps it";
+  EXPECT_EQ(leaf->getParentCount(), 1);
+  ref->set(nullptr);
+  EXPECT_EQ(tstLeaf::live, 0);
+
+  nrMFRef* list = static_cast<nrMFRef*>(owner->getField(tstAll::MFREF));
+  leaf = new tstLeaf;
+  list->append(leaf);
+  list->append(leaf);
+  EXPECT_EQ(leaf->getParentCount(), 2);
+  EXPECT_EQ(leaf->getRefCount(), 2);
+  EXPECT_TRUE(list->remove(leaf));
+  EXPECT_EQ(leaf->getParentCount(), 1);
+  EXPECT_EQ(leaf->getParent(1), nullptr);
+  tstLeaf* other = new tstLeaf;
+  list->set(0u, other);
+  EXPECT_EQ(tstLeaf::live, 1);
+  list->insert(0, leaf = new tstLeaf);
+  list->fillRange(2, 2, other);
+  EXPECT_EQ(other->getRefCount(), 3);
+  nrContainer* range[2] = {leaf, leaf};
+  list->setRange(2, 2, range);
+  EXPECT_EQ(other->getRefCount(), 1);
+  EXPECT_EQ(list->replace(other, leaf), 1);
+  EXPECT_EQ(tstLeaf::live, 1);
+  EXPECT_EQ(leaf->getParentCount(), 4);
+  nrRefArray none;
+  list->set(none);
+  EXPECT_EQ(tstLeaf::live, 0);
+
+  list->append(new tstLeaf);
+  ref->set(new tstLeaf);
+  owner->unref();
+  EXPECT_EQ(tstLeaf::live, 0) << "a dying owner releases what it holds";
+}
+
+TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
+  tstAll* owner = new tstAll;
+  owner->ref();
+  tstOther* bad = new tstOther;
+  bad->ref();
+  tstLeaf* good = new tstLeaf;
+  nrSFRef* ref = static_cast<nrSFRef*>(owner->getField(tstAll::REF));
+  nrMFRef* list = static_cast<nrMFRef*>(owner->getField(tstAll::MFREF));
+  list->append(good);
+
+  EXPECT_EQ(nrtest::captureStderr([&] { ref->set(bad); }),
+            "nrSFRef::set(): Bad type - TestOther not derived from TestLeaf.  parent (null) type TestAll\n");
+  owner->setName("root");
+  const std::string tail = ": Bad type - TestOther not derived from TestLeaf.  parent root type TestAll\n";
+  EXPECT_EQ(nrtest::captureStderr([&] { list->set(0u, bad); }), "nrMFRef::set(int, nrContainer*)" + tail);
+  nrRefArray mixed;
+  mixed.append(good);
+  mixed.append(bad);
+  mixed.append(bad);
+  EXPECT_EQ(nrtest::captureStderr([&] { list->set(mixed); }),
+            "nrMFRef::set(const nrRefArray&) Bad type\n" + tail);
+  nrContainer* range[1] = {bad};
+  EXPECT_EQ(nrtest::captureStderr([&] { list->setRange(0, 1, range); }),
+            "nrMFRef::setRange(int, int, nrContainer*[])" + tail);
+  EXPECT_EQ(nrtest::captureStderr([&] { list->fillRange(0, 1, bad); }),
+            "nrMFRef::fillRange(int, int, nrContainer*)\n" + tail);
+  EXPECT_EQ(nrtest::captureStderr([&] { list->append(bad); }), "nrMFRef::append(int, nrContainer*)" + tail);
+  EXPECT_EQ(nrtest::captureStderr([&] { list->insert(0, bad); }), "nrMFRef::insert(int, nrContainer*)" + tail);
+
+  EXPECT_EQ(ref->get(), nullptr);
+  EXPECT_EQ(list->getCount(), 1u);
+  EXPECT_EQ(list->get(0), good);
+  EXPECT_EQ(bad->getRefCount(), 1);
+  EXPECT_EQ(bad->getParentCount(), 0);
+  EXPECT_EQ(owner->changes[tstAll::MFREF], 1);
+  bad->unref();
+  owner->unref();
+}
