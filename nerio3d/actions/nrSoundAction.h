@@ -1,4 +1,4 @@
-// The audio traversal: hands every sound node of the graph to the audio port.
+// The audio traversal: reaches every node's sound operation.
 #pragma once
 
 #include "nerio3d/actions/nrAction.h"

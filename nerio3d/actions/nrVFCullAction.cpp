@@ -8,8 +8,9 @@
 NR_DEFINE_TYPE(nrVFCullAction, nrTransformAction, "nrVFCullAction") {}
 
 namespace {
-// Results of the frustum's sphere test; ALL_INSIDE_CULL is never produced by
-// it, so the shortcut below only serves levels that set it themselves.
+// Cull entries besides the sphere test's own (0, 3, 7): 2 marks the level above
+// the root, 4 a level whose whole subtree is known to be inside. The sphere
+// test never yields 4, so the shortcut serves only levels that set it.
 enum { ALL_VISIBLE_CULL = 2, ALL_INSIDE_CULL = 4 };
 }  // namespace
 

@@ -79,7 +79,10 @@ bool nrGroup::replaceChild(nrNode* oldNode, nrNode* newNode) {
   return i >= 0;
 }
 
-int nrGroup::findChild(nrNode* node) { return static_cast<int>(children.find(node)); }
+int nrGroup::findChild(nrNode* node) {
+  validateField(CHILDREN_FIELD);
+  return static_cast<int>(children.find(node));
+}
 
 int nrGroup::getNumChildren() {
   validateField(CHILDREN_FIELD);

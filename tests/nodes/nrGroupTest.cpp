@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
 #include "nerio3d/fields/nrSField.h"
 #include "nrNodeTestTypes.h"
 
@@ -9,6 +13,18 @@ nrSphereBound sphereOf(nrNode* n) {
   nrSphereBound s;
   n->getSphereBound(s);
   return s;
+}
+
+std::string fieldText(nrField* f) {
+  char* buffer = nullptr;
+  size_t size = 0;
+  {
+    nrOutput out(open_memstream(&buffer, &size));
+    f->write(&out);
+  }
+  std::string text(buffer, size);
+  free(buffer);
+  return text;
 }
 
 void expectSphere(const nrSphereBound& s, float x, float y, float z, float r) {
@@ -30,6 +46,10 @@ TEST(nrNode, StartsEmptyAndDynamicWithItsFieldsByName) {
   EXPECT_STREQ(n->getType()->mapEnum(nrNode::BOUND_MODE_FIELD, nrNode::STATIC), "STATIC");
   n->setBoundMode(nrNode::STATIC);
   EXPECT_EQ(static_cast<nrSFEnum*>(n->getField(1))->get(), nrNode::STATIC);
+  EXPECT_TRUE(n->getField(0)->isDefault());
+  n->setSphereBound(nrSphereBound(nrVec3f(1, 2, 3), 4));
+  EXPECT_FALSE(n->getField(0)->isDefault());
+  EXPECT_EQ(fieldText(n->getField(0)), "1 2 3 4");
   n->unref();
 }
 
