@@ -1,7 +1,14 @@
 // Umbrella header: every public header of the library.
 #pragma once
 
+#include "nerio3d/actions/nrAction.h"
 #include "nerio3d/actions/nrActionFunTable.h"
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/actions/nrSoundAction.h"
+#include "nerio3d/actions/nrTransformAction.h"
+#include "nerio3d/actions/nrTravDirective.h"
+#include "nerio3d/actions/nrVFCullAction.h"
 #include "nerio3d/arrays/nrArray.h"
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/arrays/nrFieldArrays.h"
@@ -44,6 +51,8 @@
 #include "nerio3d/math/nrVec3s.h"
 #include "nerio3d/math/nrVec4f.h"
 #include "nerio3d/math/nrVec4ub.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/platform/nrDrawable.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrAppearance.h"

@@ -1,5 +1,9 @@
 // The registration table: every built-in class, in the order initClasses
 // registers them. New classes are added here, in their place, as they land.
+#include "nerio3d/actions/nrAction.h"
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrObject.h"
 #include "nerio3d/fields/nrContainer.h"
@@ -7,6 +11,8 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrMaterial.h"
@@ -46,6 +52,8 @@ void nrObject::initClasses() {
   registerClass<nrSFName>();
   registerClass<nrSFMatrix4f>();
   registerClass<nrSFRotation>();
+  registerClass<nrSFSphereBound>();
+  registerClass<nrSFBoxBound>();
   registerClass<nrSFString>();
   registerClass<nrSFTime>();
   registerClass<nrMField>();
@@ -64,4 +72,10 @@ void nrObject::initClasses() {
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
+  registerClass<nrAction>();
+  registerClass<nrDrawAction>();
+  registerClass<nrIsectAction>();
+  registerClass<nrSoundAction>();
+  registerClass<nrNode>();
+  registerClass<nrGroup>();
 }

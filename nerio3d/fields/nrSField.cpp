@@ -29,5 +29,7 @@ NR_DEFINE_TYPE(nrSFBitMask, nrField, "nrBitMask") {}
 NR_DEFINE_TYPE(nrSFName, nrField, "nrName") {}
 NR_DEFINE_TYPE(nrSFMatrix4f, nrField, "nrMatrix4f") {}
 NR_DEFINE_TYPE(nrSFRotation, nrField, "nrRotation") {}
+NR_DEFINE_TYPE(nrSFSphereBound, nrField, "nrSphereBound") {}
+NR_DEFINE_TYPE(nrSFBoxBound, nrField, "nrBoxBound") {}
 NR_DEFINE_TYPE(nrSFString, nrField, "nrString") {}
 NR_DEFINE_TYPE(nrSFTime, nrField, "nrTime") {}

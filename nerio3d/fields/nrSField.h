@@ -11,9 +11,11 @@
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/fields/nrOutput.h"
+#include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/core/nrTime.h"
 #include "nerio3d/math/nrRotation.h"
+#include "nerio3d/math/nrSphereBound.h"
 #include "nerio3d/math/nrVec2f.h"
 #include "nerio3d/math/nrVec3f.h"
 #include "nerio3d/math/nrVec3s.h"
@@ -40,6 +42,12 @@ bool nrFieldValueEqual(const T& a, const T& b) {
 }
 inline bool nrFieldValueEqual(const nrVec4ub& a, const nrVec4ub& b) {
   return a[0] == b[0] && a[1] == b[1] && a[2] == b[2] && a[3] == b[3];
+}
+inline bool nrFieldValueEqual(const nrSphereBound& a, const nrSphereBound& b) {
+  return nrFieldValueEqual(a.center, b.center) && a.radius == b.radius;
+}
+inline bool nrFieldValueEqual(const nrBoxBound& a, const nrBoxBound& b) {
+  return nrFieldValueEqual(a.min, b.min) && nrFieldValueEqual(a.max, b.max);
 }
 
 template <typename Field>
@@ -167,6 +175,8 @@ NR_SFIELD_KIND(nrSFBitMask, nrBitMask)
 NR_SFIELD_KIND(nrSFName, nrName)
 NR_SFIELD_KIND(nrSFMatrix4f, nrMatrix4f)
 NR_SFIELD_KIND(nrSFRotation, nrRotation)
+NR_SFIELD_KIND(nrSFSphereBound, nrSphereBound)
+NR_SFIELD_KIND(nrSFBoxBound, nrBoxBound)
 NR_SFIELD_KIND(nrSFString, nrString)
 
 // An int written as its enumeration name (nothing at all when it has none).

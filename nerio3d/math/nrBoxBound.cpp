@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
+#include "nerio3d/fields/nrOutput.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrSeg.h"
 #include "nerio3d/math/nrSphereBound.h"
@@ -108,4 +110,10 @@ void nrBoxBound::xform(const nrBoxBound* box, const nrMatrix4f& m) {
     p.xformPt(p, m);
     extendBy(p);
   }
+}
+
+void nrBoxBound::write(nrOutput* out) const {
+  min.write(out);
+  fputc(' ', out->getStream());
+  max.write(out);
 }

@@ -5,6 +5,7 @@
 #include "nerio3d/math/nrVec3f.h"
 
 class nrMatrix4f;
+class nrOutput;
 
 class nrBoxBound : public nrBound {
  public:
@@ -33,4 +34,7 @@ class nrBoxBound : public nrBound {
 
   // The box around the eight corners of box transformed by m; box may be this.
   void xform(const nrBoxBound* box, const nrMatrix4f& m);
+
+  // The minimum then the maximum corner, space-separated.
+  void write(nrOutput* out) const;
 };

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <vector>
 
+#include "nerio3d/fields/nrOutput.h"
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrSeg.h"
@@ -220,4 +222,9 @@ void nrSphereBound::orthoXform(const nrSphereBound* sph, const nrMatrix4f& m) {
   if (r >= 0.0f) r *= rowLength(m, 0);
   center.xformPt(sph->center, m);
   radius = r;
+}
+
+void nrSphereBound::write(nrOutput* out) const {
+  center.write(out);
+  fprintf(out->getStream(), " %g", radius);
 }

@@ -5,6 +5,7 @@
 #include "nerio3d/math/nrVec3f.h"
 
 class nrMatrix4f;
+class nrOutput;
 
 class nrSphereBound : public nrBound {
  public:
@@ -38,4 +39,7 @@ class nrSphereBound : public nrBound {
   // sph transformed by a rotation, uniform scale and translation: the radius
   // takes the scale of row 0.
   void orthoXform(const nrSphereBound* sph, const nrMatrix4f& m);
+
+  // The centre then the radius, space-separated.
+  void write(nrOutput* out) const;
 };

@@ -1,0 +1,13 @@
+#include "nerio3d/actions/nrSoundAction.h"
+
+#include "nerio3d/nodes/nrNode.h"
+
+NR_DEFINE_TYPE(nrSoundAction, nrAction, "SoundAction") {}
+
+nrTravDirective nrSoundAction::apply(nrNode* root) {
+  reset();
+  begin(root);
+  root->sound(this);
+  end(root);
+  return CONTINUE_TRAV;
+}

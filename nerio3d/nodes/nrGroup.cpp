@@ -1,0 +1,162 @@
+#include "nerio3d/nodes/nrGroup.h"
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/actions/nrSoundAction.h"
+#include "nerio3d/fields/nrMFRef.h"
+
+NR_DEFINE_TYPE(nrGroup, nrNode, "Group") {
+  nrMFRef::addTypeField(type, "children", CHILDREN_FIELD, nrNode::getClassType(), &nrGroup::children);
+}
+
+nrGroup::nrGroup(nrType* type) : nrNode(type) { initFieldDefaults(getClassType()); }
+
+nrGroup::~nrGroup() { destroyFieldContents(getClassType()); }
+
+void nrGroup::addChild(nrNode* node) {
+  if (node) {
+    refer(node);
+    children.append(node);
+  }
+  fieldChanged(CHILDREN_FIELD);
+}
+
+void nrGroup::insertChild(int index, nrNode* node) {
+  if (index >= 0 && static_cast<unsigned>(index) <= children.getCount()) {
+    refer(node);
+    children.insert(static_cast<unsigned>(index), node);
+  }
+  fieldChanged(CHILDREN_FIELD);
+}
+
+void nrGroup::setChild(int index, nrNode* node) {
+  if (index >= 0 && static_cast<unsigned>(index) < children.getCount()) {
+    unsigned i = static_cast<unsigned>(index);
+    refer(children[i], node);
+    children[i] = node;
+  }
+  fieldChanged(CHILDREN_FIELD);
+}
+
+void nrGroup::setChildCount(int n) {
+  unsigned count = n > 0 ? static_cast<unsigned>(n) : 0;
+  while (children.getCount() > count) {
+    nrContainer* last = children[children.getCount() - 1];
+    children.setCount(children.getCount() - 1);
+    unrefer(last);
+  }
+  while (children.getCount() < count) children.append(nullptr);
+  fieldChanged(CHILDREN_FIELD);
+}
+
+void nrGroup::removeChild(int index) {
+  if (index >= 0 && static_cast<unsigned>(index) < children.getCount()) {
+    unsigned i = static_cast<unsigned>(index);
+    nrContainer* old = children[i];
+    children.removeIndex(i);
+    unrefer(old);
+  }
+  fieldChanged(CHILDREN_FIELD);
+}
+
+bool nrGroup::removeChild(nrNode* node) {
+  long i = children.find(node);
+  if (i >= 0) {
+    children.removeIndex(static_cast<unsigned>(i));
+    unrefer(node);
+  }
+  fieldChanged(CHILDREN_FIELD);
+  return i >= 0;
+}
+
+bool nrGroup::replaceChild(nrNode* oldNode, nrNode* newNode) {
+  long i = children.find(oldNode);
+  if (i >= 0) {
+    refer(oldNode, newNode);
+    children[static_cast<unsigned>(i)] = newNode;
+  }
+  fieldChanged(CHILDREN_FIELD);
+  return i >= 0;
+}
+
+int nrGroup::findChild(nrNode* node) {
+  validateField(CHILDREN_FIELD);
+  return static_cast<int>(children.find(node));
+}
+
+int nrGroup::getNumChildren() {
+  validateField(CHILDREN_FIELD);
+  return static_cast<int>(children.getCount());
+}
+
+nrNode* nrGroup::getChild(int index) {
+  validateField(CHILDREN_FIELD);
+  if (index < 0 || static_cast<unsigned>(index) >= children.getCount()) return nullptr;
+  return static_cast<nrNode*>(children[static_cast<unsigned>(index)]);
+}
+
+void nrGroup::fieldChanged(short index) {
+  if (index != CHILDREN_FIELD) {
+    nrNode::fieldChanged(index);
+    return;
+  }
+  if (boundMode == DYNAMIC) propagateSideEffect(SPHERE_BOUND_FIELD);
+  touchField(CHILDREN_FIELD);
+}
+
+void nrGroup::childChanged(nrContainer* child, short index) {
+  if (index == SPHERE_BOUND_FIELD && boundMode == DYNAMIC)
+    propagateSideEffect(SPHERE_BOUND_FIELD);
+  else
+    nrNode::childChanged(child, index);
+}
+
+void nrGroup::cleanSideEffect(short index) {
+  if (index != SPHERE_BOUND_FIELD) {
+    nrNode::cleanSideEffect(index);
+    return;
+  }
+  calcChildrenBound(sphereBound);
+  touchField(SPHERE_BOUND_FIELD);
+}
+
+void nrGroup::calcChildrenBound(nrSphereBound& sphere) {
+  unsigned n = children.getCount();
+  const nrSphereBound** spheres = new const nrSphereBound*[n ? n : 1];
+  for (unsigned i = 0; i < n; ++i) spheres[i] = validSphereBound(static_cast<nrNode*>(children[i]));
+  sphere.around(spheres, static_cast<int>(n));
+  delete[] spheres;
+}
+
+void nrGroup::sound(nrSoundAction* action) {
+  for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->sound(action);
+}
+
+void nrGroup::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  if (!sphereBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  nrPtrArray& path = action->getPath();
+  path.append(this);
+  for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->isect(action);
+  path.setCount(path.getCount() - 1);
+}
+
+nrTravDirective nrGroup::visit(nrAction* action) {
+  cleanPendingFields();
+  return traverse(action, &nrNode::visit);
+}
+
+nrTravDirective nrGroup::transformVisit(nrTransformAction* action) {
+  cleanPendingFields();
+  return traverse(action, &nrNode::transformVisit);
+}
+
+nrTravDirective nrGroup::vfCullVisit(nrVFCullAction* action) {
+  cleanPendingFields();
+  return cullTraverse(action, &nrNode::vfCullVisit);
+}
+
+nrTravDirective nrGroup::drawVisit(nrDrawAction* action) {
+  cleanPendingFields();
+  return cullTraverse(action, &nrNode::drawVisit);
+}

@@ -1,0 +1,86 @@
+// Interior node: an ordered list of child nodes whose bounding sphere is, by
+// default, derived from the children and recomputed lazily when one changes.
+#pragma once
+
+#include "nerio3d/arrays/nrFieldArrays.h"
+#include "nerio3d/nodes/nrNode.h"
+
+class nrGroup : public nrNode {
+  NR_DECLARE_CONTAINER_TYPE(nrGroup)
+
+  enum { CHILDREN_FIELD = 2 };
+
+  nrGroup() : nrGroup(getClassType()) {}
+  explicit nrGroup(nrType* type);
+  ~nrGroup() override;
+
+  // Every mutator signals a change of the children, even one that changes
+  // nothing: a null node is not added, and an index out of range (insertion
+  // goes up to the count, replacement and removal below it) is ignored.
+  void addChild(nrNode* node);
+  void insertChild(int index, nrNode* node);
+  void setChild(int index, nrNode* node);
+  // A larger count fills with null children, which must be set before a visit.
+  void setChildCount(int n);
+  void removeChild(int index);
+  // Removes the first occurrence; false when node is not a child.
+  bool removeChild(nrNode* node);
+  // Replaces the first occurrence; false when oldNode is not a child.
+  bool replaceChild(nrNode* oldNode, nrNode* newNode);
+  // Index of the first occurrence, -1 when node is not a child.
+  int findChild(nrNode* node);
+  int getNumChildren();
+  // Null for an index out of range.
+  nrNode* getChild(int index);
+
+  // The sphere around the children's spheres, each brought up to date first;
+  // null children count as empty.
+  virtual void calcChildrenBound(nrSphereBound& sphere);
+
+  void sound(nrSoundAction* action) override;
+  void isect(nrIsectAction* action) override;
+  nrTravDirective visit(nrAction* action) override;
+  nrTravDirective transformVisit(nrTransformAction* action) override;
+  nrTravDirective vfCullVisit(nrVFCullAction* action) override;
+  nrTravDirective drawVisit(nrDrawAction* action) override;
+
+ protected:
+  void fieldChanged(short index) override;
+  void childChanged(nrContainer* child, short index) override;
+  void cleanSideEffect(short index) override;
+
+  // Each child through childVisit, in order, until one stops the traversal: 2
+  // then, else 0.
+  template <typename Action>
+  nrTravDirective visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+  // preVisit, then the children when it let them, then postVisit; the larger result.
+  template <typename Action>
+  nrTravDirective traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+  // traverse behind the cull test: 1 for a sphere outside the view, without
+  // preVisit or postVisit; the cull level is left in every case.
+  template <typename Action>
+  nrTravDirective cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+
+  nrRefArray children;
+};
+
+template <typename Action>
+nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
+  for (unsigned i = 0; i < children.getCount(); ++i)
+    if ((static_cast<nrNode*>(children[i])->*childVisit)(action) == STOP_TRAV) return STOP_TRAV;
+  return CONTINUE_TRAV;
+}
+
+template <typename Action>
+nrTravDirective nrGroup::traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
+  nrTravDirective d = action->preVisit(this);
+  if (d == CONTINUE_TRAV) d = visitChildren(action, childVisit);
+  return nrTravCombine(d, action->postVisit(this));
+}
+
+template <typename Action>
+nrTravDirective nrGroup::cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
+  nrTravDirective d = action->pushCull(sphereBound) ? traverse(action, childVisit) : PRUNE_TRAV;
+  action->popCull();
+  return d;
+}

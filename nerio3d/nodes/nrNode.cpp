@@ -1,0 +1,66 @@
+#include "nerio3d/nodes/nrNode.h"
+
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrGroup.h"
+
+NR_DEFINE_TYPE(nrNode, nrContainer, "Node") {
+  nrSFSphereBound::addTypeField(type, "sphereBound", SPHERE_BOUND_FIELD, nrSphereBound(), &nrNode::sphereBound);
+  nrSFEnum::addTypeField(type, "boundMode", BOUND_MODE_FIELD, DYNAMIC, &nrNode::boundMode);
+  const char* names[] = {"STATIC", "DYNAMIC"};
+  const int values[] = {STATIC, DYNAMIC};
+  type->defineEnums(BOUND_MODE_FIELD, 2, names, values);
+}
+
+nrNode::nrNode(nrType* type) : nrContainer(type) { initFieldDefaults(getClassType()); }
+
+nrNode::~nrNode() { destroyFieldContents(getClassType()); }
+
+void nrNode::setSphereBound(const nrSphereBound& sphere) {
+  sphereBound = sphere;
+  fieldChanged(SPHERE_BOUND_FIELD);
+}
+
+void nrNode::getSphereBound(nrSphereBound& sphere) {
+  validateField(SPHERE_BOUND_FIELD);
+  sphere = sphereBound;
+}
+
+void nrNode::setBoundMode(BoundModeEnum mode) {
+  boundMode = mode;
+  fieldChanged(BOUND_MODE_FIELD);
+}
+
+nrNode::BoundModeEnum nrNode::getBoundMode() {
+  validateField(BOUND_MODE_FIELD);
+  return static_cast<BoundModeEnum>(boundMode);
+}
+
+void nrNode::insertParent(nrGroup* g) {
+  if (!g) return;
+  // The parent list changes under the replacements; walk a snapshot of it.
+  nrPtrArray parents(static_cast<unsigned>(getParentCount()));
+  for (int i = 0; i < getParentCount(); ++i) parents.append(getParent(i));
+  for (unsigned i = 0; i < parents.getCount(); ++i) {
+    nrContainer* p = static_cast<nrContainer*>(parents[i]);
+    // g itself stays a parent: it cannot be put between this node and itself.
+    if (p == g || !p->isOfType(nrGroup::getClassType())) continue;
+    g->addChild(this);
+    static_cast<nrGroup*>(p)->replaceChild(this, g);
+  }
+}
+
+void nrNode::fieldChanged(short index) {
+  if (index == SPHERE_BOUND_FIELD) notifyParents(SPHERE_BOUND_FIELD);
+  touchField(index);
+}
+
+void nrNode::cleanPendingFields() {
+  nrBitMask pending = getSideEffectMask() | getStaleInputMask();
+  if (!pending.isZero()) internalCleanFields(pending);
+}
+
+const nrSphereBound* nrNode::validSphereBound(nrNode* node) {
+  if (!node) return nullptr;
+  node->validateField(SPHERE_BOUND_FIELD);
+  return &node->sphereBound;
+}

@@ -1,0 +1,53 @@
+// Base of everything that can sit in a scene graph: a cached bounding sphere
+// and the visits through which the traversal actions walk the graph.
+#pragma once
+
+#include "nerio3d/actions/nrTravDirective.h"
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/math/nrSphereBound.h"
+
+class nrAction;
+class nrDrawAction;
+class nrGroup;
+class nrIsectAction;
+class nrSoundAction;
+class nrTransformAction;
+class nrVFCullAction;
+
+class nrNode : public nrContainer {
+  NR_DECLARE_TYPE(nrNode)
+
+  enum BoundModeEnum { STATIC = 0, DYNAMIC = 1 };
+  enum FieldEnum { SPHERE_BOUND_FIELD = 0, BOUND_MODE_FIELD = 1 };
+
+  nrNode() : nrNode(getClassType()) {}
+  explicit nrNode(nrType* type);
+  ~nrNode() override;
+
+  virtual void sound(nrSoundAction*) {}
+  virtual void isect(nrIsectAction*) {}
+  virtual nrTravDirective visit(nrAction*) { return CONTINUE_TRAV; }
+  virtual nrTravDirective transformVisit(nrTransformAction*) { return CONTINUE_TRAV; }
+  virtual nrTravDirective vfCullVisit(nrVFCullAction*) { return CONTINUE_TRAV; }
+  virtual nrTravDirective drawVisit(nrDrawAction*) { return CONTINUE_TRAV; }
+
+  void setSphereBound(const nrSphereBound& sphere);
+  // The sphere in the node's own coordinates, brought up to date first.
+  void getSphereBound(nrSphereBound& sphere);
+  void setBoundMode(BoundModeEnum mode);
+  BoundModeEnum getBoundMode();
+
+  // Puts g between this node and each parent that is a group: this node is
+  // appended to g, and g takes its place in that parent. Other parents keep it.
+  void insertParent(nrGroup* g);
+
+ protected:
+  void fieldChanged(short index) override;
+  // Brings every stale field up to date, as a visit does before it looks at them.
+  void cleanPendingFields();
+  // node's sphere, brought up to date; null for a null node.
+  static const nrSphereBound* validSphereBound(nrNode* node);
+
+  nrSphereBound sphereBound;
+  int boundMode;
+};

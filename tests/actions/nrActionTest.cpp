@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+#include "nrCapture.h"
+#include "nrTraversalTestTypes.h"
+
+namespace {
+
+// Leaves lie on the view axis in front of the eye unless placed elsewhere.
+tstVisited* leaf(const char* name, const nrVec3f& at = nrVec3f(0, 0, -10)) {
+  tstVisited* n = new tstVisited;
+  n->setName(name);
+  n->setSphereBound(nrSphereBound(at, 1));
+  return n;
+}
+
+nrGroup* group(const char* name, std::initializer_list<nrNode*> children) {
+  nrGroup* g = new nrGroup;
+  g->setName(name);
+  for (nrNode* c : children) g->addChild(c);
+  return g;
+}
+
+// Holds a root {a, sub {b}, c} and runs one of the four visits over it.
+class nrActionTraversal : public testing::Test {
+ protected:
+  void SetUp() override {
+    tstTrace.clear();
+    a = leaf("a");
+    b = leaf("b");
+    c = leaf("c");
+    sub = group("sub", {b});
+    root = group("root", {a, sub, c});
+    root->ref();
+  }
+  void TearDown() override { root->unref(); }
+
+  nrTravDirective run(const char* kind) {
+    tstTrace.clear();
+    std::string k = kind;
+    if (k == "visit") return rec.nrAction::apply(root);
+    if (k == "transform") return rec.nrTransformAction::apply(root);
+    if (k == "cull") return rec.nrVFCullAction::apply(root);
+    return rec.apply(root);
+  }
+
+  tstRecorder rec;
+  tstVisited *a, *b, *c;
+  nrGroup *sub, *root;
+};
+
+}  // namespace
+
+TEST_F(nrActionTraversal, EveryVisitBracketsChildrenWithPreAndPostAndTheWholeWithBeginAndEnd) {
+  for (const char* kind : {"visit", "transform", "cull", "draw"}) {
+    std::string k = kind;
+    EXPECT_EQ(run(kind), 0) << k;
+    EXPECT_EQ(tstTrace, "begin(root) pre(root) " + k + "(a) pre(sub) " + k + "(b) post(sub) " + k + "(c) post(root) end(root) ");
+    EXPECT_EQ(rec.getCullDepth(), 0) << k;
+  }
+}
+
+TEST_F(nrActionTraversal, DirectivesCombineByTheLargerValue) {
+  b->result = 2;
+  EXPECT_EQ(run("visit"), 2);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) visit(a) pre(sub) visit(b) post(sub) post(root) end(root) ");
+  EXPECT_EQ(run("draw"), 2);
+  EXPECT_EQ(sub->visit(&rec), 2);
+
+  b->result = 0;
+  a->result = 1;
+  EXPECT_EQ(run("draw"), 0);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) draw(a) pre(sub) draw(b) post(sub) draw(c) post(root) end(root) ");
+
+  a->result = 0;
+  rec.pre["sub"] = 1;
+  EXPECT_EQ(run("transform"), 0);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) transform(a) pre(sub) post(sub) transform(c) post(root) end(root) ");
+  EXPECT_EQ(sub->transformVisit(&rec), 1);
+
+  rec.pre["sub"] = 2;
+  EXPECT_EQ(run("cull"), 2);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) cull(a) pre(sub) post(sub) post(root) end(root) ");
+
+  rec.pre["sub"] = 0;
+  rec.post["sub"] = 1;
+  rec.post["root"] = 1;
+  EXPECT_EQ(run("visit"), 1);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) visit(a) pre(sub) visit(b) post(sub) visit(c) post(root) end(root) ");
+}
+
+TEST_F(nrActionTraversal, GroupsOutsideTheViewArePrunedWithoutTheirHooks) {
+  tstVisited* hidden = leaf("hidden", nrVec3f(0, 0, 10));
+  sub->addChild(hidden);
+  sub->removeChild(b);
+  EXPECT_EQ(run("draw"), 0);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) draw(a) draw(c) post(root) end(root) ");
+  EXPECT_EQ(rec.getCullDepth(), 0);
+  EXPECT_EQ(run("cull"), 0);
+  EXPECT_EQ(tstTrace, "begin(root) pre(root) cull(a) cull(c) post(root) end(root) ");
+
+  tstTrace.clear();
+  EXPECT_EQ(sub->drawVisit(&rec), 1);
+  EXPECT_EQ(tstTrace, "");
+  EXPECT_EQ(rec.getCullDepth(), 0);
+
+  a->setSphereBound(nrSphereBound(nrVec3f(0, 0, 10), 1));
+  c->setSphereBound(nrSphereBound(nrVec3f(0, 0, 10), 1));
+  EXPECT_EQ(run("draw"), 1);
+  EXPECT_EQ(tstTrace, "begin(root) end(root) ");
+}
+
+TEST_F(nrActionTraversal, ScenesDeeperThanTheCullLimitReportEachLevelAndStillDraw) {
+  nrGroup* chain = group("deep", {leaf("bottom")});
+  for (int i = 1; i < 300; ++i) chain = group("deep", {chain});
+  root->addChild(chain);
+  nrTravDirective d = 1;
+  std::string err = nrtest::captureStderr([&] { d = run("draw"); });
+  EXPECT_EQ(d, 0);
+  std::string line = "nrVFCullAction::pushCull() Scene graph is too deep (256)\n";
+  std::string expected;
+  // The root and 300 nested groups: every level from the 256th on reports.
+  for (int i = 0; i < 301 - 255; ++i) expected += line;
+  EXPECT_EQ(err, expected);
+  EXPECT_NE(tstTrace.find("draw(bottom)"), std::string::npos);
+  EXPECT_EQ(rec.getCullDepth(), 0);
+}
+
+TEST_F(nrActionTraversal, PickingEntersOnlyGroupsTheSegmentMeetsAndSoundEntersAll) {
+  nrGroup* aside = group("aside", {leaf("far", nrVec3f(10, 0, -10))});
+  root->addChild(aside);
+  nrIsectAction pick;
+  pick.setSeg(nrSeg(nrVec3f(0, 0, 0), nrVec3f(0, 0, -1), 100));
+  pick.apply(root);
+  EXPECT_EQ(tstTrace, "isect(a<root) isect(b<sub) isect(c<root) ");
+  EXPECT_EQ(pick.getPath().getCount(), 0u);
+
+  tstTrace.clear();
+  nrSoundAction sound;
+  EXPECT_EQ(sound.apply(root), 0);
+  EXPECT_EQ(tstTrace, "sound(a) sound(b) sound(c) sound(far) ");
+}
+
+TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
+  nrNode* plain = new nrNode;
+  plain->ref();
+  nrAction base;
+  nrTransformAction transform;
+  nrVFCullAction cull;
+  nrDrawAction draw;
+  nrAction* actions[] = {&base, &transform, &cull, &draw};
+  for (nrAction* action : actions) {
+    EXPECT_EQ(action->apply(plain), 0) << action->getType()->getName();
+    nrAction* made = action->instantiate();
+    EXPECT_EQ(made->getType(), action->getType());
+    made->unref();
+  }
+  tstVisited* stop = leaf("stop");
+  stop->ref();
+  stop->result = 2;
+  EXPECT_EQ(base.apply(stop), 2);
+  stop->unref();
+
+  tstRecorder rec;
+  tstTrace.clear();
+  EXPECT_EQ(rec.apply(nullptr), 0);
+  EXPECT_EQ(tstTrace, "begin(null) end(null) ");
+  EXPECT_TRUE(draw.isOfType(nrVFCullAction::getClassType()));
+  EXPECT_TRUE(draw.isOfType(nrTransformAction::getClassType()));
+  plain->unref();
+}
+
+TEST(nrVFCullAction, PushCullTestsTheSphereInEyeCoordinates) {
+  nrVFCullAction cull;
+  cull.reset();
+  nrSphereBound atEye(nrVec3f(0, 0, 0), 0.5f);
+  EXPECT_EQ(cull.pushCull(atEye), 0);
+  EXPECT_EQ(cull.getCullDepth(), 1);
+  cull.popCull();
+  cull.popCull();
+  EXPECT_EQ(cull.getCullDepth(), 0);
+
+  cull.getMatStack()->getTop()->makeTrans(0, 0, -10);
+  EXPECT_EQ(cull.pushCull(atEye), 7);
+  EXPECT_EQ(cull.pushCull(nrSphereBound(nrVec3f(0, 0, 0), 50)), 3);
+  EXPECT_EQ(cull.getCullDepth(), 2);
+  EXPECT_EQ(cull.getCullResult(), 3);
+
+  cull.reset();
+  EXPECT_EQ(cull.getCullDepth(), 0);
+  EXPECT_EQ(cull.pushCull(atEye), 0);
+}

@@ -1,0 +1,6 @@
+#include "nrTraversalTestTypes.h"
+
+std::string tstTrace;
+
+NR_DEFINE_TYPE(tstRecorder, nrDrawAction, "tstRecorder") {}
+NR_DEFINE_TYPE(tstVisited, nrNode, "tstVisited") {}

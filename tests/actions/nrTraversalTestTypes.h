@@ -1,0 +1,59 @@
+// A recording action and leaf for the traversal tests: both append what they
+// are called with to one trace.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/actions/nrSoundAction.h"
+#include "nerio3d/nodes/nrGroup.h"
+
+extern std::string tstTrace;
+
+inline std::string tstName(nrNode* n) { return n && n->getName() ? n->getName() : "null"; }
+
+// Records the hooks; preVisit and postVisit answer what the maps say for a node name.
+class tstRecorder : public nrDrawAction {
+  NR_DECLARE_ACTION_TYPE(tstRecorder)
+  tstRecorder() : nrDrawAction(getClassType()) {}
+
+  void begin(nrNode* root) override { tstTrace += "begin(" + tstName(root) + ") "; }
+  nrTravDirective preVisit(nrNode* n) override {
+    tstTrace += "pre(" + tstName(n) + ") ";
+    return pre[tstName(n)];
+  }
+  nrTravDirective postVisit(nrNode* n) override {
+    tstTrace += "post(" + tstName(n) + ") ";
+    return post[tstName(n)];
+  }
+  void end(nrNode* root) override { tstTrace += "end(" + tstName(root) + ") "; }
+
+  std::map<std::string, nrTravDirective> pre, post;
+};
+
+// A leaf that records each visit as "kind(name)" and answers `result`.
+class tstVisited : public nrNode {
+  NR_DECLARE_CONTAINER_TYPE(tstVisited)
+  tstVisited() : nrNode(getClassType()) {}
+
+  nrTravDirective visit(nrAction*) override { return record("visit"); }
+  nrTravDirective transformVisit(nrTransformAction*) override { return record("transform"); }
+  nrTravDirective vfCullVisit(nrVFCullAction*) override { return record("cull"); }
+  nrTravDirective drawVisit(nrDrawAction*) override { return record("draw"); }
+  void sound(nrSoundAction*) override { record("sound"); }
+  // Records the last node of the path as well: "isect(name<last)".
+  void isect(nrIsectAction* action) override {
+    nrPtrArray& path = action->getPath();
+    tstTrace += "isect(" + tstName(this) + "<" + tstName(static_cast<nrNode*>(path[path.getCount() - 1])) + ") ";
+  }
+
+  nrTravDirective result = 0;
+
+ private:
+  nrTravDirective record(const char* kind) {
+    tstTrace += std::string(kind) + "(" + tstName(this) + ") ";
+    return result;
+  }
+};

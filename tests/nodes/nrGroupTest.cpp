@@ -1,0 +1,280 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "nerio3d/fields/nrSField.h"
+#include "nrNodeTestTypes.h"
+
+namespace {
+
+nrSphereBound sphereOf(nrNode* n) {
+  nrSphereBound s;
+  n->getSphereBound(s);
+  return s;
+}
+
+std::string fieldText(nrField* f) {
+  char* buffer = nullptr;
+  size_t size = 0;
+  {
+    nrOutput out(open_memstream(&buffer, &size));
+    f->write(&out);
+  }
+  std::string text(buffer, size);
+  free(buffer);
+  return text;
+}
+
+void expectSphere(const nrSphereBound& s, float x, float y, float z, float r) {
+  EXPECT_NEAR(s.center[0], x, 1e-5f);
+  EXPECT_NEAR(s.center[1], y, 1e-5f);
+  EXPECT_NEAR(s.center[2], z, 1e-5f);
+  EXPECT_NEAR(s.radius, r, 1e-5f);
+}
+
+}  // namespace
+
+TEST(nrNode, StartsEmptyAndDynamicWithItsFieldsByName) {
+  nrNode* n = new nrNode;
+  n->ref();
+  EXPECT_TRUE(sphereOf(n).isEmpty());
+  EXPECT_EQ(n->getBoundMode(), nrNode::DYNAMIC);
+  EXPECT_EQ(n->getField("sphereBound")->getType(), nrSFSphereBound::getClassType());
+  EXPECT_EQ(n->getField("boundMode")->getType(), nrSFEnum::getClassType());
+  EXPECT_STREQ(n->getType()->mapEnum(nrNode::BOUND_MODE_FIELD, nrNode::STATIC), "STATIC");
+  n->setBoundMode(nrNode::STATIC);
+  EXPECT_EQ(static_cast<nrSFEnum*>(n->getField(1))->get(), nrNode::STATIC);
+  EXPECT_TRUE(n->getField(0)->isDefault());
+  n->setSphereBound(nrSphereBound(nrVec3f(1, 2, 3), 4));
+  EXPECT_FALSE(n->getField(0)->isDefault());
+  EXPECT_EQ(fieldText(n->getField(0)), "1 2 3 4");
+  n->unref();
+}
+
+TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
+  tstGroup* top = new tstGroup;
+  top->ref();
+  tstGroup* mid = new tstGroup;
+  tstGroup* low = new tstGroup;
+  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(2, 0, 0), 1));
+  top->addChild(mid);
+  mid->addChild(low);
+  low->addChild(leaf);
+  low->addChild(new tstLeaf(nrSphereBound(nrVec3f(-2, 0, 0), 1)));
+  expectSphere(sphereOf(top), 0, 0, 0, 3);
+  tstGroup* levels[] = {top, mid, low};
+  for (tstGroup* g : levels) {
+    EXPECT_EQ(g->boundsComputed, 1);
+    g->childNotices = 0;
+  }
+
+  leaf->setSphereBound(nrSphereBound(nrVec3f(4, 0, 0), 1));
+  leaf->setSphereBound(nrSphereBound(nrVec3f(6, 0, 0), 1));
+  EXPECT_EQ(low->childNotices, 2);
+  EXPECT_EQ(mid->childNotices, 1);
+  EXPECT_EQ(top->childNotices, 1);
+  for (tstGroup* g : levels) {
+    EXPECT_TRUE(g->isSphereStale());
+    EXPECT_EQ(g->boundsComputed, 1);
+  }
+
+  expectSphere(sphereOf(top), 2, 0, 0, 5);
+  expectSphere(sphereOf(top), 2, 0, 0, 5);
+  for (tstGroup* g : levels) {
+    EXPECT_FALSE(g->isSphereStale());
+    EXPECT_EQ(g->boundsComputed, 2);
+  }
+  top->unref();
+}
+
+TEST(nrGroup, StaticGroupKeepsItsSphereAndStopsTheNotices) {
+  tstGroup* top = new tstGroup;
+  top->ref();
+  tstGroup* fixed = new tstGroup;
+  fixed->setBoundMode(nrNode::STATIC);
+  fixed->setSphereBound(nrSphereBound(nrVec3f(0, 1, 0), 0.5f));
+  top->addChild(fixed);
+  sphereOf(top);
+  top->childNotices = 0;
+
+  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(9, 9, 9), 1));
+  fixed->addChild(leaf);
+  leaf->setSphereBound(nrSphereBound(nrVec3f(-9, 0, 0), 2));
+  expectSphere(sphereOf(fixed), 0, 1, 0, 0.5f);
+  EXPECT_EQ(fixed->boundsComputed, 0);
+  EXPECT_EQ(top->childNotices, 0);
+  EXPECT_FALSE(top->isSphereStale());
+  top->unref();
+}
+
+TEST(nrGroup, EmptyAndNullChildrenGiveWhatAroundGivesForThem) {
+  nrSphereBound emptyAround;
+  emptyAround.around(static_cast<const nrSphereBound* const*>(nullptr), 0);
+
+  tstGroup* g = new tstGroup;
+  g->ref();
+  nrSphereBound s = sphereOf(g);
+  EXPECT_EQ(s.isEmpty(), emptyAround.isEmpty());
+  EXPECT_EQ(s.radius, emptyAround.radius);
+
+  g->addChild(new tstLeaf);
+  g->addChild(new tstLeaf);
+  nrSphereBound a, b;
+  const nrSphereBound* both[] = {&a, &b};
+  nrSphereBound twoEmpty;
+  twoEmpty.around(both, 2);
+  s = sphereOf(g);
+  EXPECT_EQ(s.radius, twoEmpty.radius);
+  expectSphere(s, twoEmpty.center[0], twoEmpty.center[1], twoEmpty.center[2], twoEmpty.radius);
+
+  g->setChildCount(4);
+  EXPECT_EQ(g->getNumChildren(), 4);
+  EXPECT_EQ(g->getChild(3), nullptr);
+  g->setChild(3, new tstLeaf(nrSphereBound(nrVec3f(1, 2, 3), 1)));
+  expectSphere(sphereOf(g), 1, 2, 3, 1);
+  g->unref();
+}
+
+TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
+  int live = tstLeaf::live;
+  tstGroup* a = new tstGroup;
+  tstGroup* b = new tstGroup;
+  a->ref();
+  b->ref();
+  tstLeaf* shared = new tstLeaf;
+  tstLeaf* only = new tstLeaf;
+  a->addChild(shared);
+  a->addChild(only);
+  b->addChild(shared);
+  EXPECT_EQ(shared->getParentCount(), 2);
+
+  EXPECT_TRUE(a->removeChild(shared));
+  EXPECT_EQ(tstLeaf::live, live + 2);
+  EXPECT_EQ(shared->getParentCount(), 1);
+  EXPECT_FALSE(a->removeChild(shared));
+  a->removeChild(0);
+  EXPECT_EQ(tstLeaf::live, live + 1);
+  EXPECT_EQ(a->getNumChildren(), 0);
+
+  EXPECT_TRUE(b->replaceChild(shared, shared));
+  EXPECT_EQ(tstLeaf::live, live + 1);
+  EXPECT_EQ(b->getChild(0), shared);
+  tstLeaf* other = new tstLeaf;
+  b->setChild(0, other);
+  EXPECT_EQ(tstLeaf::live, live + 1);
+  EXPECT_FALSE(b->replaceChild(shared, other));
+
+  b->setChildCount(0);
+  EXPECT_EQ(tstLeaf::live, live);
+  b->addChild(new tstLeaf);
+  b->unref();
+  a->unref();
+  EXPECT_EQ(tstLeaf::live, live);
+}
+
+TEST(nrGroup, EveryMutatorSignalsTheChildrenEvenWhenNothingChanges) {
+  tstGroup* g = new tstGroup;
+  g->ref();
+  tstLeaf* x = new tstLeaf;
+  tstLeaf* y = new tstLeaf;
+  g->addChild(x);
+  g->insertChild(0, y);
+  g->insertChild(1, x);
+  EXPECT_EQ(g->getNumChildren(), 3);
+  EXPECT_EQ(g->getChild(0), y);
+  EXPECT_EQ(g->findChild(x), 1);
+  EXPECT_EQ(x->getParentCount(), 2);
+  EXPECT_EQ(g->childrenSignals, 3);
+
+  sphereOf(g);
+  g->addChild(nullptr);
+  EXPECT_EQ(g->getNumChildren(), 3);
+  EXPECT_EQ(g->childrenSignals, 4);
+  EXPECT_TRUE(g->isSphereStale());
+
+  g->insertChild(7, x);
+  g->setChild(-1, x);
+  g->removeChild(3);
+  g->removeChild(static_cast<nrNode*>(nullptr));
+  g->replaceChild(nullptr, x);
+  g->setChildCount(3);
+  EXPECT_EQ(g->getNumChildren(), 3);
+  EXPECT_EQ(x->getParentCount(), 2);
+  EXPECT_EQ(g->getChild(-1), nullptr);
+  EXPECT_EQ(g->childrenSignals, 10);
+  g->unref();
+}
+
+TEST(nrNode, InsertParentTakesThePlaceOfEveryGroupParentOnly) {
+  int live = tstLeaf::live;
+  tstGroup* a = new tstGroup;
+  tstGroup* b = new tstGroup;
+  tstHolder* holder = new tstHolder;
+  a->ref();
+  b->ref();
+  holder->ref();
+  tstLeaf* leaf = new tstLeaf;
+  tstLeaf* first = new tstLeaf;
+  a->addChild(first);
+  a->addChild(leaf);
+  b->addChild(leaf);
+  static_cast<nrSFRef*>(holder->getField("node"))->set(leaf);
+
+  nrGroup* g = new nrGroup;
+  leaf->insertParent(g);
+  EXPECT_EQ(a->getChild(0), first);
+  EXPECT_EQ(a->getChild(1), g);
+  EXPECT_EQ(b->getChild(0), g);
+  EXPECT_EQ(g->getNumChildren(), 2);
+  EXPECT_EQ(g->getChild(0), leaf);
+  EXPECT_EQ(g->getChild(1), leaf);
+  EXPECT_EQ(g->getParentCount(), 2);
+  EXPECT_EQ(leaf->getParentCount(), 3);
+  EXPECT_EQ(static_cast<nrSFRef*>(holder->getField("node"))->get(), leaf);
+  EXPECT_EQ(tstLeaf::live, live + 2);
+
+  nrGroup* lone = new nrGroup;
+  lone->ref();
+  tstLeaf* orphan = new tstLeaf;
+  orphan->ref();
+  orphan->insertParent(lone);
+  EXPECT_EQ(lone->getNumChildren(), 0);
+  EXPECT_EQ(orphan->getParentCount(), 0);
+  orphan->unref();
+  lone->unref();
+  holder->unref();
+  b->unref();
+  a->unref();
+  EXPECT_EQ(tstLeaf::live, live);
+}
+
+TEST(nrGroup, ClonesShareOrCopyTheChildrenByMode) {
+  tstGroup* g = new tstGroup;
+  g->ref();
+  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(1, 0, 0), 1));
+  g->addChild(leaf);
+  g->addChild(leaf);
+
+  nrGroup* shallow = static_cast<nrGroup*>(g->clone(nrContainer::SHALLOW_CLONE));
+  shallow->ref();
+  EXPECT_EQ(shallow->getType(), tstGroup::getClassType());
+  EXPECT_EQ(shallow->getChild(0), leaf);
+  EXPECT_EQ(leaf->getParentCount(), 4);
+
+  nrGroup* deep = static_cast<nrGroup*>(g->clone(nrContainer::DEEP_CLONE));
+  deep->ref();
+  ASSERT_EQ(deep->getNumChildren(), 2);
+  nrNode* copy = deep->getChild(0);
+  EXPECT_NE(copy, leaf);
+  EXPECT_EQ(deep->getChild(1), copy);
+  EXPECT_EQ(copy->getParentCount(), 2);
+  expectSphere(sphereOf(deep), 1, 0, 0, 1);
+  copy->setSphereBound(nrSphereBound(nrVec3f(5, 0, 0), 1));
+  expectSphere(sphereOf(deep), 5, 0, 0, 1);
+  expectSphere(sphereOf(g), 1, 0, 0, 1);
+  deep->unref();
+  shallow->unref();
+  g->unref();
+}

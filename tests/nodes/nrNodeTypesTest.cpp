@@ -1,0 +1,36 @@
+#include <gtest/gtest.h>
+
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrGroup.h"
+
+namespace {
+
+// In a fresh process nothing is registered before initClasses, so the
+// dispatch-table columns show the registration order.
+int registrationOrderFault() {
+  nrObject::initClasses();
+  nrType* order[] = {nrSFRotation::classType, nrSFSphereBound::classType, nrSFBoxBound::classType,
+                     nrSFString::classType, nrMFString::classType, nrType::getType("nrAction"),
+                     nrType::getType("TransformAction"), nrType::getType("nrVFCullAction"),
+                     nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),
+                     nrType::getType("SoundAction"), nrType::getType("Node"), nrType::getType("Group")};
+  int last = -1;
+  for (int i = 0; i < int(sizeof(order) / sizeof(order[0])); ++i) {
+    if (!order[i] || order[i]->getObjectIndex() <= last) return i + 1;
+    last = order[i]->getObjectIndex();
+  }
+  if (nrType::getType("nrSphereBound") != nrSFSphereBound::classType) return 20;
+  if (nrType::getType("Node")->getParent() != nrContainer::classType) return 21;
+  if (nrType::getType("Group")->getParent() != nrNode::classType) return 22;
+  if (nrType::getType("nrAction")->getParent() != nrObject::classType) return 23;
+  if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 24;
+  return 0;
+}
+
+}  // namespace
+
+TEST(nrInitClasses, RegistersNodesAndActionsInTheirPlaces) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(exit(registrationOrderFault()), testing::ExitedWithCode(0), "");
+}
