@@ -15,6 +15,7 @@
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
@@ -77,5 +78,6 @@ void nrObject::initClasses() {
   registerClass<nrIsectAction>();
   registerClass<nrSoundAction>();
   registerClass<nrNode>();
+  registerClass<nrLight>();
   registerClass<nrGroup>();
 }
