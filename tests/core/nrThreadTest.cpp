@@ -105,8 +105,3 @@ TEST(nrThread, SleepCountsWholeMilliseconds) {
             50.0);
   EXPECT_GE(millisecondsOf([] { nrThread::sleep(2500); }), 2.0);
 }
-
-TEST(nrThread, SystemQueries) {
-  EXPECT_GE(nrThread::numProcessors(), 1);
-  EXPECT_EQ(nrThread::getID(), nrThread::getID());
-}
