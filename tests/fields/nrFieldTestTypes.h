@@ -7,6 +7,7 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nrHeld.h"
 #include "nrOutputCapture.h"
 
 // A leaf that counts its instances, so tests can see deletions.
@@ -102,14 +103,6 @@ namespace nrtest {
 // The descriptor line of field `index` of container c.
 inline std::string fieldLine(nrContainer* c, int index, int level = 1) {
   return writeToString([&](nrOutput* out) { c->getType()->getFieldInfo(index)->write(out, c); }, level);
-}
-
-// A new container of type T that the test holds one reference to.
-template <typename T>
-T* held() {
-  T* c = new T;
-  c->ref();
-  return c;
 }
 
 // The single-valued float field `index` of c.

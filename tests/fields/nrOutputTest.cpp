@@ -73,21 +73,18 @@ TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
 }
 
 TEST(nrOutput, WritesToAFileByPath) {
-  char path[] = "/tmp/nrOutputTestXXXXXX";
-  int fd = mkstemp(path);
-  ASSERT_GE(fd, 0);
-  close(fd);
+  const std::string path = "/tmp/nrOutputTest" + std::to_string(getpid());
   tstLeaf* leaf = nrtest::held<tstLeaf>();
   {
-    nrOutput out(path);
+    nrOutput out(path.c_str());
     ASSERT_NE(out.getStream(), nullptr);
     out.write(leaf);
   }
-  FILE* f = fopen(path, "r");
+  FILE* f = fopen(path.c_str(), "r");
   char text[64] = {};
   size_t n = fread(text, 1, sizeof text - 1, f);
   fclose(f);
-  unlink(path);
+  unlink(path.c_str());
   EXPECT_EQ(std::string(text, n), "\nTestLeaf {\n}");
   leaf->unref();
 }

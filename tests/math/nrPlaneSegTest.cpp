@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrPlane.h"
@@ -8,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(nrSeg, EndPointsPolarFormAndClipping) {
+TEST(nrSeg, EndPointsAndClipping) {
   nrSeg s;
   s.makePts(nrVec3f(1, 1, 1), nrVec3f(4, 5, 1));
   EXPECT_FLOAT_EQ(s.length, 5.0f);
@@ -16,11 +14,6 @@ TEST(nrSeg, EndPointsPolarFormAndClipping) {
   nrVec3f end;
   s.getPoint(s.length, end);
   EXPECT_TRUE(end.almostEqual(nrVec3f(4, 5, 1), 1e-6f));
-
-  s.makePolar(nrVec3f(0, 0, 0), 0.5f, 0.25f, 1);
-  EXPECT_NEAR(s.dir.length(), 1.0f, 1e-6f);
-  EXPECT_NEAR(std::atan2(s.dir[1], s.dir[0]), 0.5f, 1e-6f);
-  EXPECT_NEAR(std::asin(s.dir[2]), 0.25f, 1e-6f);
 
   s.makePts(nrVec3f(0, 0, 0), nrVec3f(10, 0, 0));
   s.clip(&s, 2, 7);

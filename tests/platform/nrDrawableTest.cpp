@@ -10,21 +10,11 @@
 
 namespace {
 
-struct Pixel {
-  unsigned char r, g, b, a;
-};
-
-Pixel readPixel(int x, int y) {
-  Pixel p = {};
-  nrgl::ReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, &p);
-  return p;
-}
-
-void expectPixel(int x, int y, unsigned char r, unsigned char g, unsigned char b) {
-  const Pixel p = readPixel(x, y);
-  EXPECT_EQ(p.r, r) << "at " << x << "," << y;
-  EXPECT_EQ(p.g, g) << "at " << x << "," << y;
-  EXPECT_EQ(p.b, b) << "at " << x << "," << y;
+// Compares the pixel's colour as 0xRRGGBB, so a failure shows all three channels.
+void expectPixel(int x, int y, int r, int g, int b) {
+  unsigned char p[4] = {};
+  nrgl::ReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+  EXPECT_EQ((p[0] << 16) | (p[1] << 8) | p[2], (r << 16) | (g << 8) | b) << "at " << x << "," << y;
 }
 
 const char* currentVersion() { return reinterpret_cast<const char*>(nrgl::GetString(GL_VERSION)); }
