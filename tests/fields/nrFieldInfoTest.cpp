@@ -14,38 +14,34 @@ TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
   c->unref();
 }
 
+namespace {
+// Sets field `index` of c, of kind F, to v and returns the field's line.
+template <typename F, typename V>
+std::string setAndWrite(nrContainer* c, int index, const V& v) {
+  static_cast<F*>(c->getField(index))->set(v);
+  return fieldLine(c, index);
+}
+}  // namespace
+
 TEST(nrFieldInfo, NonDefaultValuesWriteNameAndValueInTheirKindsFormat) {
   tstAll* c = nrtest::held<tstAll>();
-  static_cast<nrSFFloat*>(c->getField(tstAll::FLOAT))->set(1.5f);
-  EXPECT_EQ(fieldLine(c, tstAll::FLOAT), "  float 1.500000\n");
+  EXPECT_EQ(setAndWrite<nrSFFloat>(c, tstAll::FLOAT, 1.5f), "  float 1.500000\n");
   EXPECT_EQ(fieldLine(c, tstAll::FLOAT, 0), "float 1.500000\n");
-  static_cast<nrSFUInt*>(c->getField(tstAll::UINT))->set(255);
-  EXPECT_EQ(fieldLine(c, tstAll::UINT), "  uint 0xff\n");
-  static_cast<nrSFUByte*>(c->getField(tstAll::UBYTE))->set(0x80);
-  EXPECT_EQ(fieldLine(c, tstAll::UBYTE), "  ubyte 0x80\n");
-  static_cast<nrSFShort*>(c->getField(tstAll::SHORT))->set(-7);
-  EXPECT_EQ(fieldLine(c, tstAll::SHORT), "  short -7\n");
-  static_cast<nrSFInt*>(c->getField(tstAll::INT))->set(-40000);
-  EXPECT_EQ(fieldLine(c, tstAll::INT), "  int -40000\n");
-  static_cast<nrSFDouble*>(c->getField(tstAll::DOUBLE))->set(0.25);
-  EXPECT_EQ(fieldLine(c, tstAll::DOUBLE), "  double 0.250000\n");
-  static_cast<nrSFTime*>(c->getField(tstAll::TIME))->set(2.5);
-  EXPECT_EQ(fieldLine(c, tstAll::TIME), "  time 2.500000\n");
-  static_cast<nrSFVec3f*>(c->getField(tstAll::VEC3F))->set(nrVec3f(2, 2, 3));
-  EXPECT_EQ(fieldLine(c, tstAll::VEC3F), "  vec3f 2 2 3\n");
-  static_cast<nrSFVec4ub*>(c->getField(tstAll::VEC4UB))->set(nrVec4ub(255, 255, 255, 0));
-  EXPECT_EQ(fieldLine(c, tstAll::VEC4UB), "  vec4ub 255 255 255 0\n");
-  static_cast<nrSFBitMask*>(c->getField(tstAll::BITMASK))->set(nrBitMask(0x5, 0x1));
-  EXPECT_EQ(fieldLine(c, tstAll::BITMASK), "  bitMask 0x15\n");
-  static_cast<nrSFName*>(c->getField(tstAll::NAME))->set(nrName("abc"));
-  EXPECT_EQ(fieldLine(c, tstAll::NAME), "  name \"abc\"\n");
+  EXPECT_EQ(setAndWrite<nrSFUInt>(c, tstAll::UINT, 255u), "  uint 0xff\n");
+  EXPECT_EQ(setAndWrite<nrSFUByte>(c, tstAll::UBYTE, static_cast<unsigned char>(0x80)), "  ubyte 0x80\n");
+  EXPECT_EQ(setAndWrite<nrSFShort>(c, tstAll::SHORT, static_cast<short>(-7)), "  short -7\n");
+  EXPECT_EQ(setAndWrite<nrSFInt>(c, tstAll::INT, -40000), "  int -40000\n");
+  EXPECT_EQ(setAndWrite<nrSFDouble>(c, tstAll::DOUBLE, 0.25), "  double 0.250000\n");
+  EXPECT_EQ(setAndWrite<nrSFTime>(c, tstAll::TIME, 2.5), "  time 2.500000\n");
+  EXPECT_EQ(setAndWrite<nrSFVec3f>(c, tstAll::VEC3F, nrVec3f(2, 2, 3)), "  vec3f 2 2 3\n");
+  EXPECT_EQ(setAndWrite<nrSFVec4ub>(c, tstAll::VEC4UB, nrVec4ub(255, 255, 255, 0)), "  vec4ub 255 255 255 0\n");
+  EXPECT_EQ(setAndWrite<nrSFBitMask>(c, tstAll::BITMASK, nrBitMask(0x5, 0x1)), "  bitMask 0x15\n");
+  EXPECT_EQ(setAndWrite<nrSFName>(c, tstAll::NAME, nrName("abc")), "  name \"abc\"\n");
   // A set string prints "(null)" without quotes: long-standing string output.
-  static_cast<nrSFString*>(c->getField(tstAll::STRING))->set(nrString("text"));
-  EXPECT_EQ(fieldLine(c, tstAll::STRING), "  string (null)\n");
+  EXPECT_EQ(setAndWrite<nrSFString>(c, tstAll::STRING, nrString("text")), "  string (null)\n");
   nrRotation r(0, 0, 1, 0);
   r.angle = -0.0f;
-  static_cast<nrSFRotation*>(c->getField(tstAll::ROTATION))->set(r);
-  EXPECT_EQ(fieldLine(c, tstAll::ROTATION), "") << "components compare as numbers";
+  EXPECT_EQ(setAndWrite<nrSFRotation>(c, tstAll::ROTATION, r), "") << "components compare as numbers";
   c->unref();
 }
 
