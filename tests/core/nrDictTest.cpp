@@ -17,10 +17,6 @@ TEST(nrDict, EnterFindRemoveAndChainsByModulo) {
   EXPECT_TRUE(d.enter(3, ptr(30)));
   EXPECT_TRUE(d.enter(10, ptr(100)));  // same bucket as 3
   EXPECT_FALSE(d.enter(3, ptr(31)));   // replaces
-  ASSERT_TRUE(d.find(3, v));
-  EXPECT_EQ(v, ptr(31));
-  ASSERT_TRUE(d.find(10, v));
-  EXPECT_EQ(v, ptr(100));
   // Keys wider than 32 bits stay distinct (addresses are keys).
   unsigned long wide = 0x100000003ul;
   EXPECT_TRUE(d.enter(wide, ptr(5)));
@@ -28,7 +24,8 @@ TEST(nrDict, EnterFindRemoveAndChainsByModulo) {
   EXPECT_EQ(v, ptr(31));
   EXPECT_TRUE(d.remove(3));
   EXPECT_FALSE(d.remove(3));
-  EXPECT_TRUE(d.find(10, v));
+  ASSERT_TRUE(d.find(10, v));
+  EXPECT_EQ(v, ptr(100));
   d.clear();
   EXPECT_FALSE(d.find(10, v));
 }
@@ -65,7 +62,4 @@ TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
   EXPECT_TRUE(d.remove(k2.c_str()));
   EXPECT_FALSE(d.remove(k2.c_str()));
   EXPECT_EQ(d.getSize(), 1u);
-  d.clear();
-  EXPECT_EQ(d.getSize(), 0u);
-  EXPECT_FALSE(d.find(k5.c_str(), v));
 }

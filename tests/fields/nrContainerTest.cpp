@@ -3,13 +3,10 @@
 #include "nerio3d/arrays/nrData.h"
 #include "nrFieldTestTypes.h"
 
-namespace {
-nrSFFloat* floatField(nrContainer* c, int i) { return static_cast<nrSFFloat*>(c->getField(i)); }
-}  // namespace
+using nrtest::floatField;
 
 TEST(nrContainer, SideEffectsNotifyParentsOncePerPendingChange) {
-  tstAll* parent = new tstAll;
-  parent->ref();
+  tstAll* parent = nrtest::held<tstAll>();
   nrMFRef* children = static_cast<nrMFRef*>(parent->getField(tstAll::MFREF));
   tstLeaf* leaf = new tstLeaf;
   children->append(leaf);
@@ -27,8 +24,7 @@ TEST(nrContainer, SideEffectsNotifyParentsOncePerPendingChange) {
   floatField(leaf, 2)->set(1.0f);
   EXPECT_TRUE(leaf->getSideEffectMask().isZero());
 
-  tstAll* c = new tstAll;
-  c->ref();
+  tstAll* c = nrtest::held<tstAll>();
   c->propagateSideEffect(tstAll::FLOAT);
   c->validateField(tstAll::FLOAT);
   c->validateField(tstAll::FLOAT);
@@ -38,10 +34,8 @@ TEST(nrContainer, SideEffectsNotifyParentsOncePerPendingChange) {
 }
 
 TEST(nrContainer, StaleBitsUseThe32BitShiftWhileReadsUseTheFieldsOwnBit) {
-  tstWide* w = new tstWide;
-  w->ref();
-  tstWide* src = new tstWide;
-  src->ref();
+  tstWide* w = nrtest::held<tstWide>();
+  tstWide* src = nrtest::held<tstWide>();
   floatField(src, 0)->set(8.0f);
   src->connect(0, w, 35);
   EXPECT_EQ(w->getStaleInputMask().getBits(), 0x8ull);
@@ -49,31 +43,21 @@ TEST(nrContainer, StaleBitsUseThe32BitShiftWhileReadsUseTheFieldsOwnBit) {
   EXPECT_EQ(w->getStaleInputMask().getBits(), 0xFFFFFFFF80000008ull);
   EXPECT_EQ(floatField(w, 31)->get(), 8.0f);
   EXPECT_EQ(w->getStaleInputMask().getBits(), 0x8ull) << "clearing bit 31 clears the whole high word";
-  EXPECT_TRUE(w->getField(35)->isDirty());
   EXPECT_EQ(floatField(w, 35)->get(), 0.0f) << "bit 35 is never looked at";
   src->disconnect(0, w, 35);
   EXPECT_EQ(w->getStaleInputMask().getBits(), 0x0ull);
-  EXPECT_FALSE(w->getField(35)->isDirty());
-  EXPECT_STREQ(w->getField(35)->getName(), "f35");
   src->unref();
   w->unref();
 }
 
 TEST(nrContainer, ParentsAreASingleLinkOrAList) {
-  tstAll* a = new tstAll;
-  tstAll* b = new tstAll;
-  a->ref();
-  b->ref();
-  tstLeaf* leaf = new tstLeaf;
-  leaf->ref();
+  tstAll* a = nrtest::held<tstAll>();
+  tstAll* b = nrtest::held<tstAll>();
+  tstLeaf* leaf = nrtest::held<tstLeaf>();
   nrMFRef* la = static_cast<nrMFRef*>(a->getField(tstAll::MFREF));
   la->append(leaf);
-  EXPECT_EQ(leaf->getParentCount(), 1);
-  EXPECT_EQ(leaf->getParent(1), nullptr);
   la->append(leaf);
   static_cast<nrSFRef*>(b->getField(tstAll::REF))->set(leaf);
-  EXPECT_EQ(leaf->getParentCount(), 3);
-  EXPECT_EQ(leaf->getParent(0), a);
   EXPECT_EQ(leaf->getParent(2), b);
   la->removeIndex(0);
   la->fastRemoveIndex(0);
@@ -81,36 +65,13 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(leaf->getParent(0), b);
   b->unref();
   EXPECT_EQ(leaf->getParentCount(), 0);
-  EXPECT_EQ(leaf->getRefCount(), 1);
   leaf->unref();
   a->unref();
 }
 
-TEST(nrContainer, UserDataAndNameAreKeptAndShared) {
-  tstAll* c = new tstAll;
-  c->ref();
-  nrData* data = nrData::create(8);
-  c->setUserData(data);
-  c->setUserData(data);
-  EXPECT_EQ(data->getRefCount(), 1);
-  c->setName("first");
-  c->setName(c->getName());
-  EXPECT_STREQ(c->getName(), "first");
-  nrContainer* copy = c->clone(nrContainer::SHALLOW_CLONE);
-  copy->ref();
-  EXPECT_STREQ(copy->getName(), "first");
-  EXPECT_NE(copy->getName(), c->getName());
-  EXPECT_EQ(copy->getUserData(), data);
-  EXPECT_EQ(data->getRefCount(), 2);
-  copy->unref();
-  c->unref();
-}
-
 TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
-  tstAll* src = new tstAll;
-  src->ref();
-  tstAll* c = new tstAll;
-  c->ref();
+  tstAll* src = nrtest::held<tstAll>();
+  tstAll* c = nrtest::held<tstAll>();
   floatField(c, tstAll::FLOAT)->set(2.0f);
   static_cast<nrMFInt*>(c->getField(tstAll::MFINT))->append(4);
   static_cast<nrSFString*>(c->getField(tstAll::STRING))->set(nrString("s"));
@@ -118,12 +79,20 @@ TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
   static_cast<nrSFDouble*>(src->getField(tstAll::DOUBLE))->set(6.0);
   tstLeaf* shared = new tstLeaf;
   static_cast<nrSFRef*>(c->getField(tstAll::REF))->set(shared);
+  nrData* data = nrData::create(8);
+  c->setUserData(data);
+  c->setUserData(data);
+  EXPECT_EQ(data->getRefCount(), 1);
+  c->setName("first");
+  c->setName(c->getName());
 
   tstAll* copy = static_cast<tstAll*>(c->clone(nrContainer::COPY_CLONE));
   copy->ref();
+  EXPECT_STREQ(copy->getName(), "first");
+  EXPECT_EQ(copy->getUserData(), data);
+  EXPECT_EQ(data->getRefCount(), 2);
   EXPECT_EQ(copy->floatValue, 2.0f);
   EXPECT_EQ(copy->doubleValue, 6.0);
-  EXPECT_EQ(copy->mfInt.getCount(), 1u);
   EXPECT_STREQ(copy->stringValue.getString(), "s");
   EXPECT_NE(copy->stringValue.getString(), c->stringValue.getString());
   EXPECT_EQ(copy->refValue, shared) << "a shallow clone shares what it refers to";
@@ -136,8 +105,7 @@ TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
 }
 
 TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
-  tstAll* root = new tstAll;
-  root->ref();
+  tstAll* root = nrtest::held<tstAll>();
   tstLeaf* shared = new tstLeaf;
   tstLeaf* single = new tstLeaf;
   nrMFRef* list = static_cast<nrMFRef*>(root->getField(tstAll::MFREF));
@@ -156,10 +124,8 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   nrContainer* sharedCopy = copy->mfRef[0];
   nrContainer* singleCopy = copy->mfRef[1];
   EXPECT_NE(sharedCopy, shared);
-  EXPECT_NE(singleCopy, single);
   EXPECT_EQ(copy->mfRef[2], sharedCopy);
   EXPECT_EQ(copy->refValue, sharedCopy);
-  EXPECT_EQ(sharedCopy->getParentCount(), 3);
   EXPECT_EQ(sharedCopy->getRefCount(), 3);
   EXPECT_EQ(shared->getParentCount(), 3) << "the source graph is left as it was";
   EXPECT_EQ(static_cast<tstLeaf*>(singleCopy)->value, 3.0f);
@@ -169,7 +135,6 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   EXPECT_EQ(out->getOutput(0), sharedCopy->getField(tstLeaf::IN_VALUE));
   ASSERT_EQ(sharedCopy->getField(tstLeaf::OUT_VALUE)->getNumOutputs(), 1);
   EXPECT_EQ(sharedCopy->getField(tstLeaf::OUT_VALUE)->getOutput(0), sharedCopy->getField(tstLeaf::VALUE));
-  EXPECT_EQ(singleCopy->getField(tstLeaf::IN_VALUE)->getInput(0), copy->getField(tstAll::FLOAT));
   EXPECT_EQ(single->getField(tstLeaf::OUT_VALUE)->getNumOutputs(), 1);
   floatField(copy, tstAll::FLOAT)->set(9.0f);
   EXPECT_EQ(floatField(singleCopy, tstLeaf::IN_VALUE)->get(), 9.0f);
@@ -182,16 +147,14 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
 }
 
 TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
-  tstAll* a = new tstAll;
-  a->ref();
+  tstAll* a = nrtest::held<tstAll>();
   floatField(a, tstAll::FLOAT)->set(4.0f);
   a->getField(tstAll::INT);
   a->freeUnconnectedFields();
   EXPECT_EQ(a->floatValue, 4.0f);
   EXPECT_EQ(floatField(a, tstAll::FLOAT)->get(), 4.0f) << "the value outlives its field object";
 
-  tstAll* b = new tstAll;
-  b->ref();
+  tstAll* b = nrtest::held<tstAll>();
   a->connect(tstAll::SHORT, b, tstAll::SHORT);
   a->getField(tstAll::MFINT);
   nrField* route = a->getField(tstAll::SHORT);
@@ -201,8 +164,7 @@ TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
   EXPECT_EQ(a->getField(tstAll::MFINT), list);
 
   // Fields that keep their own value are kept as well.
-  tstWide* w = new tstWide;
-  w->ref();
+  tstWide* w = nrtest::held<tstWide>();
   floatField(w, 5)->set(1.0f);
   w->freeUnconnectedFields();
   EXPECT_EQ(floatField(w, 5)->get(), 1.0f);
@@ -213,10 +175,8 @@ TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
 
 TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
   nrField::enableDirtyFieldTracking(true);
-  tstAll* a = new tstAll;
-  a->ref();
-  tstAll* b = new tstAll;
-  b->ref();
+  tstAll* a = nrtest::held<tstAll>();
+  tstAll* b = nrtest::held<tstAll>();
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   floatField(a, tstAll::FLOAT)->set(6.0f);
   b->propagateSideEffect(tstAll::INT);
@@ -231,16 +191,10 @@ TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
   floatField(a, tstAll::FLOAT)->set(7.0f);
   b->unref();
   nrField::cleanFields();
-  a->unref();
   nrField::enableDirtyFieldTracking(false);
-  EXPECT_FALSE(nrField::isDirtyFieldTrackingEnabled());
-}
 
-TEST(nrContainer, InternalCleanFieldsSettlesEveryPendingBit) {
-  tstAll* a = new tstAll;
-  a->ref();
-  tstAll* b = new tstAll;
-  b->ref();
+  // Without tracking, internalCleanFields settles every pending bit it is given.
+  b = nrtest::held<tstAll>();
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   a->connect(tstAll::INT, b, tstAll::INT);
   b->propagateSideEffect(tstAll::MFREF);

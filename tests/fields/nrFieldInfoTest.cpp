@@ -5,77 +5,59 @@
 using nrtest::fieldLine;
 
 TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
-  tstAll* c = new tstAll;
-  c->ref();
+  tstAll* c = nrtest::held<tstAll>();
   for (int i = 0; i < tstAll::NUM_FIELDS; ++i) {
     EXPECT_TRUE(c->getType()->getFieldInfo(i)->isDefault(c)) << i;
     EXPECT_EQ(fieldLine(c, i), "") << i;
   }
-  EXPECT_EQ(static_cast<nrSFFloat*>(c->getField(tstAll::FLOAT))->get(), 0.5f);
-  EXPECT_EQ(static_cast<nrSFShort*>(c->getField(tstAll::SHORT))->get(), -2);
-  nrVec3f v;
-  static_cast<nrSFVec3f*>(c->getField(tstAll::VEC3F))->get(v);
-  EXPECT_EQ(v[0], 2.0f);
-  EXPECT_EQ(v[2], 2.0f);
   EXPECT_STREQ(static_cast<nrSFName*>(c->getField(tstAll::NAME))->get().getString(), "none");
-  EXPECT_EQ(static_cast<nrSFVec3fInfo*>(c->getType()->getFieldInfo(tstAll::VEC3F))->getDefault()[1], 2.0f);
   c->unref();
 }
 
+namespace {
+// Sets field `index` of c, of kind F, to v and returns the field's line.
+template <typename F, typename V>
+std::string setAndWrite(nrContainer* c, int index, const V& v) {
+  static_cast<F*>(c->getField(index))->set(v);
+  return fieldLine(c, index);
+}
+}  // namespace
+
 TEST(nrFieldInfo, NonDefaultValuesWriteNameAndValueInTheirKindsFormat) {
-  tstAll* c = new tstAll;
-  c->ref();
-  static_cast<nrSFFloat*>(c->getField(tstAll::FLOAT))->set(1.5f);
-  EXPECT_EQ(fieldLine(c, tstAll::FLOAT), "  float 1.500000\n");
+  tstAll* c = nrtest::held<tstAll>();
+  EXPECT_EQ(setAndWrite<nrSFFloat>(c, tstAll::FLOAT, 1.5f), "  float 1.500000\n");
   EXPECT_EQ(fieldLine(c, tstAll::FLOAT, 0), "float 1.500000\n");
-  static_cast<nrSFUInt*>(c->getField(tstAll::UINT))->set(255);
-  EXPECT_EQ(fieldLine(c, tstAll::UINT), "  uint 0xff\n");
-  static_cast<nrSFUByte*>(c->getField(tstAll::UBYTE))->set(0x80);
-  EXPECT_EQ(fieldLine(c, tstAll::UBYTE), "  ubyte 0x80\n");
-  static_cast<nrSFShort*>(c->getField(tstAll::SHORT))->set(-7);
-  EXPECT_EQ(fieldLine(c, tstAll::SHORT), "  short -7\n");
-  static_cast<nrSFInt*>(c->getField(tstAll::INT))->set(-40000);
-  EXPECT_EQ(fieldLine(c, tstAll::INT), "  int -40000\n");
-  static_cast<nrSFDouble*>(c->getField(tstAll::DOUBLE))->set(0.25);
-  EXPECT_EQ(fieldLine(c, tstAll::DOUBLE), "  double 0.250000\n");
-  static_cast<nrSFTime*>(c->getField(tstAll::TIME))->set(2.5);
-  EXPECT_EQ(fieldLine(c, tstAll::TIME), "  time 2.500000\n");
-  static_cast<nrSFVec3f*>(c->getField(tstAll::VEC3F))->set(nrVec3f(2, 2, 3));
-  EXPECT_EQ(fieldLine(c, tstAll::VEC3F), "  vec3f 2 2 3\n");
-  static_cast<nrSFVec4ub*>(c->getField(tstAll::VEC4UB))->set(nrVec4ub(255, 255, 255, 0));
-  EXPECT_EQ(fieldLine(c, tstAll::VEC4UB), "  vec4ub 255 255 255 0\n");
-  static_cast<nrSFBitMask*>(c->getField(tstAll::BITMASK))->set(nrBitMask(0x5, 0x1));
-  EXPECT_EQ(fieldLine(c, tstAll::BITMASK), "  bitMask 0x15\n");
-  static_cast<nrSFName*>(c->getField(tstAll::NAME))->set(nrName("abc"));
-  EXPECT_EQ(fieldLine(c, tstAll::NAME), "  name \"abc\"\n");
+  EXPECT_EQ(setAndWrite<nrSFUInt>(c, tstAll::UINT, 255u), "  uint 0xff\n");
+  EXPECT_EQ(setAndWrite<nrSFUByte>(c, tstAll::UBYTE, static_cast<unsigned char>(0x80)), "  ubyte 0x80\n");
+  EXPECT_EQ(setAndWrite<nrSFShort>(c, tstAll::SHORT, static_cast<short>(-7)), "  short -7\n");
+  EXPECT_EQ(setAndWrite<nrSFInt>(c, tstAll::INT, -40000), "  int -40000\n");
+  EXPECT_EQ(setAndWrite<nrSFDouble>(c, tstAll::DOUBLE, 0.25), "  double 0.250000\n");
+  EXPECT_EQ(setAndWrite<nrSFTime>(c, tstAll::TIME, 2.5), "  time 2.500000\n");
+  EXPECT_EQ(setAndWrite<nrSFVec3f>(c, tstAll::VEC3F, nrVec3f(2, 2, 3)), "  vec3f 2 2 3\n");
+  EXPECT_EQ(setAndWrite<nrSFVec4ub>(c, tstAll::VEC4UB, nrVec4ub(255, 255, 255, 0)), "  vec4ub 255 255 255 0\n");
+  EXPECT_EQ(setAndWrite<nrSFBitMask>(c, tstAll::BITMASK, nrBitMask(0x5, 0x1)), "  bitMask 0x15\n");
+  EXPECT_EQ(setAndWrite<nrSFName>(c, tstAll::NAME, nrName("abc")), "  name \"abc\"\n");
   // A set string prints "(null)" without quotes: long-standing string output.
-  static_cast<nrSFString*>(c->getField(tstAll::STRING))->set(nrString("text"));
-  EXPECT_EQ(fieldLine(c, tstAll::STRING), "  string (null)\n");
+  EXPECT_EQ(setAndWrite<nrSFString>(c, tstAll::STRING, nrString("text")), "  string (null)\n");
   nrRotation r(0, 0, 1, 0);
   r.angle = -0.0f;
-  static_cast<nrSFRotation*>(c->getField(tstAll::ROTATION))->set(r);
-  EXPECT_EQ(fieldLine(c, tstAll::ROTATION), "") << "components compare as numbers";
+  EXPECT_EQ(setAndWrite<nrSFRotation>(c, tstAll::ROTATION, r), "") << "components compare as numbers";
   c->unref();
 }
 
 TEST(nrFieldInfo, EnumerationsWriteTheirNamesOrNothingAtAll) {
-  tstAll* c = new tstAll;
-  c->ref();
-  nrType* t = c->getType();
+  tstAll* c = nrtest::held<tstAll>();
   nrSFEnum* e = static_cast<nrSFEnum*>(c->getField(tstAll::ENUM));
   e->set(1);
   EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum SECOND_TEST\n");
   e->set(5);
   EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum ");
-  EXPECT_STREQ(t->mapEnum(tstAll::ENUM, 0), "FIRST_TEST");
-  EXPECT_STREQ(t->mapEnum(tstAll::ENUM, 5), "(nameless)");
-  EXPECT_STREQ(t->mapEnum(tstAll::INT, 0), "(nameless)");
+  EXPECT_STREQ(c->getType()->mapEnum(tstAll::INT, 0), "(nameless)");
   c->unref();
 }
 
 TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
-  tstAll* c = new tstAll;
-  c->ref();
+  tstAll* c = nrtest::held<tstAll>();
   nrMFFloat* f = static_cast<nrMFFloat*>(c->getField(tstAll::MFFLOAT));
   f->append(1.0f);
   f->append(2.0f);
@@ -97,8 +79,7 @@ TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
 }
 
 TEST(nrFieldInfo, LookupByNameAliasAndRouteSpellings) {
-  tstAll* c = new tstAll;
-  c->ref();
+  tstAll* c = nrtest::held<tstAll>();
   nrField* f = c->getField(tstAll::FLOAT);
   EXPECT_EQ(c->getField("float"), f);
   EXPECT_EQ(c->getField("weight"), f);
@@ -108,24 +89,12 @@ TEST(nrFieldInfo, LookupByNameAliasAndRouteSpellings) {
   EXPECT_STREQ(f->getName(), "float");
   // "set_" in the middle still drops the first four characters.
   EXPECT_EQ(c->getField("offset_x"), c->getField(tstAll::ET_X));
-  EXPECT_EQ(c->getField("Float"), nullptr);
   EXPECT_EQ(c->getField("set_nothing"), nullptr);
-  EXPECT_EQ(c->getField("nothing_changed"), nullptr);
   EXPECT_EQ(c->getField(tstAll::NUM_FIELDS), nullptr);
-  EXPECT_EQ(c->getType()->getFieldInfo(tstAll::FLOAT)->getNumAliases(), 1);
-  c->unref();
-}
-
-TEST(nrFieldInfo, FieldsKnowTheirRegisteredTypes) {
-  tstAll* c = new tstAll;
-  c->ref();
-  EXPECT_STREQ(c->getField(tstAll::FLOAT)->getType()->getName(), "nrFloat");
-  EXPECT_EQ(c->getField(tstAll::FLOAT)->getType(), nrSFFloat::getClassType());
+  // Single- and multi-valued kinds share a type name but not their types.
+  EXPECT_EQ(f->getType(), nrSFFloat::getClassType());
   EXPECT_EQ(c->getField(tstAll::MFFLOAT)->getType(), nrMFFloat::getClassType());
   EXPECT_TRUE(c->getField(tstAll::MFREF)->isOfType(nrMField::getClassType()));
   EXPECT_FALSE(c->getField(tstAll::REF)->isOfType(nrMField::getClassType()));
-  EXPECT_EQ(c->getType()->getFieldInfo(tstAll::REF)->getFieldType(), nrSFRef::getClassType());
-  EXPECT_EQ(nrSFFloat::getClassType()->getParent(), nrField::getClassType());
-  EXPECT_EQ(nrField::getClassType()->getParent(), nullptr);
   c->unref();
 }

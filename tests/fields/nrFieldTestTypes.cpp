@@ -19,10 +19,7 @@ NR_DEFINE_TYPE(tstAll, nrContainer, "TestAll") {
   nrSFDouble::addTypeField(type, "double", DOUBLE, 0.0, &tstAll::doubleValue);
   nrSFTime::addTypeField(type, "time", TIME, 1.0, &tstAll::timeValue);
   nrSFEnum::addTypeField(type, "enum", ENUM, 0, &tstAll::enumValue);
-  nrSFVec2f::addTypeField(type, "vec2f", VEC2F, nrVec2f(0, 0), &tstAll::vec2fValue);
   nrSFVec3f::addTypeField(type, "vec3f", VEC3F, nrVec3f(2, 2, 2), &tstAll::vec3fValue);
-  nrSFVec3s::addTypeField(type, "vec3s", VEC3S, nrVec3s(0, 0, 1), &tstAll::vec3sValue);
-  nrSFVec4f::addTypeField(type, "vec4f", VEC4F, nrVec4f(0, 0, 0, 1), &tstAll::vec4fValue);
   nrSFVec4ub::addTypeField(type, "vec4ub", VEC4UB, nrVec4ub(255, 255, 255, 255), &tstAll::vec4ubValue);
   nrSFBitMask::addTypeField(type, "bitMask", BITMASK, nrBitMask(~0u, ~0u), &tstAll::bitMaskValue);
   nrSFName::addTypeField(type, "name", NAME, nrName("none"), &tstAll::nameValue);
@@ -34,13 +31,7 @@ NR_DEFINE_TYPE(tstAll, nrContainer, "TestAll") {
   nrMFByte::addTypeField(type, "mfByte", MFBYTE, &tstAll::mfByte);
   nrMFInt::addTypeField(type, "mfInt", MFINT, &tstAll::mfInt);
   nrMFFloat::addTypeField(type, "mfFloat", MFFLOAT, &tstAll::mfFloat);
-  nrMFMatrix4f::addTypeField(type, "mfMatrix", MFMATRIX, &tstAll::mfMatrix);
-  nrMFRotation::addTypeField(type, "mfRotation", MFROTATION, &tstAll::mfRotation);
-  nrMFString::addTypeField(type, "mfString", MFSTRING, &tstAll::mfString);
-  nrMFVec2f::addTypeField(type, "mfVec2f", MFVEC2F, &tstAll::mfVec2f);
   nrMFVec3f::addTypeField(type, "mfVec3f", MFVEC3F, &tstAll::mfVec3f);
-  nrMFVec3s::addTypeField(type, "mfVec3s", MFVEC3S, &tstAll::mfVec3s);
-  nrMFVec4f::addTypeField(type, "mfVec4f", MFVEC4F, &tstAll::mfVec4f);
   nrMFRef::addTypeField(type, "mfRef", MFREF, tstLeaf::getClassType(), &tstAll::mfRef);
   nrSFInt::addTypeField(type, "et_x", ET_X, 0, &tstAll::etX);
 

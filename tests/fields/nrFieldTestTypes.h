@@ -1,14 +1,14 @@
 // Containers used by the field tests, registered through the ordinary path.
 #pragma once
 
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nrHeld.h"
+#include "nrOutputCapture.h"
 
 // A leaf that counts its instances, so tests can see deletions.
 class tstLeaf : public nrContainer {
@@ -39,13 +39,12 @@ class tstOther : public nrContainer {
   tstOther() : nrContainer(getClassType()) {}
 };
 
-// One field of every kind, plus hooks that record what the container was told.
+// A field of each kind the tests write, plus hooks that record what the container was told.
 class tstAll : public nrContainer {
   NR_DECLARE_CONTAINER_TYPE(tstAll)
   enum {
-    UBYTE, SHORT, INT, UINT, FLOAT, DOUBLE, TIME, ENUM, VEC2F, VEC3F, VEC3S, VEC4F, VEC4UB, BITMASK, NAME,
-    MATRIX, ROTATION, STRING, REF, MFBYTE, MFINT, MFFLOAT, MFMATRIX, MFROTATION, MFSTRING, MFVEC2F,
-    MFVEC3F, MFVEC3S, MFVEC4F, MFREF, ET_X, NUM_FIELDS
+    UBYTE, SHORT, INT, UINT, FLOAT, DOUBLE, TIME, ENUM, VEC3F, VEC4UB, BITMASK, NAME, MATRIX, ROTATION, STRING,
+    REF, MFBYTE, MFINT, MFFLOAT, MFVEC3F, MFREF, ET_X, NUM_FIELDS
   };
 
   tstAll() : nrContainer(getClassType()) { initFieldDefaults(classType); }
@@ -63,10 +62,7 @@ class tstAll : public nrContainer {
   double doubleValue;
   nrTime timeValue;
   int enumValue;
-  nrVec2f vec2fValue;
   nrVec3f vec3fValue;
-  nrVec3s vec3sValue;
-  nrVec4f vec4fValue;
   nrVec4ub vec4ubValue;
   nrBitMask bitMaskValue;
   nrName nameValue;
@@ -77,13 +73,7 @@ class tstAll : public nrContainer {
   nrByteArray mfByte;
   nrIntArray mfInt;
   nrFloatArray mfFloat;
-  nrMatrix4fArray mfMatrix;
-  nrRotationArray mfRotation;
-  nrStringArray mfString;
-  nrVec2fArray mfVec2f;
   nrVec3fArray mfVec3f;
-  nrVec3sArray mfVec3s;
-  nrVec4fArray mfVec4f;
   nrRefArray mfRef;
   int etX;
 
@@ -110,24 +100,12 @@ class tstWide : public nrContainer {
 
 namespace nrtest {
 
-// Everything fn writes through an nrOutput at the given indentation level.
-template <typename Fn>
-std::string writeText(int level, Fn&& fn) {
-  char* buffer = nullptr;
-  size_t size = 0;
-  {
-    nrOutput out(open_memstream(&buffer, &size));
-    out.setLevel(level);
-    fn(&out);
-  }
-  std::string text(buffer, size);
-  free(buffer);
-  return text;
-}
-
 // The descriptor line of field `index` of container c.
 inline std::string fieldLine(nrContainer* c, int index, int level = 1) {
-  return writeText(level, [&](nrOutput* out) { c->getType()->getFieldInfo(index)->write(out, c); });
+  return writeToString([&](nrOutput* out) { c->getType()->getFieldInfo(index)->write(out, c); }, level);
 }
+
+// The single-valued float field `index` of c.
+inline nrSFFloat* floatField(nrContainer* c, int index) { return static_cast<nrSFFloat*>(c->getField(index)); }
 
 }  // namespace nrtest

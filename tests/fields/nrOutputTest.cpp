@@ -15,8 +15,7 @@ std::string writeRoot(nrContainer* root, int times = 1) {
 }  // namespace
 
 TEST(nrOutput, SharedContainersAreWrittenOnceThenUsed) {
-  tstAll* root = new tstAll;
-  root->ref();
+  tstAll* root = nrtest::held<tstAll>();
   tstLeaf* leaf = new tstLeaf;
   static_cast<nrSFFloat*>(leaf->getField(tstLeaf::VALUE))->set(2.0f);
   nrMFRef* refs = static_cast<nrMFRef*>(root->getField(tstAll::MFREF));
@@ -46,16 +45,14 @@ TEST(nrOutput, SharedContainersAreWrittenOnceThenUsed) {
 }
 
 TEST(nrOutput, HeadersOfSingleParentAndDefaultContainers) {
-  tstLeaf* plain = new tstLeaf;
-  plain->ref();
+  tstLeaf* plain = nrtest::held<tstLeaf>();
   EXPECT_EQ(writeRoot(plain), "\nTestLeaf {\n}");
   // A name always gives a DEF, even without sharing.
   plain->setName("Solo");
   EXPECT_EQ(writeRoot(plain), "\nDEF Solo TestLeaf {\n}");
   plain->unref();
 
-  tstAll* root = new tstAll;
-  root->ref();
+  tstAll* root = nrtest::held<tstAll>();
   tstLeaf* child = new tstLeaf;
   child->setName("Child");
   static_cast<nrSFRef*>(root->getField(tstAll::REF))->set(child);
@@ -64,10 +61,8 @@ TEST(nrOutput, HeadersOfSingleParentAndDefaultContainers) {
 }
 
 TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
-  tstLeaf* source = new tstLeaf;
-  tstLeaf* target = new tstLeaf;
-  source->ref();
-  target->ref();
+  tstLeaf* source = nrtest::held<tstLeaf>();
+  tstLeaf* target = nrtest::held<tstLeaf>();
   source->connect(tstLeaf::VALUE, target, tstLeaf::VALUE);
   static_cast<nrSFFloat*>(source->getField(tstLeaf::VALUE))->set(5.0f);
   EXPECT_FALSE(target->getStaleInputMask().isZero());
@@ -78,22 +73,18 @@ TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
 }
 
 TEST(nrOutput, WritesToAFileByPath) {
-  char path[] = "/tmp/nrOutputTestXXXXXX";
-  int fd = mkstemp(path);
-  ASSERT_GE(fd, 0);
-  close(fd);
-  tstLeaf* leaf = new tstLeaf;
-  leaf->ref();
+  const std::string path = "/tmp/nrOutputTest" + std::to_string(getpid());
+  tstLeaf* leaf = nrtest::held<tstLeaf>();
   {
-    nrOutput out(path);
+    nrOutput out(path.c_str());
     ASSERT_NE(out.getStream(), nullptr);
     out.write(leaf);
   }
-  FILE* f = fopen(path, "r");
+  FILE* f = fopen(path.c_str(), "r");
   char text[64] = {};
   size_t n = fread(text, 1, sizeof text - 1, f);
   fclose(f);
-  unlink(path);
+  unlink(path.c_str());
   EXPECT_EQ(std::string(text, n), "\nTestLeaf {\n}");
   leaf->unref();
 }

@@ -100,14 +100,9 @@ TEST(nrMatrix3f, SingularValueDecomposition) {
       for (float& e : row) e = d(gen);
     checkSvd(a);
   }
-  const float rank1[3][3] = {{1, 2, 3}, {2, 4, 6}, {-1, -2, -3}};
-  checkSvd(rank1);
-  const float rank2[3][3] = {{1, 0, 0}, {0, 2, 0}, {0, 0, 0}};
-  checkSvd(rank2);
-  const float zero[3][3] = {};
-  checkSvd(zero);
-  const float mirror[3][3] = {{-1, 0, 0}, {0, 2, 0}, {0, 0, 3}};
-  checkSvd(mirror);
+  // Rank 1, zero and a mirror.
+  const float special[3][3][3] = {{{1, 2, 3}, {2, 4, 6}, {-1, -2, -3}}, {}, {{-1, 0, 0}, {0, 2, 0}, {0, 0, 3}}};
+  for (const auto& a : special) checkSvd(a);
 
   // cleanSvd keeps the rotation of a rotation with a non-uniform scale.
   nrMatrix4f r, rs;

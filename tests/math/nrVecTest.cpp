@@ -1,47 +1,27 @@
 #include <cmath>
-#include <cstdio>
 #include <string>
 
-#include "nerio3d/fields/nrOutput.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrRotation.h"
-#include "nerio3d/math/nrTolerance.h"
 #include "nerio3d/math/nrVec2f.h"
 #include "nerio3d/math/nrVec3f.h"
 #include "nerio3d/math/nrVec3s.h"
 #include "nerio3d/math/nrVec4f.h"
 #include "nerio3d/math/nrVec4ub.h"
-#include "nrCapture.h"
+#include "nrOutputCapture.h"
+
+// Arrays of these are handed to OpenGL as plain floats, shorts and bytes.
+static_assert(sizeof(nrVec2f) == 8 && sizeof(nrVec3f) == 12 && sizeof(nrVec4f) == 16 && sizeof(nrVec3s) == 6 &&
+              sizeof(nrVec4ub) == 4 && sizeof(nrRotation) == 16 && sizeof(nrMatrix4f) == 64);
 
 namespace {
-
 template <typename T>
 std::string written(const T& value) {
-  FILE* f = tmpfile();
-  nrOutput out(f);
-  value.write(&out);
-  fflush(f);
-  rewind(f);
-  char buf[512] = {};
-  size_t n = fread(buf, 1, sizeof buf - 1, f);
-  return std::string(buf, n);
+  return nrtest::writeToString([&](nrOutput* out) { value.write(out); });
 }
-
 }  // namespace
 
-TEST(nrVec, LayoutsStayPlainForArraysAndOpenGL) {
-  static_assert(sizeof(nrVec2f) == 2 * sizeof(float));
-  static_assert(sizeof(nrVec3f) == 3 * sizeof(float));
-  static_assert(sizeof(nrVec4f) == 4 * sizeof(float));
-  static_assert(sizeof(nrVec3s) == 3 * sizeof(short));
-  static_assert(sizeof(nrVec4ub) == 4);
-  static_assert(sizeof(nrRotation) == 4 * sizeof(float));
-  static_assert(sizeof(nrMatrix4f) == 16 * sizeof(float));
-  EXPECT_FLOAT_EQ(nrEpsilon, 1.0e-5f);
-  EXPECT_FLOAT_EQ(nrEta, 1.0e-15f);
-}
-
-TEST(nrVec, LengthNormalizeDistanceAndTolerance) {
+TEST(nrVec, NormalizeToleranceAndAliasedCross) {
   nrVec3f v(3, 4, 12);
   EXPECT_FLOAT_EQ(v.normalize(), 13.0f);
   EXPECT_NEAR(v.length(), 1.0f, 1e-6f);
@@ -49,29 +29,14 @@ TEST(nrVec, LengthNormalizeDistanceAndTolerance) {
   EXPECT_EQ(zero.normalize(), 0.0f);
   EXPECT_EQ(zero, nrVec3f(0, 0, 0));
 
-  nrVec2f p(1, 1);
-  EXPECT_FLOAT_EQ(p.distance(nrVec2f(4, 5)), 5.0f);
-  EXPECT_FLOAT_EQ(p.normalize(), std::sqrt(2.0f));
-  nrVec4f q(1, 1, 1, 1);
-  EXPECT_FLOAT_EQ(q.normalize(), 2.0f);
-  EXPECT_FLOAT_EQ(q.distance(nrVec4f(0.5f, 0.5f, 0.5f, 0.5f)), 0.0f);
-
   // Both ends of the tolerance band count as equal.
   EXPECT_TRUE(nrVec3f(1.5f, 0, 0).almostEqual(nrVec3f(1, 0, 0), 0.5f));
   EXPECT_TRUE(nrVec3f(0.5f, 0, 0).almostEqual(nrVec3f(1, 0, 0), 0.5f));
   EXPECT_FALSE(nrVec3f(1, 0, 0.5001f).almostEqual(nrVec3f(1, 0, 0), 0.5f));
-  EXPECT_TRUE(nrVec2f(2, 3).almostEqual(nrVec2f(2.25f, 2.75f), 0.25f));
-  EXPECT_FALSE(nrVec4f(0, 0, 0, 1).almostEqual(nrVec4f(0, 0, 0, 1.26f), 0.25f));
 
-  nrVec3f c;
-  c.cross(nrVec3f(1, 0, 0), nrVec3f(0, 1, 0));
-  EXPECT_EQ(c, nrVec3f(0, 0, 1));
   nrVec3f a(2, 0, 0);
   a.cross(a, nrVec3f(0, 0, 3));  // aliasing: the result uses the old a
   EXPECT_EQ(a, nrVec3f(0, -6, 0));
-  nrVec3f s;
-  s.scale(2, nrVec3f(1, -2, 3));
-  EXPECT_EQ(s, nrVec3f(2, -4, 6));
 }
 
 TEST(nrVec, TransformsByRowVectorConvention) {

@@ -1,0 +1,14 @@
+// Creates objects that a test holds a reference to, as a scene's owner would.
+#pragma once
+
+namespace nrtest {
+
+// A new object of type T with one reference held by the caller, who unrefs it.
+template <typename T>
+T* held() {
+  T* object = new T;
+  object->ref();
+  return object;
+}
+
+}  // namespace nrtest
