@@ -13,7 +13,8 @@ class nrIsectAction : public nrTransformAction {
   nrIsectAction() : nrIsectAction(getClassType()) {}
   explicit nrIsectAction(nrType* type) : nrTransformAction(type), path(8), segDepth(0), seg(&segs[0]) {}
 
-  // The root enters the path for the length of its isect; returns 0.
+  // The root enters the path for the length of its isect, so a group root,
+  // which enters it again itself, is on it twice; returns 0.
   nrTravDirective apply(nrNode* root) override;
 
   // The segment a pick starts from, in the root's coordinates.

@@ -43,10 +43,11 @@ class tstVisited : public nrNode {
   nrTravDirective vfCullVisit(nrVFCullAction*) override { return record("cull"); }
   nrTravDirective drawVisit(nrDrawAction*) override { return record("draw"); }
   void sound(nrSoundAction*) override { record("sound"); }
-  // Records the last node of the path as well: "isect(name<last)".
+  // Records the last node of the path and its length as well: "isect(name<last/length)".
   void isect(nrIsectAction* action) override {
     nrPtrArray& path = action->getPath();
-    tstTrace += "isect(" + tstName(this) + "<" + tstName(static_cast<nrNode*>(path[path.getCount() - 1])) + ") ";
+    tstTrace += "isect(" + tstName(this) + "<" + tstName(static_cast<nrNode*>(path[path.getCount() - 1])) + "/" +
+                std::to_string(path.getCount()) + ") ";
   }
 
   nrTravDirective result = 0;
