@@ -13,9 +13,9 @@ class nrBitMask {
 
   nrBitMask() = default;
   nrBitMask(uint32_t lowWord, uint32_t highWord) : low(lowWord), high(highWord) {}
-  static nrBitMask fromBits(uint64_t bits) {
-    return nrBitMask(static_cast<uint32_t>(bits), static_cast<uint32_t>(bits >> 32));
-  }
+  // A plain 64-bit value converts, so masks can be written as literals.
+  nrBitMask(uint64_t bits) : low(static_cast<uint32_t>(bits)), high(static_cast<uint32_t>(bits >> 32)) {}
+  static nrBitMask fromBits(uint64_t bits) { return nrBitMask(bits); }
 
   uint64_t getBits() const { return (static_cast<uint64_t>(high) << 32) | low; }
   bool isZero() const { return (low | high) == 0; }

@@ -17,7 +17,12 @@ class nrMFRef : public nrMField {
     validate();
     return (*value)[i];
   }
+  void get(unsigned i, nrContainer*& v) { v = get(i); }
   nrContainer* operator[](unsigned i) { return get(i); }
+  void getRange(unsigned start, unsigned n, nrContainer** out) {
+    validate();
+    value->getRange(start, n, out);
+  }
   const nrRefArray& getArray() {
     validate();
     return *value;
@@ -25,6 +30,12 @@ class nrMFRef : public nrMField {
   long find(nrContainer* v) {
     validate();
     return value->find(v);
+  }
+  // The elements, for changing them in place; what is stored there is
+  // neither referenced nor released.
+  nrContainer** edit() {
+    validate();
+    return value->getArray();
   }
 
   // Every element added is referenced, every element dropped released; a

@@ -198,7 +198,7 @@ TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   a->connect(tstAll::INT, b, tstAll::INT);
   b->propagateSideEffect(tstAll::MFREF);
-  b->internalCleanFields(b->getStaleInputMask() | b->getSideEffectMask());
+  b->internalCleanFields((b->getStaleInputMask() | b->getSideEffectMask()).getBits());
   EXPECT_TRUE((b->getStaleInputMask() | b->getSideEffectMask()).isZero());
   EXPECT_EQ(b->intValue, 3);
   b->unref();

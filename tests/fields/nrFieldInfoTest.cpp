@@ -35,7 +35,7 @@ TEST(nrFieldInfo, NonDefaultValuesWriteNameAndValueInTheirKindsFormat) {
   EXPECT_EQ(setAndWrite<nrSFTime>(c, tstAll::TIME, 2.5), "  time 2.500000\n");
   EXPECT_EQ(setAndWrite<nrSFVec3f>(c, tstAll::VEC3F, nrVec3f(2, 2, 3)), "  vec3f 2 2 3\n");
   EXPECT_EQ(setAndWrite<nrSFVec4ub>(c, tstAll::VEC4UB, nrVec4ub(255, 255, 255, 0)), "  vec4ub 255 255 255 0\n");
-  EXPECT_EQ(setAndWrite<nrSFBitMask>(c, tstAll::BITMASK, nrBitMask(0x5, 0x1)), "  bitMask 0x15\n");
+  EXPECT_EQ(setAndWrite<nrSFBitMask>(c, tstAll::BITMASK, 0x100000005ull), "  bitMask 0x15\n");
   EXPECT_EQ(setAndWrite<nrSFName>(c, tstAll::NAME, nrName("abc")), "  name \"abc\"\n");
   // A set string prints "(null)" without quotes: long-standing string output.
   EXPECT_EQ(setAndWrite<nrSFString>(c, tstAll::STRING, nrString("text")), "  string (null)\n");

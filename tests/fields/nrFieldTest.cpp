@@ -136,6 +136,13 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   EXPECT_EQ(list->replace(other, leaf), 1);
   EXPECT_EQ(tstLeaf::live, 1);
   EXPECT_EQ(leaf->getParentCount(), 4);
+  nrContainer* read[4] = {};
+  list->getRange(2, 4, read);
+  EXPECT_EQ(read[1], leaf);
+  EXPECT_EQ(read[2], nullptr) << "a range past the end is cut at the count";
+  nrContainer* first = nullptr;
+  list->get(0, first);
+  EXPECT_EQ(first, list->edit()[1]);
   nrRefArray none;
   list->set(none);
   EXPECT_EQ(tstLeaf::live, 0);
