@@ -5,13 +5,16 @@
 
 NR_DEFINE_TYPE(nrData, nrObject, "Data") {}
 
-void* nrData::operator new(size_t, unsigned payloadBytes) { return calloc(1, payloadOffset() + payloadBytes); }
+void* nrData::operator new(size_t, unsigned payloadBytes) {
+  unsigned char* block = static_cast<unsigned char*>(calloc(1, payloadOffset() + payloadBytes));
+  if (block) memcpy(block + payloadOffset() - sizeof(unsigned), &payloadBytes, sizeof(unsigned));
+  return block;
+}
 
 void nrData::operator delete(void* p) { free(p); }
 
-nrData::nrData(unsigned payloadBytes) : nrObject(getClassType()), size(payloadBytes) {}
-
 nrData* nrData::clone() {
+  unsigned size = getSize();
   nrData* copy = create(size);
   memcpy(copy->getPayload(), getPayload(), size);
   return copy;

@@ -1,5 +1,5 @@
-// Reference-counted raw block: the payload lies right behind the header, in
-// one allocation. Arrays view it to interleave attributes.
+// Reference-counted raw block: the payload size and the payload lie right
+// behind the header, in one allocation. Arrays view it to interleave attributes.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,10 @@
 class nrData : public nrObject {
   NR_DECLARE_TYPE(nrData)
 
-  // Allocates header and payload together; the payload is zeroed.
-  static nrData* create(unsigned payloadBytes) { return new (payloadBytes) nrData(payloadBytes); }
+  // new (payloadBytes) nrData: allocates header, size and zeroed payload
+  // together and records the payload size.
+  nrData() : nrObject(getClassType()) {}
+  static nrData* create(unsigned payloadBytes) { return new (payloadBytes) nrData; }
 
   void* operator new(size_t headerSize, unsigned payloadBytes);
   void operator delete(void* p);
@@ -18,13 +20,14 @@ class nrData : public nrObject {
   // A new block of the same size holding a byte copy of the payload.
   virtual nrData* clone();
 
-  unsigned getSize() const { return size; }
-  void* getPayload() { return reinterpret_cast<unsigned char*>(this) + payloadOffset(); }
-
- protected:
-  explicit nrData(unsigned payloadBytes);
+  // The size is kept in the allocation itself, just before the payload, where
+  // the allocation operator wrote it before the object was constructed.
+  unsigned getSize() const { return *reinterpret_cast<const unsigned*>(payload() - sizeof(unsigned)); }
+  void* getPayload() { return payload(); }
 
  private:
-  static size_t payloadOffset() { return (sizeof(nrData) + 15) & ~size_t(15); }
-  unsigned size;
+  static size_t payloadOffset() { return (sizeof(nrData) + sizeof(unsigned) + 15) & ~size_t(15); }
+  unsigned char* payload() const {
+    return const_cast<unsigned char*>(reinterpret_cast<const unsigned char*>(this)) + payloadOffset();
+  }
 };

@@ -5,7 +5,7 @@ class nrOutput;
 
 // Block of pooled name text: 4000 bytes, filled front to back.
 struct nrNameChunk {
-  static const int chunkSize = 4000;
+  static constexpr int chunkSize = 4000;
   char mem[chunkSize];
   char* curByte;
   int bytesLeft;
@@ -23,7 +23,7 @@ class nrNameEntry {
   static const nrNameEntry* insert(const char* text);
 
   static nrNameEntry** nameTable;
-  static const int nameTableSize = 1999;
+  static constexpr int nameTableSize = 1999;
   static nrNameChunk* chunk;
 
  private:

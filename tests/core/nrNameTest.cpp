@@ -18,6 +18,7 @@ TEST(nrName, InterningSharesEntriesAndNewestLeadsItsBucket) {
   const nrNameEntry* older = nrNameEntry::insert("ab");
   const nrNameEntry* newer = nrNameEntry::insert("Ac");
   EXPECT_NE(older, newer);
+  EXPECT_EQ(nrNameEntry::nameTableSize, 1999);
   EXPECT_EQ(nrNameEntry::nameTable[older->hash % nrNameEntry::nameTableSize], newer);
   EXPECT_EQ(newer->next, older);
 }
@@ -29,6 +30,7 @@ TEST(nrName, TextsAtTheChunkLimit) {
   const nrNameEntry* pooled = nrNameEntry::insert(fits.c_str());
   nrNameChunk* chunk = nrNameEntry::chunk;
   ASSERT_NE(chunk, nullptr);
+  EXPECT_EQ(nrNameChunk::chunkSize, 4000);
   EXPECT_GE(pooled->string, chunk->mem);
   EXPECT_LT(pooled->string, chunk->mem + nrNameChunk::chunkSize);
   int left = chunk->bytesLeft;

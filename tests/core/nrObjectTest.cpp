@@ -112,8 +112,9 @@ TEST(nrType, EngineListsAppendToTheParents) {
 }
 
 TEST(nrData, PayloadFollowsTheHeaderAndClonesByteForByte) {
-  nrData* block = nrData::create(10);
+  nrData* block = new (10) nrData;
   EXPECT_STREQ(block->getType()->getName(), "Data");
+  EXPECT_EQ(block->getSize(), 10u);
   unsigned char* bytes = static_cast<unsigned char*>(block->getPayload());
   EXPECT_GT(static_cast<void*>(bytes), static_cast<void*>(block));
   EXPECT_EQ(bytes[9], 0);
