@@ -35,10 +35,10 @@ void nrFrustum::makePersp(float l, float r, float b, float t) {
 void nrFrustum::makeOrtho(float l, float r, float b, float t) { makeExtents(ORTHO_KIND, l, r, b, t); }
 
 void nrFrustum::makeExtents(int newKind, float l, float r, float b, float t) {
-  // A change of kind alone also recomputes, or the planes would keep the old kind.
-  bool same = l == left && r == right && b == bottom && t == top && newKind == kind;
+  // Unchanged extents recompute nothing, even when only the kind changed: the
+  // planes then keep the shape of the previous kind until the next change.
   kind = newKind;
-  if (same) return;
+  if (l == left && r == right && b == bottom && t == top) return;
   left = l;
   right = r;
   bottom = b;

@@ -5,6 +5,9 @@
 
 class nrMatStack4f {
  public:
+  // The matrix in use; the traversals read and multiply into it directly.
+  nrMatrix4f* top;
+
   explicit nrMatStack4f(int capacity = 64);
   ~nrMatStack4f();
 
@@ -27,7 +30,6 @@ class nrMatStack4f {
 
  private:
   nrMatrix4f* stack;
-  nrMatrix4f* top;
   int depth;
   int capacity;
 };

@@ -2,6 +2,8 @@
 // translation lives in row 3 and the matrix loads into OpenGL unchanged.
 #pragma once
 
+#include "nerio3d/math/nrTolerance.h"
+
 class nrOutput;
 class nrRotation;
 class nrVec3f;

@@ -32,4 +32,6 @@ class nrPlane {
   int contains(const nrSphereBound* sph) const;
   // plane transformed by a rotation-translation matrix (a uniform scale is allowed).
   void orthoXform(const nrPlane& plane, const nrMatrix4f& m);
+  // The same with the source passed as the bounds' transforms take theirs.
+  void orthoXform(const nrPlane* plane, const nrMatrix4f& m) { orthoXform(*plane, m); }
 };

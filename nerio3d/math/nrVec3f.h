@@ -1,6 +1,8 @@
 // Three-component float vector: points, directions, colours.
 #pragma once
 
+#include "nerio3d/math/nrTolerance.h"
+
 class nrOutput;
 class nrMatrix4f;
 

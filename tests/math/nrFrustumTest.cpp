@@ -41,8 +41,15 @@ TEST(nrFrustum, DefaultsKindsAndCorners) {
   EXPECT_EQ(f.getKind(), nrFrustum::PERSP_KIND);
   f.makePersp(-1, 2, -1, 1);
   EXPECT_EQ(f.getKind(), nrFrustum::OFFCENTER_PERSP_KIND);
+  nrPlane right = f.getPlane(nrFrustum::RIGHT_PLANE);
+  // The same extents again change the kind but recompute nothing.
   f.makeOrtho(-1, 2, -1, 1);
   EXPECT_EQ(f.getKind(), nrFrustum::ORTHO_KIND);
+  EXPECT_EQ(f.getPlane(nrFrustum::RIGHT_PLANE).normal, right.normal);
+  f.makeOrtho(-2, 2, -1, 1);
+  EXPECT_EQ(f.getPlane(nrFrustum::RIGHT_PLANE).normal, nrVec3f(1, 0, 0));
+  f.makePersp(-2, 2, -1, 1);
+  EXPECT_EQ(f.getKind(), nrFrustum::PERSP_KIND);
   EXPECT_EQ(f.getPlane(nrFrustum::RIGHT_PLANE).normal, nrVec3f(1, 0, 0));
 
   // Every corner lies on the three planes that meet there.

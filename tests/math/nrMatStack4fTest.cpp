@@ -5,7 +5,7 @@ TEST(nrMatStack4f, DepthStopsOneBelowCapacity) {
   nrMatStack4f stack;
   EXPECT_EQ(stack.getCapacity(), 64);
   EXPECT_EQ(stack.getDepth(), 1);
-  stack.getTop()->makeTrans(1, 2, 3);
+  stack.top->makeTrans(1, 2, 3);  // the top is reached directly
   for (int i = 0; i < 62; ++i) ASSERT_EQ(stack.push(), 1) << i;
   EXPECT_EQ(stack.getDepth(), 63);
   nrMatrix4f t;

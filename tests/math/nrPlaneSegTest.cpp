@@ -56,7 +56,7 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
   m.makeRot(1, 0, 0, -3.14159265f / 2);
   m.postTrans(m, 0, 1, 0);
   nrPlane moved;
-  moved.orthoXform(z, m);
+  moved.orthoXform(&z, m);
   EXPECT_TRUE(moved.normal.almostEqual(nrVec3f(0, 1, 0), 1e-6f));
   EXPECT_NEAR(moved.offset, 4.0f, 1e-5f);
 }

@@ -58,6 +58,12 @@ TEST(nrVec, TransformsByRowVectorConvention) {
   t[3][3] = 2.0f;
   r.fullXformPt(nrVec3f(0, 0, 0), t);
   EXPECT_EQ(r, nrVec3f(1, 2, 3));
+  // The tolerances are the application's to change.
+  const float epsilon = nrEpsilon;
+  nrEpsilon = 1.5f;
+  r.fullXformPt(nrVec3f(0, 0, 0), t);
+  nrEpsilon = epsilon;
+  EXPECT_EQ(r, nrVec3f(2, 4, 6));
   // w = 0 is replaced by nrEta before dividing.
   t[3][3] = 0.0f;
   r.fullXformPt(nrVec3f(0, 0, 0), t);
