@@ -1,8 +1,9 @@
 #include "nerio3d/actions/nrAction.h"
 
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/render/nrContext.h"
 
-NR_DEFINE_TYPE(nrAction, nrObject, "nrAction") {}
+NR_DEFINE_TYPE_AFTER(nrAction, nrObject, "nrAction", nrContext) {}
 
 nrTravDirective nrAction::apply(nrNode* root) {
   reset();

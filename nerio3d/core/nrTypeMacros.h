@@ -3,6 +3,7 @@
 // In the class body:     NR_DECLARE_TYPE(nrBox)
 // In the source file:    NR_DEFINE_TYPE(nrBox, nrGeometry, "Box") { ...own fields... }
 // Root types (no parent): NR_DEFINE_ROOT_TYPE(nrObject, "Object") { }
+// After another class:    NR_DEFINE_TYPE_AFTER(nrGroup, nrNode, "Group", nrContext) { }
 //
 // The class gets a static type pointer (null until registered), an initClass()
 // that registers the parent first, getClassType() that registers on first use,
@@ -37,6 +38,19 @@
   nrType* Class::classType = nullptr;                    \
   void Class::initClass() {                              \
     if (classType) return;                               \
+    nrType* parentType = Parent::getClassType();         \
+    classType = new nrType(parentType, Name);            \
+    initFields(classType);                               \
+  }                                                      \
+  void Class::initFields([[maybe_unused]] nrType* type)
+
+// For classes whose registration must follow another class's (groups and
+// actions register the graphics context first).
+#define NR_DEFINE_TYPE_AFTER(Class, Parent, Name, First) \
+  nrType* Class::classType = nullptr;                    \
+  void Class::initClass() {                              \
+    if (classType) return;                               \
+    First::getClassType();                               \
     nrType* parentType = Parent::getClassType();         \
     classType = new nrType(parentType, Name);            \
     initFields(classType);                               \

@@ -4,8 +4,9 @@
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/fields/nrMFRef.h"
+#include "nerio3d/render/nrContext.h"
 
-NR_DEFINE_TYPE(nrGroup, nrNode, "Group") {
+NR_DEFINE_TYPE_AFTER(nrGroup, nrNode, "Group", nrContext) {
   nrMFRef::addTypeField(type, "children", CHILDREN_FIELD, nrNode::getClassType(), &nrGroup::children);
 }
 

@@ -34,3 +34,19 @@ TEST(nrInitClasses, RegistersNodesAndActionsInTheirPlaces) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(exit(registrationOrderFault()), testing::ExitedWithCode(0), "");
 }
+
+TEST(nrInitClasses, GroupsAndActionsRegisterTheContextFirst) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  // A group built before anything else is registered brings the context's
+  // type in ahead of its own.
+  EXPECT_EXIT(
+      {
+        delete new nrGroup;
+        nrType* context = nrType::getType("Context");
+        exit(context && context->getObjectIndex() < nrGroup::classType->getObjectIndex() &&
+                     context->getObjectIndex() < nrNode::classType->getObjectIndex()
+                 ? 0
+                 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
