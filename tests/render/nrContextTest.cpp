@@ -18,38 +18,44 @@ using Context = nrtest::ContextTest;
 
 const nrMatrix4f identity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
-TEST_F(Context, ShadowStartsEqualToAFreshOpenGLContext) {
-  const _nrGfx& s = context->getShadowState();
-  const std::pair<GLenum, bool> caps[] = {{GL_TEXTURE_2D, s.texEnable},
-                                          {GL_LIGHTING, s.lightEnable},
-                                          {GL_BLEND, false},
-                                          {GL_FOG, s.fogEnable},
-                                          {GL_DEPTH_TEST, s.depthEnable},
-                                          {GL_LINE_STIPPLE, s.lineStipplePattern != 0xFFFF},
-                                          {GL_CULL_FACE, s.cullFace != nrContext::NO_CULL},
-                                          {GL_COLOR_MATERIAL, s.materialModeEnable != nrContext::NO_COLOR_MATERIAL}};
-  for (auto [cap, on] : caps) EXPECT_EQ(isOn(cap), on) << std::hex << cap;
-  const std::pair<GLenum, GLint> values[] = {{GL_SHADE_MODEL, GL_SMOOTH},
-                                             {GL_ALPHA_TEST_FUNC, GL_ALWAYS},
-                                             {GL_BLEND_SRC, GL_ONE},
-                                             {GL_BLEND_DST, GL_ZERO},
-                                             {GL_DEPTH_FUNC, GL_LESS},
-                                             {GL_DEPTH_WRITEMASK, s.depthMask},
-                                             {GL_POLYGON_MODE, GL_FILL},
-                                             {GL_LINE_STIPPLE_PATTERN, 0xFFFF},
-                                             {GL_LINE_STIPPLE_REPEAT, GLint(s.lineStippleFactor)}};
-  for (auto [pname, value] : values) EXPECT_EQ(getInt(pname), value) << std::hex << pname;
-  EXPECT_EQ(getFloat(GL_LINE_WIDTH), s.lineWidth);
-  EXPECT_EQ(getFloat(GL_POINT_SIZE), s.pointSize);
-  GLint env = 0;
-  nrgl::GetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &env);
-  EXPECT_EQ(env, GL_MODULATE);
-  EXPECT_TRUE(s.texTransform == identity);
+TEST_F(Context, ShadowStartsAsOpenGLAndSettersReachItOnceButAlwaysRecord) {
+  // Each OpenGL value as a fresh context holds it and after setAll below.
+  const GLint states[][3] = {{GL_TEXTURE_2D, 0, 1},   {GL_LIGHTING, 0, 1},
+                             {GL_BLEND, 0, 0},        {GL_FOG, 0, 1},
+                             {GL_DEPTH_TEST, 0, 1},   {GL_LINE_STIPPLE, 0, 0},
+                             {GL_CULL_FACE, 0, 1},    {GL_COLOR_MATERIAL, 0, 1},
+                             {GL_SHADE_MODEL, GL_SMOOTH, GL_FLAT},
+                             {GL_ALPHA_TEST_FUNC, GL_ALWAYS, GL_ALWAYS},
+                             {GL_BLEND_SRC, GL_ONE, GL_ONE},
+                             {GL_BLEND_DST, GL_ZERO, GL_ZERO},
+                             {GL_DEPTH_FUNC, GL_LESS, GL_LEQUAL},
+                             {GL_DEPTH_WRITEMASK, GL_TRUE, GL_FALSE},
+                             {GL_POLYGON_MODE, GL_FILL, GL_LINE},
+                             {GL_LINE_STIPPLE_PATTERN, 0xFFFF, 0xFFFF},
+                             {GL_LINE_STIPPLE_REPEAT, 1, 1},
+                             {GL_CULL_FACE_MODE, GL_BACK, GL_FRONT},
+                             {GL_LINE_WIDTH, 1, 3},   {GL_POINT_SIZE, 1, 4},
+                             {GL_MATRIX_MODE, GL_MODELVIEW, GL_MODELVIEW},
+                             {GL_COLOR_MATERIAL_PARAMETER, GL_AMBIENT_AND_DIFFUSE, GL_AMBIENT_AND_DIFFUSE}};
+  auto texEnv = [] {
+    GLint env = 0;
+    nrgl::GetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &env);
+    return env;
+  };
+  for (const GLint* st : states) EXPECT_EQ(getInt(st[0]), st[1]) << std::hex << st[0];
+  EXPECT_EQ(texEnv(), GL_MODULATE);
   EXPECT_TRUE(context->getGlobalState().mask.isZero());
   EXPECT_EQ(context->getColorMode(), nrContext::RGBA_CMODE);
-}
+  {
+    // Every element at its default, applied explicitly: the shadow already holds it all.
+    nrAppearance* defaults = nrtest::held<nrAppearance>();
+    defaults->setInherit(nrBitMask());
+    nrGLRecorder rec;
+    defaults->draw(nullptr);
+    EXPECT_EQ(rec.calls(), Calls{});
+    defaults->unref();
+  }
 
-TEST_F(Context, SettersReachOpenGLOnceAndAlwaysRecordApplicationState) {
   nrMatrix4f scale;
   scale.makeScale(2, 3, 4);
   auto setAll = [&] {
@@ -73,24 +79,14 @@ TEST_F(Context, SettersReachOpenGLOnceAndAlwaysRecordApplicationState) {
     context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
   };
   setAll();
-  for (GLenum cap : {GL_TEXTURE_2D, GL_LIGHTING, GL_DEPTH_TEST, GL_FOG, GL_CULL_FACE, GL_COLOR_MATERIAL})
-    EXPECT_TRUE(isOn(cap)) << std::hex << cap;
-  const std::pair<GLenum, GLint> values[] = {{GL_SHADE_MODEL, GL_FLAT},       {GL_DEPTH_FUNC, GL_LEQUAL},
-                                             {GL_DEPTH_WRITEMASK, GL_FALSE},  {GL_POLYGON_MODE, GL_LINE},
-                                             {GL_CULL_FACE_MODE, GL_FRONT},   {GL_MATRIX_MODE, GL_MODELVIEW},
-                                             {GL_COLOR_MATERIAL_PARAMETER, GL_AMBIENT_AND_DIFFUSE}};
-  for (auto [pname, value] : values) EXPECT_EQ(getInt(pname), value) << std::hex << pname;
+  for (const GLint* st : states) EXPECT_EQ(getInt(st[0]), st[2]) << std::hex << st[0];
+  EXPECT_EQ(texEnv(), GL_ADD);
   GLfloat color[4];
   nrgl::GetTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
   EXPECT_EQ(color[1], 0.5f);
-  GLint env = 0;
-  nrgl::GetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &env);
-  EXPECT_EQ(env, GL_ADD);
   GLboolean mask[4];
   nrgl::GetBooleanv(GL_COLOR_WRITEMASK, mask);
   EXPECT_EQ(mask[0] + 2 * mask[1] + 4 * mask[2] + 8 * mask[3], 5);
-  EXPECT_EQ(getFloat(GL_LINE_WIDTH), 3);
-  EXPECT_EQ(getFloat(GL_POINT_SIZE), 4);
   GLfloat m[16];
   nrgl::GetFloatv(GL_TEXTURE_MATRIX, m);
   EXPECT_EQ(m[5], 3);
@@ -102,7 +98,6 @@ TEST_F(Context, SettersReachOpenGLOnceAndAlwaysRecordApplicationState) {
   context->setBlendColor(nrVec4f(0, 1, 0, 1));
   EXPECT_EQ(rec.calls(), Calls{}) << "equal values and cached-only elements issue nothing";
   EXPECT_EQ(recorded.getBits(), 0xEC9F219Eull);
-  EXPECT_EQ(context->getGlobalState().texMode, nrContext::PERSP_TEX);
 
   context->setCullFace(nrContext::NO_CULL);
   context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
@@ -172,30 +167,7 @@ TEST_F(Context, AlwaysAlphaFunctionKeepsTheTestOnAndAllOnesStippleSilencesTheFac
   EXPECT_EQ(getInt(GL_LINE_STIPPLE_REPEAT), 5);
 }
 
-TEST_F(Context, OverrideStacksHoldSixteenAndReportOverflowAndUnderflow) {
-  nrAppearance* app = nrtest::held<nrAppearance>();
-  nrOverrideGeoProp* prop = nrtest::held<nrOverrideGeoProp>();
-  for (int i = 0; i < 16; ++i) {
-    context->pushOverrideAppearance(app);
-    context->pushOverrideGeoProp(prop);
-  }
-  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideAppearance(nullptr); }),
-            "overflow in nrContext override appearance stack\n");
-  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideGeoProp(nullptr); }),
-            "overflow in nrContext override geometry property stack\n");
-  for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(context->popOverrideAppearance(), app);
-    EXPECT_EQ(context->popOverrideGeoProp(), prop);
-  }
-  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideAppearance(), nullptr); }),
-            "underflow in nrContext override appearance stack\n");
-  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideGeoProp(), nullptr); }),
-            "underflow in nrContext override geometry property stack\n");
-  app->unref();
-  prop->unref();
-}
-
-TEST_F(Context, GeometryOverrideForcesOnlyItsElementsAndPoppingResendsThem) {
+TEST_F(Context, OverridesForceTheirElementsPopsResendAndStacksHoldSixteen) {
   nrOverrideGeoProp* prop = nrtest::held<nrOverrideGeoProp>();
   prop->setCullFace(nrContext::FRONT_CULL);
   prop->setPointSize(9);
@@ -226,10 +198,29 @@ TEST_F(Context, GeometryOverrideForcesOnlyItsElementsAndPoppingResendsThem) {
   EXPECT_EQ(rec.calls(),
             (Calls{"glLineWidth(2)", "glPointSize(3)", "glEnable(GL_CULL_FACE)", "glCullFace(GL_BACK)"}));
   EXPECT_EQ(getFloat(GL_LINE_WIDTH), 2);
+
+  nrAppearance* app = nrtest::held<nrAppearance>();
+  for (int i = 0; i < 16; ++i) {
+    context->pushOverrideAppearance(app);
+    context->pushOverrideGeoProp(prop);
+  }
+  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideAppearance(nullptr); }),
+            "overflow in nrContext override appearance stack\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { context->pushOverrideGeoProp(nullptr); }),
+            "overflow in nrContext override geometry property stack\n");
+  for (int i = 0; i < 16; ++i) {
+    EXPECT_EQ(context->popOverrideAppearance(), app);
+    EXPECT_EQ(context->popOverrideGeoProp(), prop);
+  }
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideAppearance(), nullptr); }),
+            "underflow in nrContext override appearance stack\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideGeoProp(), nullptr); }),
+            "underflow in nrContext override geometry property stack\n");
+  app->unref();
   prop->unref();
 }
 
-TEST_F(Context, SharedIdsReuseFreedSingleIdsAndTrackVersionsPerContext) {
+TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {
   int base = nrContext::newId(3);
   EXPECT_EQ(nrContext::newId(3), base + 3);
   nrContext::freeId(5, 1);
@@ -248,7 +239,14 @@ TEST_F(Context, SharedIdsReuseFreedSingleIdsAndTrackVersionsPerContext) {
   EXPECT_EQ(context->isDirty(40, 2), 1) << "freeing forgets the id in every context";
   EXPECT_EQ(other->isDirty(40, 2), 1);
   EXPECT_EQ(nrContext::newId(1), 40);
+  other->makeCurrent(drawable);
   other->unref();
+  EXPECT_EQ(nrContext::getCurrent(), nullptr) << "a destroyed context leaves the thread";
+  nrContext::freeId(nrContext::newId(1), 1);
+  EXPECT_EQ(nrContext::getClassType(), nrType::getType("Context"));
+  EXPECT_TRUE(nrContext::getClassType()->isDerivedFrom(nrObject::getClassType()));
+  nrType* overrideType = nrOverrideGeoProp::getClassType();
+  EXPECT_EQ(overrideType, nrType::getType("OverrideGeoProp"));
 }
 
 TEST_F(Context, MakeCurrentBindsOnceReleaseLeavesNoContextAndClearTakesTheColour) {
@@ -263,7 +261,6 @@ TEST_F(Context, MakeCurrentBindsOnceReleaseLeavesNoContextAndClearTakesTheColour
   context->setViewport(0, 0, 64, 64);
   context->setViewport(0, 0, 32, 16);
   EXPECT_EQ(rec.calls(), Calls{"glViewport(0, 0, 32, 16)"});
-  EXPECT_EQ(getInt(GL_VIEWPORT + 0), 0);
 
   nrContext* other = new nrContext(drawable);
   other->ref();
@@ -386,7 +383,6 @@ TEST_F(Context, LightsTakeTheHighestFreeSlotAndReportUnchangedPlacement) {
   EXPECT_EQ(target(l[8], identity).first, 7) << "the disabled slot is reused";
   EXPECT_EQ(l[0]->getRefCount(), 1);
   EXPECT_EQ(target(l[9], identity), std::make_pair(-1, -1)) << "no slot is free";
-  EXPECT_EQ(l[9]->getRefCount(), 1);
 
   nrContext::disableLight(l[3]);
   EXPECT_FALSE(isOn(GL_LIGHT4));
@@ -414,7 +410,6 @@ TEST_F(Context, PoppingLightsDisablesNewcomersAndRestoresTheLevelBelow) {
   EXPECT_TRUE(l[0]->lastMatrix == placed);
   EXPECT_TRUE(l[1]->pops.empty());
   EXPECT_EQ(l[0]->getRefCount(), 2);
-  EXPECT_EQ(l[1]->getRefCount(), 1);
   EXPECT_EQ(context->getLight(6), nullptr);
   EXPECT_EQ(context->getLightTarget(l[0], placed, same), 7);
   EXPECT_EQ(same, 7);
@@ -533,17 +528,6 @@ TEST_F(Context, OverrideAppearanceWinsWhereItSetsAndAppearancesFillTheRest) {
   EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_LIGHTING)", "glShadeModel(GL_SMOOTH)"}));
   app->unref();
   over->unref();
-}
-
-TEST_F(Context, DestroyedContextLeavesTheListAndTheThread) {
-  nrContext* other = new nrContext(drawable);
-  other->makeCurrent(drawable);
-  other->unref();
-  EXPECT_EQ(nrContext::getCurrent(), nullptr);
-  nrContext::freeId(nrContext::newId(1), 1);
-  EXPECT_EQ(nrContext::getClassType(), nrType::getType("Context"));
-  EXPECT_TRUE(nrContext::getClassType()->isDerivedFrom(nrObject::getClassType()));
-  EXPECT_EQ(nrOverrideGeoProp::getClassType(), nrType::getType("OverrideGeoProp"));
 }
 
 TEST(nrContextSound, EveryAttemptReportsTheMissingAudioPort) {

@@ -45,8 +45,13 @@ TEST(nrMaterialDither, PatternKLetsExactlyKPixelsThroughAndGrowsByOne) {
   EXPECT_EQ(nrMaterial::ditherPattern(2), 0);
 }
 
+// Exposes the drawing hook, as a caller outside the context reaches it.
+struct tstMaterial : nrMaterial {
+  using nrMaterial::draw;
+};
+
 TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples) {
-  nrMaterial* m = nrtest::held<nrMaterial>();
+  tstMaterial* m = nrtest::held<tstMaterial>();
   m->setDiffuseColor(1, 0.5f, 0);
   m->setSpecularColor(0, 0, 1);
   m->setShininess(1.0f);
@@ -66,7 +71,20 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
   nrgl::GetMaterialfv(GL_BACK, GL_DIFFUSE, diffuse);
   EXPECT_EQ(diffuse[1], 0.5f);
 
+  // Neither the front nor the back material: sent only when its version is new.
   context->setMaterial(nullptr);
+  context->setBackMaterial(nullptr);
+  rec.clear();
+  m->draw(nrMaterial::BACK_FACE, context);
+  EXPECT_EQ(rec.calls().size(), 5u);
+  EXPECT_EQ(rec.calls()[0].rfind("glMaterialfv(GL_BACK, GL_AMBIENT", 0), 0u);
+  rec.clear();
+  m->draw(nrMaterial::BACK_FACE, context);
+  EXPECT_EQ(rec.calls(), Calls{});
+  m->setEmissiveColor(nrVec3f(1, 1, 1));
+  m->draw(nrMaterial::FRONT_FACE, context);
+  EXPECT_EQ(rec.calls().size(), 5u);
+
   context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
   context->setTranspEnable(1);
   rec.clear();
@@ -77,26 +95,6 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
   nrgl::GetPolygonStipple(stipple);
   EXPECT_EQ(countBits(stipple), 768);
   EXPECT_EQ(memcmp(stipple, nrMaterial::_ditherMatrix[768], 128), 0);
-  m->unref();
-}
-
-// Exposes the drawing hook, as a context-less caller would reach it.
-struct tstMaterial : nrMaterial {
-  using nrMaterial::draw;
-};
-
-TEST_F(Material, MaterialOutsideTheContextIsSentOnlyWhenItsVersionIsNew) {
-  tstMaterial* m = nrtest::held<tstMaterial>();
-  nrGLRecorder rec;
-  m->draw(nrMaterial::BACK_FACE, context);
-  EXPECT_EQ(rec.calls().size(), 5u);
-  EXPECT_EQ(rec.calls()[0].rfind("glMaterialfv(GL_BACK, GL_AMBIENT", 0), 0u);
-  rec.clear();
-  m->draw(nrMaterial::BACK_FACE, context);
-  EXPECT_EQ(rec.calls(), Calls{});
-  m->setEmissiveColor(nrVec3f(1, 1, 1));
-  m->draw(nrMaterial::FRONT_FACE, context);
-  EXPECT_EQ(rec.calls().size(), 5u);
   m->unref();
 }
 
