@@ -684,7 +684,7 @@ void nrContext::popLights() {
     int j = 0;
     while (j < LIGHT_SLOTS && lower[j].light != slot.light) ++j;
     if (j == LIGHT_SLOTS) {
-      if (slot.enabled) nrgl::Disable(GL_LIGHT0 + i);
+      nrgl::Disable(GL_LIGHT0 + i);
     } else {
       if (!lower[j].enabled) nrgl::Disable(GL_LIGHT0 + j);
       slot.light->pop(j, lower[j].matrix);
@@ -817,8 +817,7 @@ int nrContext::isDirty(int id, int version) {
 
 void nrContext::initSound() {
   // This platform offers one audio resource, the default output, and no audio
-  // port opens on it: the application learns once that sound stays silent.
-  if (soundInitialized) return;
+  // port opens on it: every attempt reports the failure.
   fputs("Warning - Failed to open AudioPort for Audio Resource\n", stderr);
   soundInitialized = true;
 }

@@ -172,7 +172,7 @@ class nrContext : public nrObject {
   // True (and remembered) when this context has not yet seen version of id.
   int isDirty(int id, int version);
 
-  // Audio ports do not exist on this platform; reports that once.
+  // Audio ports do not exist on this platform; each call reports that.
   static void initSound();
   static bool isSoundInitialized() { return soundInitialized; }
 

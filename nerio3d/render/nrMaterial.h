@@ -40,15 +40,19 @@ class nrMaterial : public nrContainer {
   void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
   void setAmbientColor(const nrVec3f& color) { setField(ambientColor, color, AMBIENT_COLOR); }
   const nrVec3f& getAmbientColor() const { return ambientColor; }
+  void getAmbientColor(float* r, float* g, float* b) const { split(ambientColor, r, g, b); }
   void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
   void setDiffuseColor(const nrVec3f& color) { setField(diffuseColor, color, DIFFUSE_COLOR); }
   const nrVec3f& getDiffuseColor() const { return diffuseColor; }
+  void getDiffuseColor(float* r, float* g, float* b) const { split(diffuseColor, r, g, b); }
   void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
   void setSpecularColor(const nrVec3f& color) { setField(specularColor, color, SPECULAR_COLOR); }
   const nrVec3f& getSpecularColor() const { return specularColor; }
+  void getSpecularColor(float* r, float* g, float* b) const { split(specularColor, r, g, b); }
   void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
   void setEmissiveColor(const nrVec3f& color) { setField(emissiveColor, color, EMISSIVE_COLOR); }
   const nrVec3f& getEmissiveColor() const { return emissiveColor; }
+  void getEmissiveColor(float* r, float* g, float* b) const { split(emissiveColor, r, g, b); }
   void setAmbientIndex(short index) { setField(ambientIndex, index, AMBIENT_INDEX); }
   short getAmbientIndex() const { return ambientIndex; }
   void setDiffuseIndex(short index) { setField(diffuseIndex, index, DIFFUSE_INDEX); }
@@ -71,6 +75,11 @@ class nrMaterial : public nrContainer {
   void fieldChanged(short index) override;
 
  private:
+  static void split(const nrVec3f& color, float* r, float* g, float* b) {
+    *r = color[0];
+    *g = color[1];
+    *b = color[2];
+  }
   template <typename T>
   void setField(T& member, const T& value, short index) {
     member = value;

@@ -45,11 +45,13 @@ TEST(nrMaterialDither, PatternKLetsExactlyKPixelsThroughAndGrowsByOne) {
   EXPECT_EQ(nrMaterial::ditherPattern(2), 0);
 }
 
-TEST_F(Material, ColoursCarryOpacityAndShininessIsScaledTo128) {
-  nrMaterial* m = new nrMaterial;
-  m->ref();
-  EXPECT_EQ(nrType::getType("Material"), nrMaterial::getClassType());
-  EXPECT_EQ(m->getAmbientColor()[0], 0.16f);
+// Exposes the drawing hook, as a caller outside the context reaches it.
+struct tstMaterial : nrMaterial {
+  using nrMaterial::draw;
+};
+
+TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples) {
+  tstMaterial* m = nrtest::held<tstMaterial>();
   m->setDiffuseColor(1, 0.5f, 0);
   m->setSpecularColor(0, 0, 1);
   m->setShininess(1.0f);
@@ -68,38 +70,11 @@ TEST_F(Material, ColoursCarryOpacityAndShininessIsScaledTo128) {
   GLfloat diffuse[4];
   nrgl::GetMaterialfv(GL_BACK, GL_DIFFUSE, diffuse);
   EXPECT_EQ(diffuse[1], 0.5f);
+
+  // Neither the front nor the back material: sent only when its version is new.
   context->setMaterial(nullptr);
   context->setBackMaterial(nullptr);
-  m->unref();
-}
-
-TEST_F(Material, ScreenDoorTransparencySelectsItsStipplePattern) {
-  nrMaterial* m = new nrMaterial;
-  m->ref();
-  m->setTransparency(0.25f);
-  context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
-  context->setTranspEnable(1);
-  nrGLRecorder rec;
-  context->setMaterial(m);
-  ASSERT_EQ(rec.calls().size(), 6u);
-  EXPECT_EQ(rec.calls().back(), "glPolygonStipple(ptr)");
-  GLubyte stipple[128];
-  nrgl::GetPolygonStipple(stipple);
-  EXPECT_EQ(countBits(stipple), 768);
-  EXPECT_EQ(memcmp(stipple, nrMaterial::_ditherMatrix[768], 128), 0);
-  context->setMaterial(nullptr);
-  m->unref();
-}
-
-// Exposes the drawing hook, as a context-less caller would reach it.
-struct tstMaterial : nrMaterial {
-  using nrMaterial::draw;
-};
-
-TEST_F(Material, MaterialOutsideTheContextIsSentOnlyWhenItsVersionIsNew) {
-  tstMaterial* m = new tstMaterial;
-  m->ref();
-  nrGLRecorder rec;
+  rec.clear();
   m->draw(nrMaterial::BACK_FACE, context);
   EXPECT_EQ(rec.calls().size(), 5u);
   EXPECT_EQ(rec.calls()[0].rfind("glMaterialfv(GL_BACK, GL_AMBIENT", 0), 0u);
@@ -109,16 +84,31 @@ TEST_F(Material, MaterialOutsideTheContextIsSentOnlyWhenItsVersionIsNew) {
   m->setEmissiveColor(nrVec3f(1, 1, 1));
   m->draw(nrMaterial::FRONT_FACE, context);
   EXPECT_EQ(rec.calls().size(), 5u);
+
+  context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
+  context->setTranspEnable(1);
+  rec.clear();
+  context->setMaterial(m);
+  ASSERT_EQ(rec.calls().size(), 6u);
+  EXPECT_EQ(rec.calls().back(), "glPolygonStipple(ptr)");
+  GLubyte stipple[128];
+  nrgl::GetPolygonStipple(stipple);
+  EXPECT_EQ(countBits(stipple), 768);
+  EXPECT_EQ(memcmp(stipple, nrMaterial::_ditherMatrix[768], 128), 0);
   m->unref();
 }
 
 TEST(nrMaterialFields, AmbientColourFollowsIntensityAndDiffuseColour) {
-  nrMaterial* m = new nrMaterial;
-  m->ref();
+  nrMaterial* m = nrtest::held<nrMaterial>();
+  EXPECT_EQ(nrType::getType("Material"), nrMaterial::getClassType());
+  float r, g, b;
+  m->getAmbientColor(&r, &g, &b);
+  EXPECT_EQ(r, 0.16f);
   m->setAmbientIntensity(0.5f);
   EXPECT_EQ(m->getAmbientColor()[0], 0.4f);
   m->setDiffuseColor(0.2f, 0.4f, 0.6f);
-  EXPECT_FLOAT_EQ(m->getAmbientColor()[2], 0.3f);
+  m->getAmbientColor(&r, &g, &b);
+  EXPECT_FLOAT_EQ(b, 0.3f);
   m->setAmbientColor(0.05f, 0.1f, 0.15f);
   EXPECT_FLOAT_EQ(m->getAmbientIntensity(), 0.25f);
   m->setDiffuseColor(0, 0, 0);

@@ -10,6 +10,7 @@
 #include "nerio3d/platform/nrDrawable.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrGL.h"
+#include "nrHeld.h"
 
 namespace nrtest {
 
