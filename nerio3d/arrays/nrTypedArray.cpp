@@ -4,6 +4,12 @@
 
 #include "nerio3d/fields/nrOutput.h"
 
+// Value elements (vectors, rotations, matrices, strings) write themselves.
+template <typename T>
+void nrArrayElementWrite(nrOutput* out, const T& v) {
+  v.write(out);
+  fputs(",\n", out->getStream());
+}
 template <>
 void nrArrayElementWrite(nrOutput* out, const char& v) {
   fprintf(out->getStream(), "0x%x,\n", static_cast<unsigned>(static_cast<int>(static_cast<signed char>(v))));
@@ -23,40 +29,6 @@ void nrArrayElementWrite(nrOutput* out, const float& v) {
 // Untyped pointers have no text of their own.
 template <>
 void nrArrayElementWrite(nrOutput*, void* const&) {}
-
-template <typename T>
-static void writeValueElement(nrOutput* out, const T& v) {
-  v.write(out);
-  fputs(",\n", out->getStream());
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrVec2f& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrVec3f& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrVec3s& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrVec4f& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrRotation& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrMatrix4f& v) {
-  writeValueElement(out, v);
-}
-template <>
-void nrArrayElementWrite(nrOutput* out, const nrString& v) {
-  writeValueElement(out, v);
-}
 
 template <typename T>
 void nrTypedArray<T>::write(nrOutput* out) const {
