@@ -16,11 +16,14 @@ configure: setup
 build: configure
 	@cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# Window tests need an X server: without a display the suite runs under Xvfb.
-XVFB := $(if $(DISPLAY),,$(shell command -v xvfb-run >/dev/null 2>&1 && echo "xvfb-run -a -s '-screen 0 1280x1024x24'"))
-
+# Window tests need an X server: without a display the suite runs under Xvfb
+# (decided when the recipe runs, after setup has installed it).
 test: build
-	@cd $(BUILD_DIR) && $(XVFB) ctest --output-on-failure -j $(JOBS)
+	@cd $(BUILD_DIR) && if [ -z "$$DISPLAY" ] && command -v xvfb-run >/dev/null 2>&1; then \
+	  xvfb-run -a -s '-screen 0 1280x1024x24' ctest --output-on-failure -j $(JOBS); \
+	else \
+	  ctest --output-on-failure -j $(JOBS); \
+	fi
 
 run: build
 	@$(BUILD_DIR)/nrtypes
