@@ -128,6 +128,11 @@ class nrContext : public nrObject {
   void setBackMaterial(nrMaterial* material);
   void setMaterialModeEnable(int mode);
 
+  // While recording is off, set calls change OpenGL and the shadow but are not
+  // remembered as application state; geometry switches it off around its own sets.
+  void setRecordEnable(unsigned char on) { recordTarget = on ? global : top; }
+  unsigned char getRecordEnable() const { return recordTarget == global; }
+
   // Cached but never recorded as application state.
   void setNormalizeEnable(unsigned char on);
   void setLocalViewer(unsigned char on);
