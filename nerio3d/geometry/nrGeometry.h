@@ -1,0 +1,54 @@
+// Abstract base of everything a shape can draw: a cached bounding box, kept
+// as set or recomputed from the contents, and the drawing and picking entries.
+#pragma once
+
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/math/nrBoxBound.h"
+
+class nrCompileAction;
+class nrContext;
+class nrDrawAction;
+class nrIsectAction;
+
+class nrGeometry : public nrContainer {
+  NR_DECLARE_TYPE(nrGeometry)
+
+  enum BoundModeEnum { STATIC = 0, DYNAMIC = 1 };
+  enum { BOX_BOUND_FIELD = 0, BOUND_MODE_FIELD = 1 };
+
+  explicit nrGeometry(nrType* type);
+  ~nrGeometry() override;
+
+  virtual void draw(nrDrawAction*) {}
+  virtual void isect(nrIsectAction*) {}
+  virtual void compile(nrCompileAction*) {}
+  // The box around the contents, in the geometry's own coordinates.
+  virtual void calcBound(nrBoxBound&) {}
+
+  void setBoxBound(const nrBoxBound& box);
+  // The box, recomputed first when the contents changed in DYNAMIC mode.
+  void getBoxBound(nrBoxBound& box);
+  const nrBoxBound& getBoxBound();
+  void setBoundMode(BoundModeEnum mode);
+  BoundModeEnum getBoundMode();
+
+ protected:
+  void fieldChanged(short index) override;
+  void cleanSideEffect(short index) override;
+
+  // Brings every pending field up to date, as drawing and picking do first.
+  void cleanPendingFields() {
+    nrBitMask pending = getSideEffectMask() | getStaleInputMask();
+    if (!pending.isZero()) internalCleanFields(pending);
+  }
+  // The contents changed: in DYNAMIC mode the box is recomputed when next read
+  // and the referring shapes learn that it changed.
+  void boundChanged() {
+    if (boundMode == DYNAMIC) propagateSideEffect(BOX_BOUND_FIELD);
+  }
+  // The context drawn into: the action's, else the thread's current one.
+  static nrContext* contextOf(nrDrawAction* action);
+
+  nrBoxBound boxBound;
+  int boundMode;
+};
