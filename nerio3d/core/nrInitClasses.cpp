@@ -11,6 +11,32 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrBox.h"
+#include "nerio3d/geometry/nrColorSet.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrColorSet4f.h"
+#include "nerio3d/geometry/nrCone.h"
+#include "nerio3d/geometry/nrCoordSet.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
+#include "nerio3d/geometry/nrCylinder.h"
+#include "nerio3d/geometry/nrGeoSet.h"
+#include "nerio3d/geometry/nrGeometry.h"
+#include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrLineSet.h"
+#include "nerio3d/geometry/nrLineStripSet.h"
+#include "nerio3d/geometry/nrNormalSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrNormalSet3s.h"
+#include "nerio3d/geometry/nrPointSet.h"
+#include "nerio3d/geometry/nrPolySet.h"
+#include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/geometry/nrSphere.h"
+#include "nerio3d/geometry/nrTexCoordSet.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
+#include "nerio3d/geometry/nrTriFanSet.h"
+#include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
 #include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrAppearance.h"
@@ -69,6 +95,27 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrIndexSet>();
+  registerClass<nrCoordSet>();
+  registerClass<nrNormalSet>();
+  registerClass<nrColorSet>();
+  registerClass<nrTexCoordSet>();
+  registerClass<nrCoordSet3f>();
+  registerClass<nrNormalSet3f>();
+  registerClass<nrNormalSet3s>();
+  registerClass<nrColorSet3f>();
+  registerClass<nrColorSet4f>();
+  registerClass<nrTexCoordSet2f>();
+  registerClass<nrGeometry>();
+  registerClass<nrGeoSet>();
+  registerClass<nrPointSet>();
+  registerClass<nrLineSet>();
+  registerClass<nrLineStripSet>();
+  registerClass<nrTriSet>();
+  registerClass<nrTriStripSet>();
+  registerClass<nrTriFanSet>();
+  registerClass<nrQuadSet>();
+  registerClass<nrPolySet>();
   registerClass<nrTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
@@ -79,5 +126,10 @@ void nrObject::initClasses() {
   registerClass<nrSoundAction>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrShape>();
   registerClass<nrGroup>();
+  registerClass<nrBox>();
+  registerClass<nrSphere>();
+  registerClass<nrCone>();
+  registerClass<nrCylinder>();
 }

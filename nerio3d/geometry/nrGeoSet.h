@@ -229,16 +229,6 @@ class nrGeoSet : public nrGeometry {
   // The coordinate of vertex v (through the index list when there is one).
   nrVec3f getCoord(int v);
 
-  template <typename T>
-  void setValue(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-  template <typename T>
-  T valid(T& member, short index) {
-    validateField(index);
-    return member;
-  }
   void setRef(nrContainer*& member, nrContainer* value, short index);
   nrIndexSet* indexSet(nrContainer*& member, short index);
 

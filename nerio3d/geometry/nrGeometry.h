@@ -4,6 +4,7 @@
 
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrVec3f.h"
 
 class nrCompileAction;
 class nrContext;
@@ -46,8 +47,27 @@ class nrGeometry : public nrContainer {
   void boundChanged() {
     if (boundMode == DYNAMIC) propagateSideEffect(BOX_BOUND_FIELD);
   }
+  // Field setters and getters of subclasses: store and report, or validate and read.
+  template <typename T>
+  void setValue(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
+  template <typename T>
+  const T& valid(T& member, short index) {
+    validateField(index);
+    return member;
+  }
   // The context drawn into: the action's, else the thread's current one.
   static nrContext* contextOf(nrDrawAction* action);
+  // Solids carry no colours: colour material is switched off, and they are
+  // culled like sets that leave the cull face to the application (recording off).
+  static void beginSolid(nrContext* context);
+  // Draws the parts that are on of a solid's shared unit tessellation, moved
+  // to center and scaled by scale under a pushed matrix when they differ
+  // from the unit, with normalising on while scaled.
+  static void drawUnitParts(nrDrawAction* action, const nrVec3f& center, const nrVec3f& scale,
+                            nrGeometry* const* parts, const unsigned char* on, int count);
 
   nrBoxBound boxBound;
   int boundMode;

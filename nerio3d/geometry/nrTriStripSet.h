@@ -12,6 +12,10 @@ class nrTriStripSet : public nrLengthGeoSet {
   explicit nrTriStripSet(nrType* type);
   ~nrTriStripSet() override;
 
+  // A new set of strips with per-vertex normals and texture coordinates.
+  static nrTriStripSet* create(const nrVec3fArray& coords, const nrVec3fArray& normals,
+                               const nrVec2fArray& texCoords, const nrIntArray& lengths);
+
   void draw(nrDrawAction* action) override { drawCompiled(action); }
   // Consecutive triangles, every other one turned so all keep the strip's winding.
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override;

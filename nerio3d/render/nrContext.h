@@ -135,6 +135,7 @@ class nrContext : public nrObject {
 
   // Cached but never recorded as application state.
   void setNormalizeEnable(unsigned char on);
+  unsigned char getNormalizeEnable() const { return normalizeEnable; }
   void setLocalViewer(unsigned char on);
 
   // Client vertex arrays enabled in OpenGL, a bit per kind (CLIENT_COLOR_ARRAY

@@ -1,0 +1,55 @@
+#include "nerio3d/geometry/nrCone.h"
+
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrCylinder.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+
+nrTriStripSet* nrCone::unitSide = nullptr;
+nrTriStripSet* nrCone::unitBottom = nullptr;
+
+NR_DEFINE_TYPE(nrCone, nrGeometry, "Cone") {
+  nrSFFloat::addTypeField(type, "bottomRadius", BOTTOM_RADIUS_FIELD, 1.0f, &nrCone::bottomRadius);
+  nrSFFloat::addTypeField(type, "height", HEIGHT_FIELD, 2.0f, &nrCone::height);
+  nrSFUByte::addTypeField(type, "side", SIDE_FIELD, 1, &nrCone::side);
+  nrSFUByte::addTypeField(type, "bottom", BOTTOM_FIELD, 1, &nrCone::bottom);
+  nrSFVec3f::addTypeField(type, "center", CENTER_FIELD, nrVec3f(0, 0, 0), &nrCone::center);
+  unitBottom = nrCylinder::makeCircle(32, 1, -1, -1);
+  unitBottom->ref();
+  unitSide = nrCylinder::makePipe(32, 1, 0, -1, 1);
+  unitSide->ref();
+}
+
+nrCone::nrCone(nrType* type) : nrGeometry(type) {
+  initFieldDefaults(classType);
+  boundChanged();
+}
+
+nrCone::~nrCone() { destroyFieldContents(classType); }
+
+nrTriStripSet* nrCone::getUnitSide() {
+  getClassType();
+  return unitSide;
+}
+
+nrTriStripSet* nrCone::getUnitBottom() {
+  getClassType();
+  return unitBottom;
+}
+
+void nrCone::fieldChanged(short index) {
+  if (index >= BOTTOM_RADIUS_FIELD) boundChanged();
+  nrGeometry::fieldChanged(index);
+}
+
+void nrCone::calcBound(nrBoxBound& box) {
+  nrVec3f half(bottomRadius, height / 2, bottomRadius);
+  box.min.sub(center, half);
+  box.max.add(center, half);
+}
+
+void nrCone::draw(nrDrawAction* action) {
+  cleanPendingFields();
+  nrGeometry* parts[2] = {unitSide, unitBottom};
+  const unsigned char on[2] = {side, bottom};
+  drawUnitParts(action, center, nrVec3f(bottomRadius, height / 2, bottomRadius), parts, on, 2);
+}
