@@ -404,7 +404,7 @@ void nrGeoSet::drawCompiled(nrDrawAction* action) {
   // Which primitives face the viewer changes with the view, so culled drawing
   // is never recorded.
   if (displayListId < 1 || (action && action->getBPCullEnable())) {
-    draw(action);
+    nrGeoSet::draw(action);
     return;
   }
   cleanPendingFields();
