@@ -64,3 +64,6 @@
 #include "nerio3d/render/nrOverrideGeoProp.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
+#include "nerio3d/vl/vlDebugError.h"
+#include "nerio3d/vl/vlInput.h"
+#include "nerio3d/vl/vlReadError.h"
