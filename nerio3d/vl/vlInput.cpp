@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/platform/nrStdioBuffer.h"
 #include "nerio3d/vl/vlReadError.h"
 
 namespace {
@@ -49,9 +50,32 @@ constexpr int MAX_MANTISSA_DIGITS = 19;
 
 }  // namespace
 
-vlInput::vlInput() : definitions(251) { setFilePointer(stdin); }
+// Brackets one public read: a window that no longer matches the stream (the
+// caller used the stream in between) is dropped first, and what was consumed
+// through the window is handed back to the stream at the end.
+class vlInput::Scan {
+ public:
+  explicit Scan(vlInput* in) : in(in) {
+    if (in->cur && (in->cur != nrStdioBuffer::position(in->file) || in->lim != nrStdioBuffer::end(in->file)))
+      in->cur = in->lim = nullptr;
+  }
+  ~Scan() {
+    if (in->cur) nrStdioBuffer::setPosition(in->file, in->cur);
+  }
+
+ private:
+  vlInput* in;
+};
+
+vlInput::vlInput() : file(nullptr), cur(nullptr), lim(nullptr), definitions(251) { setFilePointer(stdin); }
+
+void vlInput::closeWindow() {
+  if (cur) nrStdioBuffer::setPosition(file, cur);
+  cur = lim = nullptr;
+}
 
 void vlInput::setFilePointer(FILE* fp) {
+  closeWindow();
   file = fp;
   line = 1;
   version = 2.0f;
@@ -59,7 +83,6 @@ void vlInput::setFilePointer(FILE* fp) {
   headerOk = 1;
   pushback.makeEmpty();
   pushbackIndex = -1;
-  updateDirect();
 }
 
 float vlInput::getVersion() {
@@ -99,7 +122,6 @@ void vlInput::checkHeader() {
   } else {
     version = v;
   }
-  updateDirect();
 }
 
 int vlInput::nextCharSlow() {
@@ -111,34 +133,51 @@ int vlInput::nextCharSlow() {
     }
     pushback.makeEmpty();
     pushbackIndex = -1;
-    updateDirect();
   }
   if (!headerChecked) checkHeader();
   if (!headerOk || !file) return EOF;
-  return getc_unlocked(file);
+  closeWindow();
+  int c = getc_unlocked(file);
+  if (c != EOF && nrStdioBuffer::available) {
+    cur = nrStdioBuffer::position(file);
+    lim = nrStdioBuffer::end(file);
+  }
+  return c;
 }
 
 unsigned char vlInput::get(char& c) {
+  Scan scan(this);
   int ch = nextChar();
   c = static_cast<char>(ch);
   return ch != EOF;
 }
 
 void vlInput::putBack(char c) {
+  Scan scan(this);
+  unget(c);
+}
+
+inline void vlInput::unget(char c) {
   if (c == static_cast<char>(255)) return;
-  if (pushbackIndex > 0)
+  if (pushbackIndex > 0) {
     --pushbackIndex;
-  else if (file)
+  } else if (cur && cur > nrStdioBuffer::begin(file) && cur[-1] == c) {
+    // The character still stands before the read position, as ungetc would
+    // find it.
+    --cur;
+  } else if (file) {
+    closeWindow();
     ungetc(static_cast<unsigned char>(c), file);
+  }
 }
 
 void vlInput::putBack(const char* text) {
+  closeWindow();
   pushback = text;
   pushbackIndex = text ? 0 : -1;
-  updateDirect();
 }
 
-int vlInput::firstTokenChar() {
+inline int vlInput::firstTokenChar() {
   for (;;) {
     int c = nextChar();
     if (c == '\n') {
@@ -157,9 +196,13 @@ int vlInput::firstTokenChar() {
   }
 }
 
-void vlInput::skipWhiteSpace() { giveBack(firstTokenChar()); }
+void vlInput::skipWhiteSpace() {
+  Scan scan(this);
+  giveBack(firstTokenChar());
+}
 
 unsigned char vlInput::read(char& c) {
+  Scan scan(this);
   int ch = firstTokenChar();
   c = static_cast<char>(ch);
   return ch != EOF;
@@ -183,7 +226,8 @@ bool vlInput::isNodeNameChar(char c) { return classes.bits[static_cast<unsigned 
 
 // ---- strings and names ----
 
-bool vlInput::readStringToken(nrString& s) {
+inline bool vlInput::readStringToken(nrString& s) {
+  Scan scan(this);
   int c = firstTokenChar();
   if (c == EOF) return false;
   s = "";
@@ -237,6 +281,7 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
     name = s.getString();
     return 1;
   }
+  Scan scan(this);
   int c = firstTokenChar();
   if (c == EOF) return 0;
   char text[MAX_IDENT + 1];
@@ -255,7 +300,8 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
 
 // ---- numbers ----
 
-unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsigned long long& magnitude, bool& overflow) {
+inline unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsigned long long& magnitude, bool& overflow) {
+  Scan scan(this);
   int c = firstTokenChar();
   negative = false;
   if (allowSign && (c == '-' || c == '+')) {
@@ -307,7 +353,7 @@ unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsigned long
 
 // Values out of range saturate at the limits of the type read, as the C
 // library's conversions do for their own widths.
-unsigned char vlInput::readSigned(long long low, long long high, long long& v) {
+inline unsigned char vlInput::readSigned(long long low, long long high, long long& v) {
   bool negative, overflow;
   unsigned long long m;
   if (!readInteger(true, negative, m, overflow)) return 0;
@@ -318,7 +364,7 @@ unsigned char vlInput::readSigned(long long low, long long high, long long& v) {
   return 1;
 }
 
-unsigned char vlInput::readUnsigned(unsigned long long high, unsigned long long& v) {
+inline unsigned char vlInput::readUnsigned(unsigned long long high, unsigned long long& v) {
   bool negative, overflow;
   unsigned long long m;
   if (!readInteger(false, negative, m, overflow)) return 0;
@@ -368,32 +414,33 @@ unsigned char vlInput::read(unsigned short& v) {
   return 1;
 }
 
-unsigned char vlInput::readReal(double& v) {
-  realText.clear();
-  auto take = [&](int ch) {
-    realText += static_cast<char>(ch);
-    return nextChar();
-  };
+inline unsigned char vlInput::readReal(double& v) {
+  Scan scan(this);
   int c = firstTokenChar();
   bool negative = c == '-';
-  if (c == '-' || c == '+') c = take(c);
+  if (c == '-' || c == '+') c = nextChar();
 
-  // The significant digits go into the mantissa; the exponent counts the
-  // places the point moves.
+  // The value is digits x 10^exponent: the first 19 significant digits go
+  // into the mantissa and any further ones are kept as text; each digit after
+  // the point lowers the exponent.
   unsigned long long mantissa = 0;
   int digits = 0, exponent = 0;
   bool seen = false;
-  // A longer mantissa takes the full conversion, so digits past the 19th
-  // need no bookkeeping.
+  moreDigits.clear();
   auto digit = [&](bool fraction) {
     seen = true;
-    if ((mantissa || c != '0') && ++digits <= MAX_MANTISSA_DIGITS) mantissa = mantissa * 10 + (c - '0');
+    if (mantissa || c != '0') {
+      if (++digits <= MAX_MANTISSA_DIGITS)
+        mantissa = mantissa * 10 + (c - '0');
+      else
+        moreDigits += static_cast<char>(c);
+    }
     if (fraction) --exponent;
-    c = take(c);
+    c = nextChar();
   };
   while (is(c, DIGIT)) digit(false);
   if (c == '.') {
-    c = take(c);
+    c = nextChar();
     while (is(c, DIGIT)) digit(true);
   }
   if (!seen) {
@@ -401,9 +448,9 @@ unsigned char vlInput::readReal(double& v) {
     return 0;
   }
   if (c == 'e' || c == 'E') {
-    c = take(c);
+    c = nextChar();
     bool expNegative = c == '-';
-    if (c == '-' || c == '+') c = take(c);
+    if (c == '-' || c == '+') c = nextChar();
     if (!is(c, DIGIT)) {
       giveBack(c);
       return 0;
@@ -411,24 +458,31 @@ unsigned char vlInput::readReal(double& v) {
     int e = 0;
     do {
       if (e < 100000) e = e * 10 + (c - '0');
-      c = take(c);
+      c = nextChar();
     } while (is(c, DIGIT));
     exponent += expNegative ? -e : e;
   }
   giveBack(c);
 
   // A mantissa and a power of ten that a double holds exactly give the
-  // correctly rounded value in one operation, as the full conversion would.
+  // correctly rounded value in one operation; other numbers take the C
+  // library's conversion of the same decimal value.
+  double d;
   if (mantissa == 0) {
-    v = negative ? -0.0 : 0.0;
+    d = 0;
   } else if (digits <= MAX_MANTISSA_DIGITS && mantissa <= MAX_EXACT_MANTISSA && exponent >= -MAX_EXACT_POWER &&
              exponent <= MAX_EXACT_POWER) {
-    double d = static_cast<double>(mantissa);
+    d = static_cast<double>(mantissa);
     d = exponent < 0 ? d / exactPowers[-exponent] : d * exactPowers[exponent];
-    v = negative ? -d : d;
   } else {
-    v = atof(realText.c_str());
+    char head[24], tail[16];
+    snprintf(head, sizeof head, "%llu", mantissa);
+    snprintf(tail, sizeof tail, "e%d", exponent);
+    moreDigits.insert(0, head);
+    moreDigits += tail;
+    d = atof(moreDigits.c_str());
   }
+  v = negative ? -d : d;
   return 1;
 }
 

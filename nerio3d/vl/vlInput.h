@@ -79,14 +79,19 @@ class vlInput {
   static float isASCIIHeader(const char* text);
 
  private:
-  // Next character or EOF: straight from the stream when nothing is pushed
-  // back and the header has passed, which is the common case.
-  int nextChar() { return direct ? getc_unlocked(file) : nextCharSlow(); }
+  class Scan;
+
+  // Next character or EOF. While nothing is pushed back and the header has
+  // passed, characters come straight from the stream's buffer through a
+  // window [cur, lim) that every public call hands back to the stream.
+  int nextChar() { return cur < lim ? static_cast<unsigned char>(*cur++) : nextCharSlow(); }
   int nextCharSlow();
+  // putBack within a read, while the window is open.
+  void unget(char c);
   void giveBack(int c) {
-    if (c != EOF) putBack(static_cast<char>(c));
+    if (c != EOF) unget(static_cast<char>(c));
   }
-  void updateDirect() { direct = file && pushbackIndex < 0 && headerChecked && headerOk; }
+  void closeWindow();
   void checkHeader();
   // The first character after white space and comments, or EOF.
   int firstTokenChar();
@@ -103,11 +108,12 @@ class vlInput {
   float version;
   unsigned char headerChecked;
   unsigned char headerOk;
-  bool direct;
+  const char* cur;
+  const char* lim;
   nrDict definitions;
   nrString pushback;
   int pushbackIndex;
-  // Text of the real being read, kept for the rare numbers that need the
-  // full conversion; reused so that reading allocates nothing per token.
-  std::string realText;
+  // Digits of a real beyond what its mantissa holds (rare); reused so that
+  // reading allocates nothing per token.
+  std::string moreDigits;
 };

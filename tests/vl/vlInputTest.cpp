@@ -296,6 +296,38 @@ TEST_F(vlInputTest, PushedBackTextIsReadBeforeTheStream) {
   EXPECT_TRUE(in.eof());
 }
 
+TEST_F(vlInputTest, TheStreamStaysInStepWithTheReader) {
+  for (bool buffered : {true, false}) {
+    SCOPED_TRACE(buffered);
+    openBody("12 0X1F -3.5e1 \"q\" a");
+    if (!buffered) setvbuf(file, nullptr, _IONBF, 0);
+    int i;
+    ASSERT_TRUE(in.read(i));
+    EXPECT_EQ(fgetc(file), ' ');
+    ASSERT_TRUE(in.read(i));
+    EXPECT_EQ(fgetc(file), 'X');
+    ungetc('Y', file);
+    nrName n;
+    ASSERT_TRUE(in.read(n, 1));
+    EXPECT_STREQ(n.getString(), "Y1F");
+    double d;
+    ASSERT_TRUE(in.read(d));
+    EXPECT_EQ(d, -35);
+    nrString s;
+    ASSERT_TRUE(in.read(s));
+    in.putBack('"');
+    EXPECT_EQ(fgetc(file), '"');
+    char c;
+    ASSERT_TRUE(in.read(c));
+    EXPECT_FALSE(in.get(c));
+    EXPECT_TRUE(in.eof());
+    // Giving a character back clears the end of input, as ungetc does.
+    in.putBack('z');
+    EXPECT_FALSE(in.eof());
+    EXPECT_EQ(fgetc(file), 'z');
+  }
+}
+
 TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
   nrContainer* a = nrtest::held<nrContainer>();
   nrContainer* b = nrtest::held<nrContainer>();
