@@ -5,6 +5,12 @@
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/audio/nrAudio.h"
+#include "nerio3d/audio/nrAudioClip.h"
+#include "nerio3d/audio/nrAudioSamples.h"
+#include "nerio3d/audio/nrMicrophone.h"
+#include "nerio3d/audio/nrSound.h"
+#include "nerio3d/audio/nrSoundPlayer.h"
 #include "nerio3d/core/nrObject.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrMFRef.h"
@@ -34,6 +40,7 @@ void nrObject::initClasses() {
   getClassType();
   registerClass<nrData>();
   registerClass<nrContainer>();
+  registerClass<nrSoundPlayer>();
   registerClass<nrContext>();
   registerClass<nrField>();
   registerClass<nrSFUByte>();
@@ -73,11 +80,16 @@ void nrObject::initClasses() {
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
+  registerClass<nrAudioClip>();
+  registerClass<nrMicrophone>();
   registerClass<nrAction>();
   registerClass<nrDrawAction>();
   registerClass<nrIsectAction>();
   registerClass<nrSoundAction>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrAudio>();
+  registerClass<nrAudioSamples>();
 }
