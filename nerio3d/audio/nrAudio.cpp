@@ -9,18 +9,3 @@ NR_DEFINE_TYPE(nrAudio, nrContainer, "Audio") {
 }
 
 nrAudio::nrAudio(nrType* type) : nrContainer(type) { initFieldDefaults(classType); }
-
-void nrAudio::setDevice(const char* name) {
-  device = name;
-  fieldChanged(DEVICE);
-}
-
-void nrAudio::setSampleRate(int hertz) {
-  sampleRate = hertz;
-  fieldChanged(SAMPLE_RATE);
-}
-
-void nrAudio::setChannels(int count) {
-  channels = count;
-  fieldChanged(CHANNELS);
-}

@@ -13,11 +13,11 @@ class nrAudio : public nrContainer {
   nrAudio() : nrAudio(getClassType()) {}
   explicit nrAudio(nrType* type);
 
-  void setDevice(const char* name);
+  void setDevice(const char* name) { setFieldValue(device, nrString(name), DEVICE); }
   const char* getDevice() const { return device.getString(); }
-  void setSampleRate(int hertz);
+  void setSampleRate(int hertz) { setFieldValue(sampleRate, hertz, SAMPLE_RATE); }
   int getSampleRate() const { return sampleRate; }
-  void setChannels(int count);
+  void setChannels(int count) { setFieldValue(channels, count, CHANNELS); }
   int getChannels() const { return channels; }
 
  private:

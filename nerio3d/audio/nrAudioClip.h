@@ -18,15 +18,15 @@ class nrAudioClip : public nrContainer {
   explicit nrAudioClip(nrType* type);
   ~nrAudioClip() override;
 
-  void setDescription(const char* text) { set(description, nrString(text), DESCRIPTION); }
+  void setDescription(const char* text) { setFieldValue(description, nrString(text), DESCRIPTION); }
   const char* getDescription() const { return description.getString(); }
-  void setLoop(unsigned char on) { set(loop, on, LOOP); }
+  void setLoop(unsigned char on) { setFieldValue(loop, on, LOOP); }
   unsigned char getLoop() const { return loop; }
-  void setPitch(float v) { set(pitch, v, PITCH); }
+  void setPitch(float v) { setFieldValue(pitch, v, PITCH); }
   float getPitch() const { return pitch; }
-  void setStartTime(double seconds) { set(startTime, nrTime(seconds), START_TIME); }
+  void setStartTime(double seconds) { setFieldValue(startTime, nrTime(seconds), START_TIME); }
   double getStartTime() const { return startTime; }
-  void setStopTime(double seconds) { set(stopTime, nrTime(seconds), STOP_TIME); }
+  void setStopTime(double seconds) { setFieldValue(stopTime, nrTime(seconds), STOP_TIME); }
   double getStopTime() const { return stopTime; }
   // Sets element index of the URL list, growing it as needed.
   void setUrl(unsigned index, const char* text);
@@ -37,12 +37,6 @@ class nrAudioClip : public nrContainer {
   nrAudioSamples* getSamples() const { return samples; }
 
  private:
-  template <typename T>
-  void set(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-
   nrString description;
   unsigned char loop;
   float pitch;

@@ -10,11 +10,6 @@ NR_DEFINE_TYPE(nrAudioSamples, nrContainer, "AudioSamples") {
 
 nrAudioSamples::nrAudioSamples(nrType* type) : nrContainer(type) { initFieldDefaults(classType); }
 
-void nrAudioSamples::setFileName(const char* name) {
-  fileName = name;
-  fieldChanged(FILE_NAME);
-}
-
 unsigned char nrAudioSamples::load() {
   fprintf(stderr, "nrAudioSamples::load(): cannot load \"%s\": no audio support on this platform\n",
           fileName.isNull() ? "" : fileName.getString());

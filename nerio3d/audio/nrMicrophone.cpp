@@ -9,18 +9,10 @@ NR_DEFINE_TYPE(nrMicrophone, nrContainer, "Microphone") {
 
 nrMicrophone::nrMicrophone(nrType* type) : nrContainer(type) { initFieldDefaults(classType); }
 
-void nrMicrophone::setPosition(float x, float y, float z) {
-  position = nrVec3f(x, y, z);
-  fieldChanged(POSITION);
-}
+void nrMicrophone::setPosition(float x, float y, float z) { setFieldValue(position, nrVec3f(x, y, z), POSITION); }
 
 void nrMicrophone::getPosition(float* x, float* y, float* z) const {
   *x = position[0];
   *y = position[1];
   *z = position[2];
-}
-
-void nrMicrophone::setOrientation(const nrRotation& rotation) {
-  orientation = rotation;
-  fieldChanged(ORIENTATION);
 }

@@ -28,35 +28,29 @@ class nrSound : public nrNode {
   ~nrSound() override;
 
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
-  void setDirection(const nrVec3f& v) { set(direction, v, DIRECTION); }
+  void setDirection(const nrVec3f& v) { setFieldValue(direction, v, DIRECTION); }
   const nrVec3f& getDirection() const { return direction; }
-  void setIntensity(float v) { set(intensity, v, INTENSITY); }
+  void setIntensity(float v) { setFieldValue(intensity, v, INTENSITY); }
   float getIntensity() const { return intensity; }
   void setLocation(float x, float y, float z) { setLocation(nrVec3f(x, y, z)); }
-  void setLocation(const nrVec3f& v) { set(location, v, LOCATION); }
+  void setLocation(const nrVec3f& v) { setFieldValue(location, v, LOCATION); }
   const nrVec3f& getLocation() const { return location; }
-  void setMaxBack(float v) { set(maxBack, v, MAX_BACK); }
+  void setMaxBack(float v) { setFieldValue(maxBack, v, MAX_BACK); }
   float getMaxBack() const { return maxBack; }
-  void setMaxFront(float v) { set(maxFront, v, MAX_FRONT); }
+  void setMaxFront(float v) { setFieldValue(maxFront, v, MAX_FRONT); }
   float getMaxFront() const { return maxFront; }
-  void setMinBack(float v) { set(minBack, v, MIN_BACK); }
+  void setMinBack(float v) { setFieldValue(minBack, v, MIN_BACK); }
   float getMinBack() const { return minBack; }
-  void setMinFront(float v) { set(minFront, v, MIN_FRONT); }
+  void setMinFront(float v) { setFieldValue(minFront, v, MIN_FRONT); }
   float getMinFront() const { return minFront; }
-  void setPriority(float v) { set(priority, v, PRIORITY); }
+  void setPriority(float v) { setFieldValue(priority, v, PRIORITY); }
   float getPriority() const { return priority; }
   void setSource(nrAudioClip* clip);
   nrAudioClip* getSource() const;
-  void setSpatialize(unsigned char on) { set(spatialize, on, SPATIALIZE); }
+  void setSpatialize(unsigned char on) { setFieldValue(spatialize, on, SPATIALIZE); }
   unsigned char getSpatialize() const { return spatialize; }
 
  private:
-  template <typename T>
-  void set(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-
   nrVec3f direction;
   float intensity;
   nrVec3f location;

@@ -8,11 +8,6 @@ NR_DEFINE_TYPE(nrSoundPlayer, nrContainer, "SoundPlayer") {
 
 nrSoundPlayer::nrSoundPlayer(nrType* type) : nrContainer(type) { initFieldDefaults(classType); }
 
-void nrSoundPlayer::setGain(float v) {
-  gain = v;
-  fieldChanged(GAIN);
-}
-
 unsigned char nrSoundPlayer::open(nrAudio*) { return 0; }
 
 unsigned char nrSoundPlayer::play(nrAudioClip*) { return isOpen(); }

@@ -15,7 +15,7 @@ class nrSoundPlayer : public nrContainer {
   nrSoundPlayer() : nrSoundPlayer(getClassType()) {}
   explicit nrSoundPlayer(nrType* type);
 
-  void setGain(float v);
+  void setGain(float v) { setFieldValue(gain, v, GAIN); }
   float getGain() const { return gain; }
 
   // Opens a port on resource; 1 on success. Always 0 here: the graphics

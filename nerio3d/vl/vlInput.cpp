@@ -74,8 +74,10 @@ void vlInput::closeWindow() {
   cur = lim = nullptr;
 }
 
+// Every public call leaves the stream in step with the window, so a window can
+// be dropped without touching the stream (which the caller may have closed).
 void vlInput::setFilePointer(FILE* fp) {
-  closeWindow();
+  cur = lim = nullptr;
   file = fp;
   line = 1;
   version = 2.0f;
@@ -172,7 +174,7 @@ inline void vlInput::unget(char c) {
 }
 
 void vlInput::putBack(const char* text) {
-  closeWindow();
+  cur = lim = nullptr;
   pushback = text;
   pushbackIndex = text ? 0 : -1;
 }
