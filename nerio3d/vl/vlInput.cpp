@@ -48,29 +48,79 @@ constexpr int MAX_EXACT_POWER = 22;
 constexpr unsigned long long MAX_EXACT_MANTISSA = 1ull << 53;
 constexpr int MAX_MANTISSA_DIGITS = 19;
 
+// Adds decimal digit c to a mantissa that holds the first 19 significant
+// digits; further ones are kept as text in more.
+inline void addDigit(int c, unsigned long long& mantissa, int& digits, std::string& more) {
+  if (!mantissa && c == '0') return;
+  if (++digits <= MAX_MANTISSA_DIGITS) {
+    mantissa = mantissa * 10 + (c - '0');
+  } else {
+    if (digits == MAX_MANTISSA_DIGITS + 1) more.clear();
+    more += static_cast<char>(c);
+  }
+}
+
 }  // namespace
 
-// Brackets one public read: a window that no longer matches the stream (the
-// caller used the stream in between) is dropped first, and what was consumed
-// through the window is handed back to the stream at the end.
+// One public read. It works on a local copy of the window, so that the tight
+// loops keep the read position in a register, and hands the position back to
+// the stream at the end.
 class vlInput::Scan {
  public:
   explicit Scan(vlInput* in) : in(in) {
-    if (in->cur && (in->cur != nrStdioBuffer::position(in->file) || in->lim != nrStdioBuffer::end(in->file)))
-      in->cur = in->lim = nullptr;
+    in->validateWindow();
+    p = in->cur;
+    e = in->lim;
   }
   ~Scan() {
-    if (in->cur) nrStdioBuffer::setPosition(in->file, in->cur);
+    in->cur = p;
+    in->syncWindow();
+  }
+
+  int next() { return p < e ? static_cast<unsigned char>(*p++) : refill(); }
+  // Gives back c, the character next returned last; EOF is not given back.
+  void back(int c) {
+    if (c == EOF) return;
+    if (c != 255 && p && p > nrStdioBuffer::begin(in->file) && p[-1] == static_cast<char>(c)) {
+      --p;
+      return;
+    }
+    in->cur = p;
+    in->unget(static_cast<char>(c));
+    reload();
   }
 
  private:
+  int refill() {
+    in->cur = p;
+    int c = in->nextCharSlow();
+    reload();
+    return c;
+  }
+  void reload() {
+    p = in->cur;
+    e = in->lim;
+  }
+
   vlInput* in;
+  const char* p;
+  const char* e;
 };
 
 vlInput::vlInput() : file(nullptr), cur(nullptr), lim(nullptr), definitions(251) { setFilePointer(stdin); }
 
-void vlInput::closeWindow() {
+// A window that no longer matches the stream (the caller used the stream in
+// between) is dropped.
+inline void vlInput::validateWindow() {
+  if (cur && (cur != nrStdioBuffer::position(file) || lim != nrStdioBuffer::end(file))) cur = lim = nullptr;
+}
+
+inline void vlInput::syncWindow() {
   if (cur) nrStdioBuffer::setPosition(file, cur);
+}
+
+void vlInput::closeWindow() {
+  syncWindow();
   cur = lim = nullptr;
 }
 
@@ -149,17 +199,18 @@ int vlInput::nextCharSlow() {
 
 unsigned char vlInput::get(char& c) {
   Scan scan(this);
-  int ch = nextChar();
+  int ch = scan.next();
   c = static_cast<char>(ch);
   return ch != EOF;
 }
 
 void vlInput::putBack(char c) {
-  Scan scan(this);
+  validateWindow();
   unget(c);
+  syncWindow();
 }
 
-inline void vlInput::unget(char c) {
+void vlInput::unget(char c) {
   if (c == static_cast<char>(255)) return;
   if (pushbackIndex > 0) {
     --pushbackIndex;
@@ -179,13 +230,13 @@ void vlInput::putBack(const char* text) {
   pushbackIndex = text ? 0 : -1;
 }
 
-inline int vlInput::firstTokenChar() {
+inline int vlInput::firstTokenChar(Scan& scan) {
   for (;;) {
-    int c = nextChar();
+    int c = scan.next();
     if (c == '\n') {
       ++line;
     } else if (c == '#') {
-      do c = nextChar();
+      do c = scan.next();
       while (c != '\n' && c != EOF);
       if (c == EOF) {
         vlReadError::post(this, "EOF reached before end of comment");
@@ -200,12 +251,12 @@ inline int vlInput::firstTokenChar() {
 
 void vlInput::skipWhiteSpace() {
   Scan scan(this);
-  giveBack(firstTokenChar());
+  scan.back(firstTokenChar(scan));
 }
 
 unsigned char vlInput::read(char& c) {
   Scan scan(this);
-  int ch = firstTokenChar();
+  int ch = firstTokenChar(scan);
   c = static_cast<char>(ch);
   return ch != EOF;
 }
@@ -230,7 +281,7 @@ bool vlInput::isNodeNameChar(char c) { return classes.bits[static_cast<unsigned 
 
 inline bool vlInput::readStringToken(nrString& s) {
   Scan scan(this);
-  int c = firstTokenChar();
+  int c = firstTokenChar(scan);
   if (c == EOF) return false;
   s = "";
   char chunk[CHUNK + 1];
@@ -244,13 +295,13 @@ inline bool vlInput::readStringToken(nrString& s) {
     }
   };
   if (c == '"') {
-    c = nextChar();
+    c = scan.next();
     while (c != EOF && c != '"') {
       if (c == '\\') {
-        c = nextChar();
+        c = scan.next();
         if (c == '"') {
           add('"');
-          c = nextChar();
+          c = scan.next();
           continue;
         }
         // Any other escape keeps its backslash; the next character counts as
@@ -260,14 +311,14 @@ inline bool vlInput::readStringToken(nrString& s) {
       }
       if (c == '\n') ++line;
       add(c);
-      c = nextChar();
+      c = scan.next();
     }
   } else {
     while (c != EOF && !is(c, SPACE)) {
       add(c);
-      c = nextChar();
+      c = scan.next();
     }
-    giveBack(c);
+    scan.back(c);
   }
   chunk[n] = '\0';
   s += chunk;
@@ -284,17 +335,17 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
     return 1;
   }
   Scan scan(this);
-  int c = firstTokenChar();
+  int c = firstTokenChar(scan);
   if (c == EOF) return 0;
   char text[MAX_IDENT + 1];
   int n = 0;
   if (isIdentStartChar(static_cast<char>(c))) {
     do {
       if (n < MAX_IDENT) text[n++] = static_cast<char>(c);
-      c = nextChar();
+      c = scan.next();
     } while (c != EOF && isIdentChar(static_cast<char>(c)));
   }
-  giveBack(c);
+  scan.back(c);
   text[n] = '\0';
   name = text;
   return 1;
@@ -304,14 +355,14 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
 
 inline unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsigned long long& magnitude, bool& overflow) {
   Scan scan(this);
-  int c = firstTokenChar();
+  int c = firstTokenChar(scan);
   negative = false;
   if (allowSign && (c == '-' || c == '+')) {
     negative = c == '-';
-    c = nextChar();
+    c = scan.next();
   }
   if (!is(c, DIGIT)) {
-    giveBack(c);
+    scan.back(c);
     return 0;
   }
   unsigned long long m = 0;
@@ -321,22 +372,22 @@ inline unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsign
     m = m * base + digit;
   };
   if (c == '0') {
-    c = nextChar();
+    c = scan.next();
     if (c == 'x') {
-      c = nextChar();
+      c = scan.next();
       if (!is(c, XDIGIT)) {
-        giveBack(c);
+        scan.back(c);
         return 0;
       }
       do {
         accumulate(16, c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
-        c = nextChar();
+        c = scan.next();
       } while (is(c, XDIGIT));
     } else {
       // Digits after a leading 0 are octal; the conversion ends at an 8 or a
       // 9, which is still taken as part of the number's text.
       bool octal = true;
-      for (; is(c, DIGIT); c = nextChar()) {
+      for (; is(c, DIGIT); c = scan.next()) {
         if (c >= '8') octal = false;
         if (octal) accumulate(8, c - '0');
       }
@@ -344,10 +395,10 @@ inline unsigned char vlInput::readInteger(bool allowSign, bool& negative, unsign
   } else {
     do {
       accumulate(10, c - '0');
-      c = nextChar();
+      c = scan.next();
     } while (is(c, DIGIT));
   }
-  giveBack(c);
+  scan.back(c);
   magnitude = m;
   overflow = over;
   return 1;
@@ -418,53 +469,46 @@ unsigned char vlInput::read(unsigned short& v) {
 
 inline unsigned char vlInput::readReal(double& v) {
   Scan scan(this);
-  int c = firstTokenChar();
+  int c = firstTokenChar(scan);
   bool negative = c == '-';
-  if (c == '-' || c == '+') c = nextChar();
+  if (c == '-' || c == '+') c = scan.next();
 
-  // The value is digits x 10^exponent: the first 19 significant digits go
-  // into the mantissa and any further ones are kept as text; each digit after
-  // the point lowers the exponent.
+  // The value is digits x 10^exponent; each digit after the point lowers the
+  // exponent.
   unsigned long long mantissa = 0;
   int digits = 0, exponent = 0;
   bool seen = false;
-  moreDigits.clear();
-  auto digit = [&](bool fraction) {
+  for (; is(c, DIGIT); c = scan.next()) {
+    addDigit(c, mantissa, digits, moreDigits);
     seen = true;
-    if (mantissa || c != '0') {
-      if (++digits <= MAX_MANTISSA_DIGITS)
-        mantissa = mantissa * 10 + (c - '0');
-      else
-        moreDigits += static_cast<char>(c);
-    }
-    if (fraction) --exponent;
-    c = nextChar();
-  };
-  while (is(c, DIGIT)) digit(false);
+  }
   if (c == '.') {
-    c = nextChar();
-    while (is(c, DIGIT)) digit(true);
+    for (c = scan.next(); is(c, DIGIT); c = scan.next()) {
+      addDigit(c, mantissa, digits, moreDigits);
+      seen = true;
+      --exponent;
+    }
   }
   if (!seen) {
-    giveBack(c);
+    scan.back(c);
     return 0;
   }
   if (c == 'e' || c == 'E') {
-    c = nextChar();
+    c = scan.next();
     bool expNegative = c == '-';
-    if (c == '-' || c == '+') c = nextChar();
+    if (c == '-' || c == '+') c = scan.next();
     if (!is(c, DIGIT)) {
-      giveBack(c);
+      scan.back(c);
       return 0;
     }
     int e = 0;
     do {
       if (e < 100000) e = e * 10 + (c - '0');
-      c = nextChar();
+      c = scan.next();
     } while (is(c, DIGIT));
     exponent += expNegative ? -e : e;
   }
-  giveBack(c);
+  scan.back(c);
 
   // A mantissa and a power of ten that a double holds exactly give the
   // correctly rounded value in one operation; other numbers take the C
@@ -477,6 +521,7 @@ inline unsigned char vlInput::readReal(double& v) {
     d = static_cast<double>(mantissa);
     d = exponent < 0 ? d / exactPowers[-exponent] : d * exactPowers[exponent];
   } else {
+    if (digits <= MAX_MANTISSA_DIGITS) moreDigits.clear();
     char head[24], tail[16];
     snprintf(head, sizeof head, "%llu", mantissa);
     snprintf(tail, sizeof tail, "e%d", exponent);

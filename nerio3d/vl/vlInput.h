@@ -75,26 +75,24 @@ class vlInput {
   static bool isIdentStartChar(char c);
   static bool isNodeNameStartChar(char c);
   static bool isNodeNameChar(char c);
-  // The version a header text announces.
+  // The version of the text after the header's #: 1.0 for any text.
   static float isASCIIHeader(const char* text);
 
  private:
   class Scan;
 
-  // Next character or EOF. While nothing is pushed back and the header has
-  // passed, characters come straight from the stream's buffer through a
-  // window [cur, lim) that every public call hands back to the stream.
-  int nextChar() { return cur < lim ? static_cast<unsigned char>(*cur++) : nextCharSlow(); }
+  // Next character or EOF from the pushed-back text or the stream; while
+  // nothing is pushed back and the header has passed, reads go straight
+  // through the stream's buffer in a window [cur, lim) that every public call
+  // hands back to the stream.
   int nextCharSlow();
-  // putBack within a read, while the window is open.
   void unget(char c);
-  void giveBack(int c) {
-    if (c != EOF) unget(static_cast<char>(c));
-  }
+  void validateWindow();
+  void syncWindow();
   void closeWindow();
   void checkHeader();
   // The first character after white space and comments, or EOF.
-  int firstTokenChar();
+  int firstTokenChar(Scan& scan);
   // Reads an integer's text and converts it; unsigned forms take no sign.
   unsigned char readSigned(long long low, long long high, long long& v);
   unsigned char readUnsigned(unsigned long long high, unsigned long long& v);
