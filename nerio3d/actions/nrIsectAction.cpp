@@ -106,7 +106,8 @@ void nrIsectAction::record(nrGeometry* g, int primitive, const nrVec3f& localNor
   nrMatrix4f inverse;
   inverse.invertFull(hit.matrix);
   for (int j = 0; j < 3; ++j)
-    hit.worldNormal[j] = inverse[j][0] * localNormal[0] + inverse[j][1] * localNormal[1] + inverse[j][2] * localNormal[2];
+    hit.worldNormal[j] =
+        inverse[j][0] * localNormal[0] + inverse[j][1] * localNormal[1] + inverse[j][2] * localNormal[2];
   hit.worldNormal.normalize();
   hit.hasTexCoord = texCoord != nullptr;
   if (texCoord) hit.texCoord = *texCoord;

@@ -74,8 +74,7 @@ class nrIsectAction : public nrTransformAction {
   // Keeps a hit at distance t along the current segment when it is the first
   // or nearer than the hit kept so far; returns 1 when kept, else 0.
   // texCoord may be null.
-  int hitGeometry(nrGeometry* g, float t, int primitive, const nrVec3f& localNormal,
-                  const nrVec2f* texCoord = nullptr);
+  int hitGeometry(nrGeometry* g, float t, int primitive, const nrVec3f& localNormal, const nrVec2f* texCoord = nullptr);
   // Records a hit of g at the end of the current segment, without primitive or
   // normal, whatever was kept before.
   void hitGeometry(nrGeometry* g);

@@ -29,8 +29,7 @@ NR_DEFINE_TYPE(nrTransform, nrGroup, "Transform") {
   nrSFVec3f::addTypeField(type, "center", CENTER_FIELD, nrVec3f(0, 0, 0), &nrTransform::center);
 }
 
-nrTransform::nrTransform(nrType* type)
-    : nrGroup(type), kind(0), state(0), savedNormalize(0), normalizeSaved(0) {
+nrTransform::nrTransform(nrType* type) : nrGroup(type), kind(0), state(0), savedNormalize(0), normalizeSaved(0) {
   initFieldDefaults(getClassType());
   matrix.makeIdent();
   matrix2.makeIdent();

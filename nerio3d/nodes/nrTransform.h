@@ -13,13 +13,7 @@
 class nrTransform : public nrGroup {
   NR_DECLARE_CONTAINER_TYPE(nrTransform)
 
-  enum {
-    TRANSLATION_FIELD = 3,
-    ROTATION_FIELD,
-    SCALE_FIELD,
-    SCALE_ORIENTATION_FIELD,
-    CENTER_FIELD
-  };
+  enum { TRANSLATION_FIELD = 3, ROTATION_FIELD, SCALE_FIELD, SCALE_ORIENTATION_FIELD, CENTER_FIELD };
   // Bits of getKind().
   enum {
     TRANSLATE_KIND = 1,      // translation or centre has been set; never cleared again
@@ -35,7 +29,9 @@ class nrTransform : public nrGroup {
 
   // Each setter first derives the parts from a matrix set with setMatrix.
   void setTranslation(float x, float y, float z) { setPart(translation, nrVec3f(x, y, z), TRANSLATION_FIELD); }
-  void setRotation(float x, float y, float z, float angle) { setPart(rotation, nrRotation(x, y, z, angle), ROTATION_FIELD); }
+  void setRotation(float x, float y, float z, float angle) {
+    setPart(rotation, nrRotation(x, y, z, angle), ROTATION_FIELD);
+  }
   void setScale(float x, float y, float z) { setPart(scale, nrVec3f(x, y, z), SCALE_FIELD); }
   void setScaleOrientation(float x, float y, float z, float angle) {
     setPart(scaleOrientation, nrRotation(x, y, z, angle), SCALE_ORIENTATION_FIELD);
@@ -67,13 +63,7 @@ class nrTransform : public nrGroup {
  protected:
   enum PathEnum { NO_PATH, TRANSLATE_PATH, ROTATE_PATH, MATRIX_PATH };
   // Bits of the state word.
-  enum {
-    MATRIX_STALE = 1,
-    PARTS_CHANGED = 2,
-    PARTS_STALE = 4,
-    CHILD_SPHERE_STALE = 8,
-    SPHERE_STALE = 16
-  };
+  enum { MATRIX_STALE = 1, PARTS_CHANGED = 2, PARTS_STALE = 4, CHILD_SPHERE_STALE = 8, SPHERE_STALE = 16 };
 
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;

@@ -51,6 +51,16 @@ class nrCamera : public nrContainer {
   // Brings fields fed by connections up to date.
   void cleanPendingFields();
 
+  // The clip distances and aspect fields that the perspective and orthographic
+  // cameras share, registered from index first on: nearClip, farClip,
+  // aspectMode, aspectRatio.
+  template <typename C>
+  static void addClipAspectFields(nrType* type, short first, float C::*nearClip, float C::*farClip, int C::*aspectMode,
+                                  float C::*aspectRatio);
+  // Hands the field at offset (0 to 3) of those four to the frustum; false for
+  // any other offset.
+  bool clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio);
+
   template <typename T>
   void setField(T& member, const T& value, short index) {
     member = value;
@@ -70,4 +80,15 @@ class nrCamera : public nrContainer {
  private:
   // One action serves every camera's picks.
   static nrIsectAction* sharedIsect;
+
+  static void addClipAspectFields(nrType* type, short first, float nrContainer::*nearClip, float nrContainer::*farClip,
+                                  int nrContainer::*aspectMode, float nrContainer::*aspectRatio);
 };
+
+template <typename C>
+void nrCamera::addClipAspectFields(nrType* type, short first, float C::*nearClip, float C::*farClip, int C::*aspectMode,
+                                   float C::*aspectRatio) {
+  addClipAspectFields(type, first, static_cast<float nrContainer::*>(nearClip),
+                      static_cast<float nrContainer::*>(farClip), static_cast<int nrContainer::*>(aspectMode),
+                      static_cast<float nrContainer::*>(aspectRatio));
+}

@@ -6,13 +6,8 @@ NR_DEFINE_TYPE(nrOrthoCamera, nrCamera, "OrthoCamera") {
   nrSFFloat::addTypeField(type, "width", WIDTH_FIELD, 1.0f, &nrOrthoCamera::width);
   nrSFFloat::addTypeField(type, "height", HEIGHT_FIELD, 1.0f, &nrOrthoCamera::height);
   nrSFVec2f::addTypeField(type, "center", CENTER_FIELD, nrVec2f(0, 0), &nrOrthoCamera::center);
-  nrSFFloat::addTypeField(type, "nearClip", NEAR_CLIP_FIELD, 1.0f, &nrOrthoCamera::nearClip);
-  nrSFFloat::addTypeField(type, "farClip", FAR_CLIP_FIELD, 1000.0f, &nrOrthoCamera::farClip);
-  nrSFEnum::addTypeField(type, "aspectMode", ASPECT_MODE_FIELD, nrFrustum::FREE_ASPECT, &nrOrthoCamera::aspectMode);
-  nrSFFloat::addTypeField(type, "aspectRatio", ASPECT_RATIO_FIELD, 1.0f, &nrOrthoCamera::aspectRatio);
-  const char* names[] = {"FREE_ASPECT", "FIXED_HEIGHT_ASPECT", "FIXED_WIDTH_ASPECT"};
-  const int values[] = {nrFrustum::FREE_ASPECT, nrFrustum::FIXED_HEIGHT_ASPECT, nrFrustum::FIXED_WIDTH_ASPECT};
-  type->defineEnums(ASPECT_MODE_FIELD, 3, names, values);
+  addClipAspectFields(type, NEAR_CLIP_FIELD, &nrOrthoCamera::nearClip, &nrOrthoCamera::farClip,
+                      &nrOrthoCamera::aspectMode, &nrOrthoCamera::aspectRatio);
 }
 
 // The frustum starts as the default fields describe it, a unit square at the
@@ -40,19 +35,11 @@ void nrOrthoCamera::fieldChanged(short index) {
     case CENTER_FIELD:
       makeRect();
       break;
-    case NEAR_CLIP_FIELD:
-    case FAR_CLIP_FIELD:
-      frustum.setNearFar(nearClip, farClip);
-      break;
-    case ASPECT_MODE_FIELD:
-      frustum.setAspectMode(aspectMode);
-      break;
-    case ASPECT_RATIO_FIELD:
-      frustum.setAspectRatio(aspectRatio);
-      break;
     default:
-      nrCamera::fieldChanged(index);
-      return;
+      if (!clipAspectChanged(index - NEAR_CLIP_FIELD, nearClip, farClip, aspectMode, aspectRatio)) {
+        nrCamera::fieldChanged(index);
+        return;
+      }
   }
   touchField(index);
 }

@@ -14,13 +14,8 @@ NR_DEFINE_TYPE(nrPerspCamera, nrCamera, "PerspCamera") {
   nrSFFloat::addTypeField(type, "vertFOV", VERT_FOV_FIELD, 0.7853982f, &nrPerspCamera::vertFOV);
   nrSFFloat::addTypeField(type, "horizFOVOff", HORIZ_FOV_OFF_FIELD, 0.0f, &nrPerspCamera::horizFOVOff);
   nrSFFloat::addTypeField(type, "vertFOVOff", VERT_FOV_OFF_FIELD, 0.0f, &nrPerspCamera::vertFOVOff);
-  nrSFFloat::addTypeField(type, "nearClip", NEAR_CLIP_FIELD, 1.0f, &nrPerspCamera::nearClip);
-  nrSFFloat::addTypeField(type, "farClip", FAR_CLIP_FIELD, 1000.0f, &nrPerspCamera::farClip);
-  nrSFEnum::addTypeField(type, "aspectMode", ASPECT_MODE_FIELD, nrFrustum::FREE_ASPECT, &nrPerspCamera::aspectMode);
-  nrSFFloat::addTypeField(type, "aspectRatio", ASPECT_RATIO_FIELD, 1.0f, &nrPerspCamera::aspectRatio);
-  const char* names[] = {"FREE_ASPECT", "FIXED_HEIGHT_ASPECT", "FIXED_WIDTH_ASPECT"};
-  const int values[] = {nrFrustum::FREE_ASPECT, nrFrustum::FIXED_HEIGHT_ASPECT, nrFrustum::FIXED_WIDTH_ASPECT};
-  type->defineEnums(ASPECT_MODE_FIELD, 3, names, values);
+  addClipAspectFields(type, NEAR_CLIP_FIELD, &nrPerspCamera::nearClip, &nrPerspCamera::farClip,
+                      &nrPerspCamera::aspectMode, &nrPerspCamera::aspectRatio);
 }
 
 nrPerspCamera::nrPerspCamera(nrType* type) : nrCamera(type) {
@@ -43,19 +38,11 @@ void nrPerspCamera::fieldChanged(short index) {
     case VERT_FOV_OFF_FIELD:
       frustum.makePersp(l, r, n * std::tan(vertFOVOff - vertFOV / 2), n * std::tan(vertFOVOff + vertFOV / 2));
       break;
-    case NEAR_CLIP_FIELD:
-    case FAR_CLIP_FIELD:
-      frustum.setNearFar(nearClip, farClip);
-      break;
-    case ASPECT_MODE_FIELD:
-      frustum.setAspectMode(aspectMode);
-      break;
-    case ASPECT_RATIO_FIELD:
-      frustum.setAspectRatio(aspectRatio);
-      break;
     default:
-      nrCamera::fieldChanged(index);
-      return;
+      if (!clipAspectChanged(index - NEAR_CLIP_FIELD, nearClip, farClip, aspectMode, aspectRatio)) {
+        nrCamera::fieldChanged(index);
+        return;
+      }
   }
   touchField(index);
 }

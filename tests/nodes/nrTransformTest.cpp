@@ -75,7 +75,8 @@ TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) 
          t->setTranslation(0, 0, 0);
        },
        {"glPushMatrix()", "glTranslatef(0, 0, 0)", "glPopMatrix()"}},
-      {"rotation", [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); },
+      {"rotation",
+       [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); },
        {"glPushMatrix()", "glRotatef(28.6479, 0, 1, 0)", "glPopMatrix()"}},
       {"rotation with a centre",
        [](nrTransform* t) {
@@ -105,7 +106,8 @@ TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) 
     EXPECT_EQ(probe->normalized, c.calls == scaled) << c.name;
     EXPECT_FALSE(isOn(GL_NORMALIZE)) << c.name;
     if (std::string(c.name) == "matrix") {
-      EXPECT_NE(rec.text().find("glMultMatrixf({1, 0, 0, 0, 0.5, 1, 0, 0, 0, 0, 1, 0, 0, 0, -3, 1})"), std::string::npos);
+      EXPECT_NE(rec.text().find("glMultMatrixf({1, 0, 0, 0, 0.5, 1, 0, 0, 0, 0, 1, 0, 0, 0, -3, 1})"),
+                std::string::npos);
     }
     t->unref();
   }
@@ -127,7 +129,8 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
          t->setCenter(1, 0, 0);
          t->setRotation(0, 0, 1, halfPi);
        },
-       {1, 1, 0}, 1},
+       {1, 1, 0},
+       1},
   };
   for (const auto& c : cases) {
     nrTransform* t = nrtest::held<nrTransform>();

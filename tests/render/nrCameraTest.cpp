@@ -104,10 +104,10 @@ TEST_F(Camera, DrawLoadsTheFrustumProjectionAndTheViewMatrix) {
 
   nrGLRecorder rec;
   persp->draw(&draw);
-  EXPECT_EQ(rec.calls(), (Calls{"glMatrixMode(GL_PROJECTION)", "glLoadIdentity()",
-                                "glFrustum(-0.414214, 0.414214, -0.414214, 0.414214, 1, 1000)",
-                                "glMatrixMode(GL_MODELVIEW)", "glLoadIdentity()", "glRotatef(-90, 0, 1, 0)",
-                                "glTranslatef(-1, -2, -3)"}));
+  EXPECT_EQ(rec.calls(),
+            (Calls{"glMatrixMode(GL_PROJECTION)", "glLoadIdentity()",
+                   "glFrustum(-0.414214, 0.414214, -0.414214, 0.414214, 1, 1000)", "glMatrixMode(GL_MODELVIEW)",
+                   "glLoadIdentity()", "glRotatef(-90, 0, 1, 0)", "glTranslatef(-1, -2, -3)"}));
   for (nrCamera* camera : {static_cast<nrCamera*>(persp), static_cast<nrCamera*>(ortho)}) {
     camera->draw(&draw);
     nrMatrix4f projection, expected, modelView;
