@@ -2,6 +2,7 @@
 // registers them. New classes are added here, in their place, as they land.
 #include "nerio3d/actions/nrAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrHit.h"
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/arrays/nrData.h"
@@ -19,10 +20,14 @@
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -81,15 +86,20 @@ void nrObject::initClasses() {
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
   registerClass<nrAudioClip>();
+  registerClass<nrCamera>();
+  registerClass<nrOrthoCamera>();
+  registerClass<nrPerspCamera>();
   registerClass<nrMicrophone>();
   registerClass<nrAction>();
   registerClass<nrDrawAction>();
   registerClass<nrIsectAction>();
   registerClass<nrSoundAction>();
+  registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrTransform>();
   registerClass<nrAudio>();
   registerClass<nrAudioSamples>();
 }
