@@ -65,6 +65,13 @@ class nrContainer : public nrObject {
   virtual void dirtyFieldOutputs(nrField* field);
   virtual void cleanSideEffect(short) {}
 
+  // Stores value in the member that holds field index and signals the change.
+  template <typename T>
+  void setFieldValue(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
+
   void addField(nrField* field);
   void addParent(nrContainer* parent);
   int removeParent(nrContainer* parent);

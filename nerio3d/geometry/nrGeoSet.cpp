@@ -3,7 +3,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
@@ -421,6 +423,43 @@ void nrGeoSet::drawCompiled(nrDrawAction* action) {
     nrgl::EndList();
   }
   nrgl::CallList(displayListId);
+}
+
+void nrGeoSet::compileList(nrCompileAction* action) {
+  nrContext* context = action ? action->getContext() : nullptr;
+  if (!context) return;
+  cleanPendingFields();
+  if (displayListId < 1)
+    displayListId = nrContext::newId(1);
+  else
+    nrgl::DeleteLists(displayListId, 1);
+  nrGLAttrSet attrs;
+  bool drawable = beginDraw(attrs, context);
+  nrgl::NewList(displayListId, GL_COMPILE);
+  if (drawable) drawGeometry(attrs, nullptr);
+  nrgl::EndList();
+  context->isDirty(displayListId, version + 1);
+}
+
+// ---- picking ----
+
+void nrGeoSet::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  if (!coordSet || cullFace == nrContext::BOTH_CULL) return;
+  if (!boxBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  nrGLAttr coords;
+  static_cast<nrCoordSet*>(coordSet)->getGLAttr(coords);
+  const int* index = indicesOf(coordIndexSet);
+  int n = getDrawablePrimCount();
+  for (int p = 0, first = 0; p < n; ++p) {
+    int len = getPrimLen(p), v[3];
+    for (int t = 0; getPrimTri(first, len, t, v); ++t) {
+      nrVec3f a = elementOf(coords, index ? index[v[0]] : v[0]), b = elementOf(coords, index ? index[v[1]] : v[1]),
+              c = elementOf(coords, index ? index[v[2]] : v[2]);
+      isectTri(action, a, b, c, cullFace, p);
+    }
+    first += len;
+  }
 }
 
 // ---- limits and bounds ----

@@ -111,6 +111,9 @@ class nrGeoSet : public nrGeometry {
   virtual bool getPrimTri(int, int, int, int[3]) { return false; }
 
   void draw(nrDrawAction* action) override;
+  // Picks every triangle of the primitives (getPrimTri) under the set's own
+  // cull face; nothing under BOTH_CULL.
+  void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
   // Skips the primitives that face away (isPrimBpcFrontFacing), else as drawWithoutBpc.
   void drawWithBpc(nrDrawAction* action);
@@ -212,6 +215,8 @@ class nrGeoSet : public nrGeometry {
   void drawLengths(nrGLAttrSet& attrs, GLenum mode, const nrIntArray& lengths, nrDrawAction* bpcAction);
   // Draws through the display list once one is allocated (strips and fans).
   void drawCompiled(nrDrawAction* action);
+  // Records the display list, taking an id first when the set has none.
+  void compileList(nrCompileAction* action);
   // Line width and point size, from the set's field once written (the bit of
   // userSet), else from the application's state; recording is off meanwhile.
   void applyLineWidth(nrContext* context, float width);

@@ -1,6 +1,9 @@
 #include "nerio3d/geometry/nrGeometry.h"
 
+#include <cmath>
+
 #include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrContext.h"
@@ -51,6 +54,45 @@ void nrGeometry::cleanSideEffect(short index) {
   if (index != BOX_BOUND_FIELD) return;
   calcBound(boxBound);
   touchField(BOX_BOUND_FIELD);
+}
+
+void nrGeometry::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  const nrSeg& seg = action->getSeg();
+  float tNear = 0, tFar = 0;
+  if (!boxBound.isect(&seg, &tNear, &tFar)) return;
+  nrVec3f facing;
+  facing.negate(seg.dir);
+  action->hitGeometry(this, tNear, -1, facing);
+}
+
+int nrGeometry::isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
+                         int primIndex) {
+  const nrSeg& seg = action->getSeg();
+  nrVec3f ab, ac, normal;
+  ab.sub(b, a);
+  ac.sub(c, a);
+  normal.cross(ab, ac);
+  float facing = seg.dir.dot(normal);
+  if ((cullFace == nrContext::BACK_CULL && facing > 0) || (cullFace == nrContext::FRONT_CULL && facing < 0) ||
+      cullFace == nrContext::BOTH_CULL)
+    return 0;
+  if (std::fabs(facing) < 1e-15f) return 0;
+  nrVec3f toA;
+  toA.sub(a, seg.pos);
+  float t = toA.dot(normal) / facing;
+  if (t < 0 || t > seg.length) return 0;
+  // Barycentric coordinates of the point in the triangle's plane.
+  nrVec3f p, ap;
+  seg.getPoint(t, p);
+  ap.sub(p, a);
+  float d00 = ab.dot(ab), d01 = ab.dot(ac), d11 = ac.dot(ac), d20 = ap.dot(ab), d21 = ap.dot(ac);
+  float det = d00 * d11 - d01 * d01;
+  if (det == 0) return 0;
+  float u = (d11 * d20 - d01 * d21) / det, v = (d00 * d21 - d01 * d20) / det;
+  if (u < 0 || v < 0 || u + v > 1) return 0;
+  normal.normalize();
+  return action->hitGeometry(this, t, primIndex, normal);
 }
 
 nrContext* nrGeometry::contextOf(nrDrawAction* action) {

@@ -21,10 +21,17 @@ class nrGeometry : public nrContainer {
   ~nrGeometry() override;
 
   virtual void draw(nrDrawAction*) {}
-  virtual void isect(nrIsectAction*) {}
+  // Picks the box: a hit where the segment enters it, facing the segment.
+  virtual void isect(nrIsectAction* action);
   virtual void compile(nrCompileAction*) {}
   // The box around the contents, in the geometry's own coordinates.
   virtual void calcBound(nrBoxBound&) {}
+
+  // Picks triangle a b c (counter-clockwise seen from its front) as primitive
+  // primIndex: a segment meeting its back passes under BACK_CULL, one meeting
+  // its front under FRONT_CULL. Returns 1 when the action kept the hit.
+  int isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
+               int primIndex);
 
   void setBoxBound(const nrBoxBound& box);
   // The box, recomputed first when the contents changed in DYNAMIC mode.

@@ -191,4 +191,18 @@ nrTravDirective nrShape::transformVisit(nrTransformAction* action) {
   return nrTravCombine(action->preVisit(this), action->postVisit(this));
 }
 
-void nrShape::isect(nrIsectAction*) {}
+void nrShape::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  if (!sphereBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  nrPtrArray& path = action->getPath();
+  nrHit& hit = action->getHit();
+  for (unsigned i = 0; i < geometry.getCount(); ++i) {
+    nrGeometry* g = static_cast<nrGeometry*>(geometry[i]);
+    if (!g) continue;
+    path.append(g);
+    g->isect(action);
+    // A kept hit comes without a shape; this one names itself.
+    if (hit.getGeometry() == g && !hit.getShape()) hit.setShape(this);
+    path.setCount(path.getCount() - 1);
+  }
+}

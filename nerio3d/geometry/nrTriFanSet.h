@@ -14,6 +14,7 @@ class nrTriFanSet : public nrLengthGeoSet {
   ~nrTriFanSet() override;
 
   void draw(nrDrawAction* action) override { drawCompiled(action); }
+  void compile(nrCompileAction* action) override { compileList(action); }
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override { return fanTri(firstVertex, count, t, v); }
 
  protected:

@@ -17,6 +17,7 @@ class nrTriStripSet : public nrLengthGeoSet {
                                const nrVec2fArray& texCoords, const nrIntArray& lengths);
 
   void draw(nrDrawAction* action) override { drawCompiled(action); }
+  void compile(nrCompileAction* action) override { compileList(action); }
   // Consecutive triangles, every other one turned so all keep the strip's winding.
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override;
 

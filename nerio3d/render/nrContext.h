@@ -86,6 +86,8 @@ class nrContext : public nrObject {
   static nrContext* getCurrent();
   void makeCurrent(nrDrawable* drawable);
   static void releaseCurrent();
+  // The drawable this context was last made current on.
+  nrDrawable* getDrawable() const { return drawable; }
   ColorModeEnum getColorMode() const { return colorMode; }
 
   void setViewport(int x, int y, int w, int h);
