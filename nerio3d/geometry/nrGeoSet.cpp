@@ -542,23 +542,100 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
 // ---- VRML index lists ----
 
 int nrGeoSet::flattenVRMLIndices(nrMFInt* vrmlIndices, nrIndexSet* out, nrMFInt* primLengths) {
-  nrIntArray indices, lengths;
   const nrIntArray& in = vrmlIndices->getArray();
-  int count = 0;
-  for (unsigned i = 0; i < in.getCount(); ++i) {
-    if (in[i] >= 0) {
-      indices.append(in[i]);
+  const int* list = in.getArray();
+  unsigned n = in.getCount(), ends = 0;
+  for (unsigned i = 0; i < n; ++i) ends += list[i] < 0;
+  // Both results are sized exactly first and filled in place: lists of
+  // millions of indices cost two passes and no growth.
+  int* indices = nullptr;
+  if (out) {
+    out->setCount(n - ends);
+    indices = out->edit();
+  }
+  int* lengths = nullptr;
+  if (primLengths) {
+    primLengths->setCount(n && list[n - 1] >= 0 ? ends + 1 : ends);
+    lengths = primLengths->edit();
+  }
+  int count = 0, prims = 0;
+  for (unsigned i = 0; i < n; ++i) {
+    if (list[i] >= 0) {
+      if (indices) *indices++ = list[i];
       ++count;
     } else {
-      lengths.append(count);
+      if (lengths) lengths[prims] = count;
+      ++prims;
       count = 0;
     }
   }
-  if (count > 0) lengths.append(count);
-  if (out) out->set(indices);
+  if (count > 0 && lengths) lengths[prims++] = count;
+  if (out) out->changed();
   if (!primLengths) return 0;
-  primLengths->set(lengths);
-  return static_cast<int>(lengths.getCount());
+  primLengths->setCount(unsigned(prims));
+  return prims;
+}
+
+void nrGeoSet::indexAttribute(nrMFInt* list, nrIndexSet*& own, nrContainer*& member, short setField) {
+  nrContainer* target = coordIndexSet;
+  if (list->getCount() > 0) {
+    if (!own) {
+      own = new nrIndexSet;
+      own->ref();
+    }
+    target = own;
+  }
+  if (member != target) setRef(member, target, setField);
+  // An empty list leaves the coordinates' indices, now shared, as they are.
+  if (target == own) flattenVRMLIndices(list, own, nullptr);
+}
+
+void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
+  nrContainer** sets[] = {&coordIndexSet, &normalIndexSet, &colorIndexSet, &texCoordIndexSet};
+  // Copying shares references without releasing what was held before.
+  for (nrContainer** s : sets) {
+    unrefer(*s);
+    *s = nullptr;
+  }
+  nrGeometry::copy(from, table);
+  for (nrContainer** s : sets) {
+    unrefer(*s);
+    *s = nullptr;
+  }
+  if (from->isOfType(getClassType())) userSet = static_cast<nrGeoSet*>(from)->userSet;
+  setCoordIndexSet(new nrIndexSet);
+}
+
+void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
+  cleanPendingFields();
+  if (writeHeader(out)) return;
+  FILE* f = out->getStream();
+  const struct {
+    nrContainer* set;
+    const char* name;
+  } attributes[] = {{coordSet, "coord"}, {normalSet, "normal"}, {colorSet, "color"}, {texCoordSet, "texCoord"}};
+  for (const auto& a : attributes) {
+    if (!a.set) continue;
+    out->indent();
+    fprintf(f, "%s ", a.name);
+    a.set->write(out);
+    fputs("\n", f);
+  }
+  for (int i = 0; i < count; ++i) {
+    nrFieldInfo* info = getType()->getFieldInfo(ownFields[i]);
+    if (info->getFieldType() != nrSFUByte::getClassType()) {
+      info->write(out, this);
+    } else if (!info->isDefault(this)) {
+      // The file syntax spells its flags as words.
+      out->indent();
+      fprintf(f, "%s %s\n", info->getName().getString(),
+              static_cast<nrSFUByte*>(getField(ownFields[i]))->get() ? "TRUE" : "FALSE");
+    }
+  }
+  out->decLevel();
+  out->indent();
+  fputs("}", f);
+  fflush(f);
 }
 
 // ---- per-primitive back-face culling ----
