@@ -21,6 +21,7 @@ NR_DEFINE_TYPE(nrIndexedFaceSet, nrPolySet, "IndexedFaceSet") {
 nrIndexedFaceSet::nrIndexedFaceSet(nrType* type)
     : nrPolySet(type),
       pending(0),
+      normalIndexFromSet(false),
       ownNormalIndexSet(nullptr),
       ownColorIndexSet(nullptr),
       ownTexCoordIndexSet(nullptr) {
@@ -64,6 +65,7 @@ void nrIndexedFaceSet::fieldChanged(short index) {
       schedule(TEX_COORD_PENDING);
       break;
     case NORMAL_INDEX_FIELD:
+      normalIndexFromSet = false;
       schedule(NORMAL_PENDING);
       break;
     default:
@@ -92,6 +94,7 @@ void nrIndexedFaceSet::schedule(int conversions) {
 
 void nrIndexedFaceSet::cleanSideEffect(short index) {
   if (pending) convert();
+  if (index == NORMAL_INDEX_FIELD && normalIndexFromSet) rebuildNormalIndex();
   nrPolySet::cleanSideEffect(index);
 }
 
@@ -108,7 +111,7 @@ void nrIndexedFaceSet::convert() {
     setPrimCount(flattenVRMLIndices(static_cast<nrMFInt*>(getField(COORD_INDEX_FIELD)),
                                     static_cast<nrIndexSet*>(coordIndexSet), lengths));
     // Attributes without lists of their own follow the coordinates.
-    if (!normalIndex.getCount()) todo |= NORMAL_PENDING;
+    if (!normalIndex.getCount() && !normalIndexFromSet) todo |= NORMAL_PENDING;
     if (!colorIndex.getCount()) todo |= COLOR_PENDING;
     if (!texCoordIndex.getCount()) todo |= TEX_COORD_PENDING;
   }
@@ -121,6 +124,36 @@ void nrIndexedFaceSet::convert() {
   if (todo & TEX_COORD_PENDING)
     indexAttribute(static_cast<nrMFInt*>(getField(TEX_COORD_INDEX_FIELD)), ownTexCoordIndexSet, texCoordIndexSet,
                    TEX_COORD_INDEX_SET_FIELD);
+}
+
+nrIndexSet* nrIndexedFaceSet::useNormalIndexSet(int count) {
+  pending &= ~NORMAL_PENDING;
+  if (!ownNormalIndexSet) {
+    ownNormalIndexSet = new nrIndexSet;
+    ownNormalIndexSet->ref();
+  }
+  if (normalIndexSet != ownNormalIndexSet) setNormalIndexSet(ownNormalIndexSet);
+  ownNormalIndexSet->setCount(unsigned(count > 0 ? count : 0));
+  normalIndexFromSet = true;
+  propagateSideEffect(NORMAL_INDEX_FIELD);
+  return ownNormalIndexSet;
+}
+
+// Read back into VRML form without reporting a change: the list only
+// catches up with the index set it already describes.
+void nrIndexedFaceSet::rebuildNormalIndex() {
+  normalIndexFromSet = false;
+  const nrIntArray& flat = ownNormalIndexSet->getArray();
+  unsigned corners = flat.getCount(), faces = unsigned(primCount), k = 0;
+  normalIndex.setCount(0);
+  normalIndex.setCount(corners + faces);
+  int* list = normalIndex.getArray();
+  unsigned slot = 0;
+  for (unsigned f = 0; f < faces && f < lengths.getCount(); ++f) {
+    for (int c = 0; c < lengths[f] && k < corners; ++c) list[slot++] = flat[k++];
+    list[slot++] = -1;
+  }
+  normalIndex.setCount(slot);
 }
 
 void nrIndexedFaceSet::copy(nrContainer* from, nrCloneTable* table) {

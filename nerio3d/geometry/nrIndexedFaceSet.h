@@ -54,6 +54,12 @@ class nrIndexedFaceSet : public nrPolySet {
   void setNormalIndex(int count, const int* values) { setList(normalIndex, count, values, NORMAL_INDEX_FIELD); }
   const nrIntArray& getNormalIndex() { return valid(normalIndex, NORMAL_INDEX_FIELD); }
 
+  // Puts the face set's own normal index set (made on first need) in use
+  // with count indices, one per face corner, for normal generation to fill
+  // in place and report with changed(). normalIndex is rebuilt from it, with
+  // the face ends, when it is next read.
+  nrIndexSet* useNormalIndexSet(int count);
+
   // Shares the values of from; the index sets are this set's own, made
   // again from the index lists.
   void copy(nrContainer* from, nrCloneTable* table) override;
@@ -75,7 +81,8 @@ class nrIndexedFaceSet : public nrPolySet {
   void convert();
   // Points the attribute's index set field at its own index set (made on
   // first need) filled from list, or at the coordinates' set when list is empty.
-  void convertAttr(short listField, nrIndexSet*& own, nrContainer*& member, short setField);
+  // normalIndex again from the normal index set given by useNormalIndexSet.
+  void rebuildNormalIndex();
 
   unsigned char ccw;
   unsigned char solid;
@@ -89,6 +96,8 @@ class nrIndexedFaceSet : public nrPolySet {
   unsigned char normalPerVertex;
 
   int pending;
+  // normalIndex waits to be rebuilt from the normal index set.
+  bool normalIndexFromSet;
   nrIndexSet* ownNormalIndexSet;
   nrIndexSet* ownColorIndexSet;
   nrIndexSet* ownTexCoordIndexSet;

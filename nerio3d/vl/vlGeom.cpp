@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrCoordSet.h"
 #include "nerio3d/geometry/nrIndexedFaceSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
@@ -12,55 +11,77 @@
 
 namespace {
 
-// Positions welded by their exact bytes: open addressing with linear probing
-// over a power-of-two table of at least twice the positions it can meet, so
-// probes stay short. Positions are numbered in the order they first appear.
+// Welds coordinates into positions by their exact bytes: open addressing
+// with linear probing over a power-of-two table of at least twice the
+// positions it can meet, so probes stay short. Positions are numbered in the
+// order their coordinates are given; each keeps the coordinate it was first
+// seen at, whose bytes are its key.
 class PositionTable {
  public:
-  explicit PositionTable(unsigned maxPositions) : keys(3 * maxPositions) {
-    unsigned size = 16;
-    while (size < 2 * maxPositions) size <<= 1;
-    mask = size - 1;
-    slots.setCount(size);
-    keys.setCount(3 * maxPositions);
+  PositionTable(const nrGLAttr& coords, unsigned maxPositions)
+      : coords(coords), slots(tableSize(maxPositions)), firstCoord(maxPositions) {
+    mask = slots.getSize() - 1;
   }
 
-  // The number of p, made on first sight.
-  int find(const float* p) {
-    uint32_t k[3];
-    memcpy(k, p, sizeof k);
-    uint64_t h = (uint64_t(k[0]) * 0x9E3779B97F4A7C15ull) ^ (uint64_t(k[1]) * 0xC2B2AE3D27D4EB4Full) ^
-                 (uint64_t(k[2]) * 0x165667B19E3779F9ull);
-    h ^= h >> 29;
-    h *= 0xBF58476D1CE4E5B9ull;
-    h ^= h >> 32;
-    int* slot = slots.getArray();
-    const int* stored = keys.getArray();
-    for (unsigned s = unsigned(h) & mask;; s = (s + 1) & mask) {
-      int entry = slot[s] - 1;  // slots hold number + 1; 0 is empty
-      if (entry < 0) {
-        int* key = keys.getArray() + 3 * count;
-        memcpy(key, k, sizeof k);
-        slot[s] = ++count;
-        return count - 1;
-      }
-      if (memcmp(stored + 3 * entry, k, sizeof k) == 0) return entry;
+  // Room for the coordinates to weld, in order; weld() overwrites it.
+  int* queue() { return firstCoord.getArray(); }
+  // Sets positionOf[c] to the position number + 1 of each of the first n
+  // coordinates queued. The table lies far beyond the caches on large sets,
+  // so each slot is fetched several coordinates ahead of its use.
+  void weld(int n, int* positionOf) {
+    enum { AHEAD = 8 };
+    int* queued = firstCoord.getArray();
+    for (int i = 0; i < n; ++i) {
+      if (i + AHEAD < n) __builtin_prefetch(slots.getArray() + (hash(queued[i + AHEAD]) & mask));
+      // Numbers never pass the queue's read position, so it is overwritten behind it.
+      int c = queued[i];
+      positionOf[c] = find(c) + 1;
     }
   }
   int getCount() const { return count; }
 
  private:
+  static unsigned tableSize(unsigned maxPositions) {
+    unsigned size = 16;
+    while (size < 2 * maxPositions) size <<= 1;
+    return size;
+  }
+  const unsigned char* bytesOf(int c) const { return coords.data + coords.stride * c; }
+  unsigned hash(int c) const {
+    uint32_t k[3];
+    memcpy(k, bytesOf(c), sizeof k);
+    uint64_t h = (uint64_t(k[0]) * 0x9E3779B97F4A7C15ull) ^ (uint64_t(k[1]) * 0xC2B2AE3D27D4EB4Full) ^
+                 (uint64_t(k[2]) * 0x165667B19E3779F9ull);
+    h ^= h >> 29;
+    h *= 0xBF58476D1CE4E5B9ull;
+    return unsigned(h ^ h >> 32);
+  }
+  // The number of the position of coordinate c, made on first sight.
+  int find(int c) {
+    int* slot = slots.getArray();
+    int* first = firstCoord.getArray();
+    for (unsigned s = hash(c) & mask;; s = (s + 1) & mask) {
+      int entry = slot[s] - 1;  // slots hold number + 1; 0 is empty
+      if (entry < 0) {
+        first[count] = c;
+        slot[s] = ++count;
+        return count - 1;
+      }
+      if (memcmp(bytesOf(first[entry]), bytesOf(c), 3 * sizeof(float)) == 0) return entry;
+    }
+  }
+
+  const nrGLAttr& coords;
   nrIntArray slots;
-  nrIntArray keys;
+  nrIntArray firstCoord;
   unsigned mask;
   int count = 0;
 };
 
-// A zeroed array of n elements in one allocation.
-template <typename A>
-void size(A& array, unsigned n) {
-  array.setSize(n ? n : 1);
-  array.setCount(n);
+// (x, y, z) scaled to unit length; a zero vector stays zero.
+inline nrVec3f unit(float x, float y, float z) {
+  float length = std::sqrt(x * x + y * y + z * z);
+  return length > 0 ? nrVec3f(x / length, y / length, z / length) : nrVec3f(x, y, z);
 }
 
 }  // namespace
@@ -91,103 +112,97 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
       vlDebugError::post("vlGeom::computeNorms", "Coordinate index %d out of range", index[k]);
       return;
     }
-  auto coordOf = [&](int k) { return reinterpret_cast<const float*>(coords.data + coords.stride * index[k]); };
-  auto position = [&](int k) {
-    const float* c = coordOf(k);
-    return nrVec3f(c[0], c[1], c[2]);
-  };
 
-  // Corner k lies at position cornerPosition[k]; a coordinate is hashed once,
-  // on its first use (positionOf holds its position + 1).
+  // Each array is allocated once at its final size (zeroed where it must
+  // start at zero): on large sets first touches of memory dominate.
+
+  // The position of each coordinate used (stored + 1): the coordinates are
+  // queued in order of first use, which numbers the positions by first
+  // appearance, and welded. Then the number of corners at each position (in
+  // groupEnd[p + 1]) and where each position's corners start.
   unsigned maxPositions = corners < unsigned(coordCount) ? corners : unsigned(coordCount);
-  PositionTable table(maxPositions);
-  nrIntArray positionOf, cornerPosition, groupStart;
-  size(positionOf, unsigned(coordCount));
-  size(cornerPosition, corners);
-  size(groupStart, maxPositions + 1);
-  int* positionOfCoord = positionOf.getArray();
-  int* cornerPos = cornerPosition.getArray();
-  int* start = groupStart.getArray();
-  for (unsigned k = 0; k < corners; ++k) {
-    int& p = positionOfCoord[index[k]];
-    if (!p) p = table.find(coordOf(int(k))) + 1;
-    cornerPos[k] = p - 1;
-    ++start[p];
+  nrIntArray positionArray(static_cast<unsigned>(coordCount)), groupEndArray(maxPositions + 1);
+  int* positionOf = positionArray.getArray();
+  int* groupEnd = groupEndArray.getArray();
+  int positions;
+  {
+    PositionTable table(coords, maxPositions);
+    int* queue = table.queue();
+    int queued = 0;
+    for (unsigned k = 0; k < corners; ++k)
+      if (!positionOf[index[k]]) {
+        positionOf[index[k]] = -1;
+        queue[queued++] = index[k];
+      }
+    table.weld(queued, positionOf);
+    positions = table.getCount();
   }
-  int positions = table.getCount();
-  for (int p = 0; p < positions; ++p) start[p + 1] += start[p];
+  for (unsigned k = 0; k < corners; ++k) ++groupEnd[positionOf[index[k]]];
+  for (int p = 0; p < positions; ++p) groupEnd[p + 1] += groupEnd[p];
 
-  // Face normals, and the (face, corner) pairs of each position in walk order.
-  nrVec3fArray faceNormalArray;
-  nrIntArray pairArray, fillArray;
-  size(faceNormalArray, unsigned(faces));
-  size(pairArray, 2 * corners);
-  size(fillArray, unsigned(positions));
+  // Face normals, and each position's corners in walk order (the fill moves
+  // groupEnd[p] from the group's start to its end). Until a corner gets its
+  // normal number, its slot in the normal index set holds its face.
+  nrIndexSet* normalIndexSet = set->useNormalIndexSet(int(corners));
+  int* cornerNormal = normalIndexSet->edit();
+  nrVec3fArray faceNormalArray(static_cast<unsigned>(faces));
+  nrIntArray groupArray(corners);
   nrVec3f* faceNormal = faceNormalArray.getArray();
-  int* pairs = pairArray.getArray();
-  int* fill = fillArray.getArray();
+  int* groups = groupArray.getArray();
+  auto coordOf = [&](int k) { return reinterpret_cast<const float*>(coords.data + coords.stride * index[k]); };
   for (int f = 0, k = 0; f < faces; ++f) {
     int len = lengths[f];
     if (len >= 3) {
-      nrVec3f p0(position(k)), p1(position(k + 1)), p2(position(k + 2)), e1, e2;
-      e1.sub(p1, p0);
-      e2.sub(p2, p0);
-      faceNormal[f].cross(e1, e2);
-      faceNormal[f].normalize();
+      const float *p0 = coordOf(k), *p1 = coordOf(k + 1), *p2 = coordOf(k + 2);
+      float a[3] = {p1[0] - p0[0], p1[1] - p0[1], p1[2] - p0[2]};
+      float b[3] = {p2[0] - p0[0], p2[1] - p0[1], p2[2] - p0[2]};
+      faceNormal[f] = unit(a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]);
     }
-    for (int c = 0; c < len; ++c, ++k) {
-      int p = cornerPos[k];
-      int* pair = pairs + 2 * (start[p] + fill[p]++);
-      pair[0] = f;
-      pair[1] = k;
+    for (int end = k + len; k < end; ++k) {
+      groups[groupEnd[positionOf[index[k]] - 1]++] = k;
+      cornerNormal[k] = f;
     }
   }
 
-  // Corner k of face f stands at k + f in the VRML list, after one -1 per earlier face.
-  nrMFInt* normalIndex = static_cast<nrMFInt*>(set->getField(nrIndexedFaceSet::NORMAL_INDEX_FIELD));
-  normalIndex->setCount(corners + unsigned(faces));
-  int* list = normalIndex->edit();
-  for (int f = 0, end = 0; f < faces; ++f) {
-    end += lengths[f] + 1;
-    list[end - 1] = -1;
-  }
-
-  // Each position's pairs group around a seed: a later pair joins when its
-  // face normal is within the crease of the seed's, and leaves the list.
+  // Each position's corners group around a seed: a later corner joins when
+  // its face normal is within the crease of the seed's, and leaves the list
+  // (the last one moving into its place).
   float q = std::cos(creaseAngle);
-  nrVec3fArray normalArray;
-  size(normalArray, corners);
-  nrVec3f* normals = normalArray.getArray();
-  int m = 0;
-  for (int p = 0; p < positions; ++p) {
-    int* group = pairs + 2 * start[p];
-    int count = start[p + 1] - start[p];
+  nrNormalSet3f* normalSet = new nrNormalSet3f;
+  unsigned room = maxPositions;
+  normalSet->setCount(room);
+  nrVec3f* normals = normalSet->edit();
+  unsigned m = 0;
+  for (int p = 0, begin = 0; p < positions; begin = groupEnd[p++]) {
+    int* group = groups + begin;
+    int count = groupEnd[p] - begin;
     for (int seed = 0; seed < count; ++seed, ++m) {
-      const nrVec3f& n0 = faceNormal[group[2 * seed]];
-      list[group[2 * seed + 1] + group[2 * seed]] = m;
-      nrVec3f sum = n0;
+      const nrVec3f n0 = faceNormal[cornerNormal[group[seed]]];
+      cornerNormal[group[seed]] = int(m);
+      float sum[3] = {n0[0], n0[1], n0[2]};
       int joined = 1;
       for (int j = seed + 1; j < count;) {
-        int* pair = group + 2 * j;
-        const nrVec3f& n = faceNormal[pair[0]];
+        const nrVec3f& n = faceNormal[cornerNormal[group[j]]];
         if (n.dot(n0) > q) {
-          sum.add(sum, n);
+          sum[0] += n[0];
+          sum[1] += n[1];
+          sum[2] += n[2];
           ++joined;
-          list[pair[1] + pair[0]] = m;
-          --count;
-          pair[0] = group[2 * count];
-          pair[1] = group[2 * count + 1];
+          cornerNormal[group[j]] = int(m);
+          group[j] = group[--count];
         } else {
           ++j;
         }
       }
-      normals[m].set(sum[0] / joined, sum[1] / joined, sum[2] / joined);
-      normals[m].normalize();
+      if (m == room) {
+        normalSet->setCount(room += maxPositions);
+        normals = normalSet->edit();
+      }
+      normals[m] = unit(sum[0] / joined, sum[1] / joined, sum[2] / joined);
     }
   }
-
-  nrNormalSet3f* normalSet = new nrNormalSet3f;
-  normalSet->setRange(0, unsigned(m), normals);
+  normalSet->setCount(m);
+  normalIndexSet->changed();
   set->setNormalSet(normalSet);
   set->setNormalPerVertex(1);
 }
