@@ -9,11 +9,11 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
-#include "nerio3d/geometry/nrColorSet.h"
-#include "nerio3d/geometry/nrCoordSet.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexSet.h"
-#include "nerio3d/geometry/nrNormalSet.h"
-#include "nerio3d/geometry/nrTexCoordSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrGL.h"
 #include "nerio3d/render/nrMaterial.h"
@@ -307,8 +307,12 @@ bool nrGeoSet::beginDraw(nrGLAttrSet& attrs, nrContext* context) {
     attrs.color.index = indicesOf(colorIndexSet);
     bool screenDoor = shadow.transpEnable && (shadow.transpMode == nrContext::FAST_TRANSP ||
                                               shadow.transpMode == nrContext::SCREEN_DOOR_TRANSP);
-    overallDraw = (screenDoor ? overallScrDoorFuncs : overallFuncs)[drawCode & 7];
-    perPrimDraw = (screenDoor ? perPrimScrDoorFuncs : perPrimFuncs)[(drawCode >> 3) & 7];
+    // Tables picked through pointers: GCC without optimisation read a zero
+    // from a conditional between the two arrays indexed directly.
+    const DrawFunc* overall = screenDoor ? overallScrDoorFuncs : overallFuncs;
+    const DrawFunc* perPrim = screenDoor ? perPrimScrDoorFuncs : perPrimFuncs;
+    overallDraw = overall[drawCode & 7];
+    perPrimDraw = perPrim[(drawCode >> 3) & 7];
   } else if (shadow.materialModeEnable == nrContext::COLOR_MATERIAL) {
     nrgl::Color4f(1, 1, 1, 1);
   }
@@ -610,15 +614,24 @@ void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
   cleanPendingFields();
   if (writeHeader(out)) return;
   FILE* f = out->getStream();
+  // Attribute sets of the kinds the file format knows take its class names.
   const struct {
     nrContainer* set;
-    const char* name;
-  } attributes[] = {{coordSet, "coord"}, {normalSet, "normal"}, {colorSet, "color"}, {texCoordSet, "texCoord"}};
+    const char* field;
+    nrType* vrmlType;
+    const char* vrmlName;
+  } attributes[] = {{coordSet, "coord", nrCoordSet3f::getClassType(), "Coordinate"},
+                    {normalSet, "normal", nrNormalSet3f::getClassType(), "Normal"},
+                    {colorSet, "color", nrColorSet3f::getClassType(), "Color"},
+                    {texCoordSet, "texCoord", nrTexCoordSet2f::getClassType(), "TextureCoordinate"}};
   for (const auto& a : attributes) {
     if (!a.set) continue;
     out->indent();
-    fprintf(f, "%s ", a.name);
-    a.set->write(out);
+    fprintf(f, "%s ", a.field);
+    if (a.set->getType() == a.vrmlType)
+      a.set->writeAs(out, a.vrmlName);
+    else
+      a.set->write(out);
     fputs("\n", f);
   }
   for (int i = 0; i < count; ++i) {
@@ -632,10 +645,7 @@ void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
               static_cast<nrSFUByte*>(getField(ownFields[i]))->get() ? "TRUE" : "FALSE");
     }
   }
-  out->decLevel();
-  out->indent();
-  fputs("}", f);
-  fflush(f);
+  writeClose(out);
 }
 
 // ---- per-primitive back-face culling ----

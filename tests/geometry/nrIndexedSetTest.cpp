@@ -131,7 +131,7 @@ TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
   s->setCoordIndex(4, tri);
   s->setSolid(0);
   std::string text = nrtest::writeToString([&](nrOutput* out) { out->write(s); });
-  EXPECT_EQ(text.rfind("\nIndexedFaceSet {\n  coord \n  CoordSet3f {\n", 0), 0u) << text;
+  EXPECT_EQ(text.rfind("\nIndexedFaceSet {\n  coord \n  Coordinate {\n    point [\n", 0), 0u) << text;
   EXPECT_NE(text.find("\n  solid FALSE\n  coordIndex [\n  0,\n"), std::string::npos) << text;
   for (const char* derived : {"IndexSet", "Bind", "primCount", "polyLength", "cullFace", "boxBound", "ccw"})
     EXPECT_EQ(text.find(derived), std::string::npos) << derived << " in " << text;
