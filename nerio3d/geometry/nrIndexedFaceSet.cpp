@@ -37,12 +37,6 @@ nrIndexedFaceSet::~nrIndexedFaceSet() {
   destroyFieldContents(classType);
 }
 
-void nrIndexedFaceSet::setList(nrIntArray& list, int count, const int* values, short index) {
-  list.setCount(0);
-  if (count > 0) list.setRange(0, unsigned(count), values);
-  fieldChanged(index);
-}
-
 void nrIndexedFaceSet::fieldChanged(short index) {
   switch (index) {
     case CCW_FIELD:

@@ -75,7 +75,6 @@ class nrIndexedFaceSet : public nrPolySet {
   // Conversions waiting for the next use of the set, a bit per index list.
   enum { COORD_PENDING = 1, NORMAL_PENDING = 2, COLOR_PENDING = 4, TEX_COORD_PENDING = 8, ALL_PENDING = 15 };
 
-  void setList(nrIntArray& list, int count, const int* values, short index);
   // Records conversions and marks the fields they produce as pending.
   void schedule(int conversions);
   void convert();

@@ -22,12 +22,6 @@ nrIndexedLineSet::~nrIndexedLineSet() {
   destroyFieldContents(classType);
 }
 
-void nrIndexedLineSet::setList(nrIntArray& list, int count, const int* values, short index) {
-  list.setCount(0);
-  if (count > 0) list.setRange(0, unsigned(count), values);
-  fieldChanged(index);
-}
-
 void nrIndexedLineSet::fieldChanged(short index) {
   switch (index) {
     case COORD_INDEX_FIELD:

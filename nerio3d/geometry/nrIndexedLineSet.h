@@ -39,8 +39,6 @@ class nrIndexedLineSet : public nrLineStripSet {
   void fieldChanged(short index) override;
 
  private:
-  void setList(nrIntArray& list, int count, const int* values, short index);
-
   nrIntArray coordIndex;
   nrIntArray colorIndex;
   unsigned char colorPerVertex;
