@@ -74,6 +74,8 @@ void nrIndexedFaceSet::fieldChanged(short index) {
 // The side effects sit on the fields a conversion produces, so reading any of
 // them (or the box, or drawing, picking and writing) converts first.
 void nrIndexedFaceSet::schedule(int conversions) {
+  // Lists read one element at a time land here for every element.
+  if ((pending & conversions) == conversions) return;
   pending |= conversions;
   if (conversions & COORD_PENDING) {
     boundChanged();
@@ -156,9 +158,8 @@ void nrIndexedFaceSet::copy(nrContainer* from, nrCloneTable* table) {
 }
 
 void nrIndexedFaceSet::write(nrOutput* out) {
-  static const short fields[] = {CCW_FIELD,           SOLID_FIELD,           CONVEX_FIELD,
-                                 CREASE_ANGLE_FIELD,  COORD_INDEX_FIELD,     COLOR_INDEX_FIELD,
-                                 TEX_COORD_INDEX_FIELD, NORMAL_INDEX_FIELD,  COLOR_PER_VERTEX_FIELD,
-                                 NORMAL_PER_VERTEX_FIELD};
+  static const short fields[] = {
+      CCW_FIELD,         SOLID_FIELD,           CONVEX_FIELD,       CREASE_ANGLE_FIELD,     COORD_INDEX_FIELD,
+      COLOR_INDEX_FIELD, TEX_COORD_INDEX_FIELD, NORMAL_INDEX_FIELD, COLOR_PER_VERTEX_FIELD, NORMAL_PER_VERTEX_FIELD};
   writeVRML(out, fields, int(sizeof fields / sizeof fields[0]));
 }

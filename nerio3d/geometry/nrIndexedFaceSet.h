@@ -47,9 +47,7 @@ class nrIndexedFaceSet : public nrPolySet {
   const nrIntArray& getCoordIndex() { return valid(coordIndex, COORD_INDEX_FIELD); }
   void setColorIndex(int count, const int* values) { setList(colorIndex, count, values, COLOR_INDEX_FIELD); }
   const nrIntArray& getColorIndex() { return valid(colorIndex, COLOR_INDEX_FIELD); }
-  void setTexCoordIndex(int count, const int* values) {
-    setList(texCoordIndex, count, values, TEX_COORD_INDEX_FIELD);
-  }
+  void setTexCoordIndex(int count, const int* values) { setList(texCoordIndex, count, values, TEX_COORD_INDEX_FIELD); }
   const nrIntArray& getTexCoordIndex() { return valid(texCoordIndex, TEX_COORD_INDEX_FIELD); }
   void setNormalIndex(int count, const int* values) { setList(normalIndex, count, values, NORMAL_INDEX_FIELD); }
   const nrIntArray& getNormalIndex() { return valid(normalIndex, NORMAL_INDEX_FIELD); }

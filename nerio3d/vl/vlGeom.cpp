@@ -56,18 +56,22 @@ class PositionTable {
     h *= 0xBF58476D1CE4E5B9ull;
     return unsigned(h ^ h >> 32);
   }
-  // The number of the position of coordinate c, made on first sight.
+  // The number of the position of coordinate c, made on first sight. A slot
+  // holds the number + 1 in the bits below the table size (0: empty) and the
+  // hash bits above them, so that other keys rarely need comparing.
   int find(int c) {
-    int* slot = slots.getArray();
+    unsigned* slot = reinterpret_cast<unsigned*>(slots.getArray());
     int* first = firstCoord.getArray();
-    for (unsigned s = hash(c) & mask;; s = (s + 1) & mask) {
-      int entry = slot[s] - 1;  // slots hold number + 1; 0 is empty
-      if (entry < 0) {
+    unsigned h = hash(c), tag = h & ~mask;
+    for (unsigned s = h & mask;; s = (s + 1) & mask) {
+      unsigned held = slot[s];
+      if (!held) {
         first[count] = c;
-        slot[s] = ++count;
+        slot[s] = tag | unsigned(++count);
         return count - 1;
       }
-      if (memcmp(bytesOf(first[entry]), bytesOf(c), 3 * sizeof(float)) == 0) return entry;
+      int entry = int(held & mask) - 1;
+      if ((held & ~mask) == tag && memcmp(bytesOf(first[entry]), bytesOf(c), 3 * sizeof(float)) == 0) return entry;
     }
   }
 
@@ -198,7 +202,11 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
         normalSet->setCount(room += maxPositions);
         normals = normalSet->edit();
       }
-      normals[m] = unit(sum[0] / joined, sum[1] / joined, sum[2] / joined);
+      // The mean, divided in double precision and rounded once, equals the
+      // single-precision quotient; divided as floats the compiler packs the
+      // three into one vector division whose unused lanes hit a slow path.
+      double divisor = joined;
+      normals[m] = unit(float(sum[0] / divisor), float(sum[1] / divisor), float(sum[2] / divisor));
     }
   }
   normalSet->setCount(m);
