@@ -7,6 +7,8 @@
 #include "nerio3d/geometry/nrColorSet4f.h"
 #include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nrCapture.h"
 #include "nrGeometryFixture.h"
@@ -216,6 +218,20 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   nrGLRecorder rec;
   s->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
+
+  // Under a perspective camera the view vector is the eye: behind the plane
+  // of the first triangle it faces away, in front of it towards the eye.
+  nrPerspCamera* camera = make<nrPerspCamera>();
+  action->setCamera(camera);
+  action->apply(nullptr);
+  ASSERT_EQ(action->getOrthographic(), 0);
+  action->setViewVector(nrVec3f(-0.5f, 0, -5));
+  EXPECT_FALSE(s->isPrimBpcFrontFacing(0, action));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(1, action));
+  action->setViewVector(nrVec3f(-0.5f, 0, 0.1f));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(0, action));
+  action->setCamera(make<nrOrthoCamera>());
+  action->apply(nullptr);
 
   // Replacing the coordinates rebuilds the data: now the first faces away.
   s->setCoordSet(coords({{-1, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}));
