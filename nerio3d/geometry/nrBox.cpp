@@ -38,8 +38,7 @@ void nrBox::fieldChanged(short index) {
 void nrBox::calcBound(nrBoxBound& box) {
   nrVec3f half;
   half.scale(0.5f, size);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, half);
 }
 
 void nrBox::draw(nrDrawAction* action) {

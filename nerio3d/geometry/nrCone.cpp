@@ -43,9 +43,7 @@ void nrCone::fieldChanged(short index) {
 }
 
 void nrCone::calcBound(nrBoxBound& box) {
-  nrVec3f half(bottomRadius, height / 2, bottomRadius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(bottomRadius, height / 2, bottomRadius));
 }
 
 void nrCone::draw(nrDrawAction* action) {

@@ -111,9 +111,7 @@ void nrCylinder::fieldChanged(short index) {
 }
 
 void nrCylinder::calcBound(nrBoxBound& box) {
-  nrVec3f half(radius, height / 2, radius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(radius, height / 2, radius));
 }
 
 void nrCylinder::draw(nrDrawAction* action) {

@@ -83,6 +83,11 @@ class nrGeometry : public nrContainer {
   static bool solveQuadratic(float a, float b, float c, float& t0, float& t1);
   // The context drawn into: the action's, else the thread's current one.
   static nrContext* contextOf(nrDrawAction* action);
+  // The box of half-extents half around center.
+  static void boxAround(nrBoxBound& box, const nrVec3f& center, const nrVec3f& half) {
+    box.min.sub(center, half);
+    box.max.add(center, half);
+  }
   // Solids carry no colours: colour material is switched off, and they are
   // culled like sets that leave the cull face to the application (recording off).
   static void beginSolid(nrContext* context);

@@ -85,9 +85,7 @@ void nrSphere::fieldChanged(short index) {
 }
 
 void nrSphere::calcBound(nrBoxBound& box) {
-  nrVec3f half(radius, radius, radius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(radius, radius, radius));
 }
 
 void nrSphere::draw(nrDrawAction* action) {
