@@ -12,8 +12,9 @@ class nrArraySet : public Base {
   typedef typename A::ElementType T;
   enum { ARRAY_FIELD = 0 };
 
-  // Reads bring the array up to date first; getCount also answers the
-  // attribute sets' virtual getCount.
+  // Reads bring the array up to date first. getCount also answers the
+  // attribute sets' virtual getCount, which the index set's base lacks, so
+  // no member here is marked override (one marked would call for all).
   unsigned getCount() {
     this->validateField(ARRAY_FIELD);
     return array.getCount();
@@ -66,10 +67,10 @@ class nrArraySet : public Base {
     if (block && stride > 0 && offset >= 0 && block->getSize() >= unsigned(offset) + size)
       array.setCount((block->getSize() - unsigned(offset) - size) / unsigned(stride) + 1);
   }
-  ~nrArraySet() override { this->destroyFieldContents(Derived::getClassType()); }
+  ~nrArraySet() { this->destroyFieldContents(Derived::getClassType()); }
 
   // Referring sets learn of every change (their bound and compiled drawing depend on it).
-  void fieldChanged(short index) override {
+  void fieldChanged(short index) {
     this->notifyParents(index);
     this->touchField(index);
   }
