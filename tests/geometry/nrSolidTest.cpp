@@ -1,4 +1,5 @@
 #include <cmath>
+#include <vector>
 
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/geometry/nrBox.h"
@@ -112,6 +113,16 @@ TEST_F(Solid, BoundsComeFromTheFields) {
                {cone, {-3, -1, -3}, {3, 1, 3}},
                {cylinder, {-1, -5, -1}, {1, 5, 1}},
                {sphere, {-0.5f, -0.5f, -1.5f}, {0.5f, 0.5f, -0.5f}}};
+  // The scene reader sets the VRML fields by these names.
+  const struct {
+    nrGeometry* solid;
+    std::vector<const char*> names;
+  } vrml[] = {{box, {"size", "center"}},
+              {cone, {"bottomRadius", "height", "side", "bottom", "center"}},
+              {cylinder, {"radius", "height", "side", "top", "bottom", "center"}},
+              {sphere, {"center", "radius"}}};
+  for (const auto& v : vrml)
+    for (const char* name : v.names) EXPECT_NE(v.solid->getField(name), nullptr) << name;
   for (const auto& c : cases) {
     EXPECT_EQ(c.solid->getBoxBound().min, c.min) << c.solid->getType()->getName();
     EXPECT_EQ(c.solid->getBoxBound().max, c.max) << c.solid->getType()->getName();
