@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrColorInterpolator, nrInterpolator, "ColorInterpolator") {
 
 nrColorInterpolator::nrColorInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrColorInterpolator::~nrColorInterpolator() { destroyFieldContents(getClassType()); }

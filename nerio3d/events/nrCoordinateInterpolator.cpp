@@ -11,7 +11,7 @@ NR_DEFINE_TYPE(nrCoordinateInterpolator, nrInterpolator, "CoordinateInterpolator
 
 nrCoordinateInterpolator::nrCoordinateInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrCoordinateInterpolator::~nrCoordinateInterpolator() { destroyFieldContents(getClassType()); }

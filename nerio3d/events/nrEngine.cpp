@@ -9,13 +9,11 @@ NR_DEFINE_TYPE(nrEngine, nrNode, "Engine") {
 nrEngine::nrEngine(nrType* type)
     : nrNode(type), inputs(1), outputs(1), triggerField(nullptr), busy(false), evaluating(false) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrEngine::~nrEngine() { destroyFieldContents(getClassType()); }
 
-// Safe to run again from each constructor of the class chain: routes that
-// exist already are not made twice.
 void nrEngine::initEngine() {
   triggerField = getField(TRIGGER_FIELD);
   const nrShortArray& in = type->getEngineInputs();
@@ -73,8 +71,14 @@ void nrEngine::cleanFieldInputs(nrField* field) {
 
 void nrEngine::evalWrapper() {
   evaluating = true;
-  for (unsigned i = 0; i < inputs.getCount(); ++i)
-    if (inputs[i]->isDirty()) nrContainer::cleanFieldInputs(inputs[i]);
+  // The container's stale-input mask is tested first, so that inputs with
+  // nothing pending are not touched at all.
+  uint64_t stale = getStaleInputMask().getBits();
+  const nrShortArray& indices = type->getEngineInputs();
+  for (unsigned i = 0; i < inputs.getCount(); ++i) {
+    nrField* in = inputs[i];
+    if ((stale & nrField::staleBit(indices[i])) && in->isDirty()) nrContainer::cleanFieldInputs(in);
+  }
   eval();
   for (unsigned i = 0; i < outputs.getCount(); ++i) outputs[i]->setDirty(false);
   triggerField->setDirty(false);

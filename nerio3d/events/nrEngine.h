@@ -32,7 +32,9 @@ class nrEngine : public nrNode {
 
  protected:
   // Builds the instance lists from the type and routes each input into the
-  // trigger; every engine constructor calls it once its defaults are set.
+  // trigger. The constructor of the class that registered the object's type
+  // calls it once the defaults are set, when every field exists; a subclass
+  // with a type of its own calls it in its own constructor.
   void initEngine();
   // Pulls the stale inputs, runs eval() and clears the outputs and the trigger.
   void evalWrapper();

@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrInterpolator, nrEngine, "Interpolator") {
 
 nrInterpolator::nrInterpolator(nrType* type) : nrEngine(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrInterpolator::~nrInterpolator() { destroyFieldContents(getClassType()); }

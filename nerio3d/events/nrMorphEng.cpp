@@ -10,7 +10,7 @@ NR_DEFINE_TYPE(nrMorphEng, nrEngine, "MorphEng") {
 
 nrMorphEng::nrMorphEng(nrType* type) : nrEngine(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrMorphEng::~nrMorphEng() { destroyFieldContents(getClassType()); }

@@ -11,7 +11,7 @@ NR_DEFINE_TYPE(nrMorphEng3f, nrMorphEng, "MorphEng3f") {
 
 nrMorphEng3f::nrMorphEng3f(nrType* type) : nrMorphEng(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrMorphEng3f::~nrMorphEng3f() { destroyFieldContents(getClassType()); }

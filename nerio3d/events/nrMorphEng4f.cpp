@@ -11,7 +11,7 @@ NR_DEFINE_TYPE(nrMorphEng4f, nrMorphEng, "MorphEng4f") {
 
 nrMorphEng4f::nrMorphEng4f(nrType* type) : nrMorphEng(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrMorphEng4f::~nrMorphEng4f() { destroyFieldContents(getClassType()); }

@@ -11,7 +11,7 @@ NR_DEFINE_TYPE(nrNormalInterpolator, nrInterpolator, "NormalInterpolator") {
 
 nrNormalInterpolator::nrNormalInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrNormalInterpolator::~nrNormalInterpolator() { destroyFieldContents(getClassType()); }

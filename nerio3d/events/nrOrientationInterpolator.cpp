@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrOrientationInterpolator, nrInterpolator, "OrientationInterpolat
 
 nrOrientationInterpolator::nrOrientationInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrOrientationInterpolator::~nrOrientationInterpolator() { destroyFieldContents(getClassType()); }

@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrPositionInterpolator, nrInterpolator, "PositionInterpolator") {
 
 nrPositionInterpolator::nrPositionInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrPositionInterpolator::~nrPositionInterpolator() { destroyFieldContents(getClassType()); }

@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrScalarInterpolator, nrInterpolator, "ScalarInterpolator") {
 
 nrScalarInterpolator::nrScalarInterpolator(nrType* type) : nrInterpolator(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrScalarInterpolator::~nrScalarInterpolator() { destroyFieldContents(getClassType()); }

@@ -10,7 +10,7 @@ NR_DEFINE_TYPE(nrSelectorEng, nrEngine, "SelectorEng") {
 
 nrSelectorEng::nrSelectorEng(nrType* type) : nrEngine(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrSelectorEng::~nrSelectorEng() { destroyFieldContents(getClassType()); }

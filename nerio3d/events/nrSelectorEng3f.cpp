@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrSelectorEng3f, nrSelectorEng, "SelectorEng3f") {
 
 nrSelectorEng3f::nrSelectorEng3f(nrType* type) : nrSelectorEng(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrSelectorEng3f::~nrSelectorEng3f() { destroyFieldContents(getClassType()); }

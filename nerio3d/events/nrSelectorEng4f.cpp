@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrSelectorEng4f, nrSelectorEng, "SelectorEng4f") {
 
 nrSelectorEng4f::nrSelectorEng4f(nrType* type) : nrSelectorEng(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrSelectorEng4f::~nrSelectorEng4f() { destroyFieldContents(getClassType()); }

@@ -17,7 +17,7 @@ NR_DEFINE_TYPE(nrSpline, nrEngine, "Spline") {
 
 nrSpline::nrSpline(nrType* type) : nrEngine(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrSpline::~nrSpline() { destroyFieldContents(getClassType()); }

@@ -12,7 +12,7 @@ NR_DEFINE_TYPE(nrTransformEng, nrEngine, "TransformEng") {
 
 nrTransformEng::nrTransformEng(nrType* type) : nrEngine(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrTransformEng::~nrTransformEng() { destroyFieldContents(getClassType()); }

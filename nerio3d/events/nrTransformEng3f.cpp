@@ -11,7 +11,7 @@ NR_DEFINE_TYPE(nrTransformEng3f, nrTransformEng, "TransformEng3f") {
 
 nrTransformEng3f::nrTransformEng3f(nrType* type) : nrTransformEng(type) {
   initFieldDefaults(getClassType());
-  initEngine();
+  if (type == classType) initEngine();
 }
 
 nrTransformEng3f::~nrTransformEng3f() { destroyFieldContents(getClassType()); }
