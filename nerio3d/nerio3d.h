@@ -30,6 +30,7 @@
 #include "nerio3d/events/nrCoordinateInterpolator.h"
 #include "nerio3d/events/nrDispatch.h"
 #include "nerio3d/events/nrEngine.h"
+#include "nerio3d/events/nrEngineIO.h"
 #include "nerio3d/events/nrInterpolator.h"
 #include "nerio3d/events/nrMorphEng.h"
 #include "nerio3d/events/nrMorphEng3f.h"

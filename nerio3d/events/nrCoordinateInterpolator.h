@@ -2,21 +2,18 @@
 // n is the number of key values divided by the number of keys.
 #pragma once
 
+#include "nerio3d/events/nrEngineIO.h"
 #include "nerio3d/events/nrInterpolator.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSField.h"
 
-class nrCoordinateInterpolator : public nrInterpolator {
+class nrCoordinateInterpolator : public nrEngineIO<nrCoordinateInterpolator, nrInterpolator, nrMFVec3f, nrMFVec3f> {
   NR_DECLARE_CONTAINER_TYPE(nrCoordinateInterpolator)
 
   nrCoordinateInterpolator() : nrCoordinateInterpolator(getClassType()) {}
-  explicit nrCoordinateInterpolator(nrType* type);
-  ~nrCoordinateInterpolator() override;
+  explicit nrCoordinateInterpolator(nrType* type) : nrEngineIO(type) {}
 
-  void setKeyValue(const nrVec3fArray& values);
-  const nrVec3fArray& getValue();
+  void setKeyValue(const nrVec3fArray& values) { setInputList(values); }
 
-  void eval() override;
-
- protected:
-  nrVec3fArray keyValue;
-  nrVec3fArray value;
+  void eval() override { interpolateVectors(input, getValueField(), false); }
 };

@@ -41,13 +41,6 @@ class nrEngine : public nrNode {
   void cleanFieldInputs(nrField* field) override;
   void dirtyFieldOutputs(nrField* field) override;
 
-  // Sets a single-valued output held in member, so the change travels on.
-  template <typename T>
-  void setOutput(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-
   int trigger;
   nrFieldArray inputs;
   nrFieldArray outputs;

@@ -1,6 +1,7 @@
 // Base of the interpolators: maps a fraction to a value by piecewise-linear
 // interpolation over ascending keys, clamping outside them. An interpolator
-// without keys, or with fewer values than its keys need, sets nothing.
+// without keys, or with fewer values than its keys need, sets nothing and
+// prints nothing.
 #pragma once
 
 #include "nerio3d/events/nrEngine.h"
@@ -26,15 +27,19 @@ class nrInterpolator : public nrEngine {
   // outside the keys and exactly on a key. -1 when there are no keys.
   int getParam(float& t);
 
-  // The value for the fraction: keyValue[i] when t is 1, else blend(keyValue[i - 1],
-  // keyValue[i], t); false when there is nothing to interpolate.
+  // Sets value (held in member) for the fraction: keyValue[i] when t is 1,
+  // else blend(keyValue[i - 1], keyValue[i], t); nothing when there is
+  // nothing to interpolate. Without a blend, component-wise linear.
   template <typename Array, typename T, typename Blend>
-  bool interpolate(const Array& keyValue, T& result, Blend blend) {
+  void interpolate(const Array& keyValue, T& member, Blend blend) {
     float t;
     int i = getParam(t);
-    if (i < 0 || static_cast<unsigned>(i) >= keyValue.getCount()) return false;
-    result = t == 1 ? keyValue[i] : blend(keyValue[i - 1], keyValue[i], t);
-    return true;
+    if (i < 0 || static_cast<unsigned>(i) >= keyValue.getCount()) return;
+    setField(member, t == 1 ? keyValue[i] : blend(keyValue[i - 1], keyValue[i], t), VALUE_FIELD);
+  }
+  template <typename Array, typename T>
+  void interpolate(const Array& keyValue, T& member) {
+    interpolate(keyValue, member, [](const T& a, const T& b, float t) { return lerp(a, b, t); });
   }
   // Sets the n vectors of the fraction into value, n = keyValue count / key
   // count; key i owns entries i*n to i*n + n - 1.

@@ -21,7 +21,7 @@ class nrSelectorEng : public nrEngine {
   template <typename Array, typename T>
   void select(const Array& input, T& member) {
     if (selector >= 0 && static_cast<unsigned>(selector) < input.getCount())
-      setOutput(member, input[static_cast<unsigned>(selector)], VALUE_FIELD);
+      setField(member, input[static_cast<unsigned>(selector)], VALUE_FIELD);
   }
 
   int selector;

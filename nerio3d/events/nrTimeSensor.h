@@ -67,11 +67,6 @@ class nrTimeSensor : public nrNode {
 
  private:
   template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-  template <typename T>
   T read(const T& member, short index) {
     validateField(index);
     return member;

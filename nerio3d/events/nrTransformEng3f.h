@@ -2,21 +2,18 @@
 // included, no homogeneous division).
 #pragma once
 
+#include "nerio3d/events/nrEngineIO.h"
 #include "nerio3d/events/nrTransformEng.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSField.h"
 
-class nrTransformEng3f : public nrTransformEng {
+class nrTransformEng3f : public nrEngineIO<nrTransformEng3f, nrTransformEng, nrMFVec3f, nrMFVec3f> {
   NR_DECLARE_CONTAINER_TYPE(nrTransformEng3f)
 
   nrTransformEng3f() : nrTransformEng3f(getClassType()) {}
-  explicit nrTransformEng3f(nrType* type);
-  ~nrTransformEng3f() override;
+  explicit nrTransformEng3f(nrType* type) : nrEngineIO(type) {}
 
-  void setInput(const nrVec3fArray& points);
-  const nrVec3fArray& getValue();
+  void setInput(const nrVec3fArray& values) { setInputList(values); }
 
   void eval() override;
-
- protected:
-  nrVec3fArray input;
-  nrVec3fArray value;
 };

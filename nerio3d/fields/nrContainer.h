@@ -73,6 +73,13 @@ class nrContainer : public nrObject {
   void refer(nrContainer* value);
   void unrefer(nrContainer* old);
 
+  // Stores value in member (the storage of field index) and reports the
+  // change, as the field's own set does.
+  template <typename T>
+  void setField(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
   void validateField(short index);
   void touchField(short index);
   void notifyParents(short index);

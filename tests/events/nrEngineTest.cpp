@@ -175,6 +175,13 @@ TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
   EXPECT_EQ(copy->getValue(), 5.0f);
   EXPECT_EQ(s->evals, 1) << "brought up to date by the copy, untouched by the copy's changes";
 
+  // A route from the value back into the fraction: bringing the engine up to
+  // date (as a copy does) still comes to an end.
+  copy->connect(nrInterpolator::VALUE_FIELD, copy, nrInterpolator::FRACTION_FIELD);
+  copy->setFraction(0.25f);
+  copy->getValue();
+  copy->clone(nrContainer::COPY_CLONE)->unref();
+
   EXPECT_TRUE(nrEngine::isEngineOutput(copy, nrInterpolator::VALUE_FIELD));
   EXPECT_FALSE(nrEngine::isEngineOutput(copy, nrInterpolator::FRACTION_FIELD));
   nrMaterial* m = nrtest::held<nrMaterial>();
