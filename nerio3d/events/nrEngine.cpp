@@ -20,6 +20,8 @@ void nrEngine::initEngine() {
   const nrShortArray& out = type->getEngineOutputs();
   inputs.setCount(0);
   outputs.setCount(0);
+  inputs.setSize(in.getCount());
+  outputs.setSize(out.getCount());
   for (unsigned i = 0; i < in.getCount(); ++i) {
     nrField* f = getField(in[i]);
     inputs.append(f);
