@@ -13,6 +13,24 @@
 #include "nerio3d/audio/nrSound.h"
 #include "nerio3d/audio/nrSoundPlayer.h"
 #include "nerio3d/core/nrObject.h"
+#include "nerio3d/events/nrColorInterpolator.h"
+#include "nerio3d/events/nrCoordinateInterpolator.h"
+#include "nerio3d/events/nrEngine.h"
+#include "nerio3d/events/nrInterpolator.h"
+#include "nerio3d/events/nrMorphEng.h"
+#include "nerio3d/events/nrMorphEng3f.h"
+#include "nerio3d/events/nrMorphEng4f.h"
+#include "nerio3d/events/nrNormalInterpolator.h"
+#include "nerio3d/events/nrOrientationInterpolator.h"
+#include "nerio3d/events/nrPositionInterpolator.h"
+#include "nerio3d/events/nrScalarInterpolator.h"
+#include "nerio3d/events/nrSelectorEng.h"
+#include "nerio3d/events/nrSelectorEng3f.h"
+#include "nerio3d/events/nrSelectorEng4f.h"
+#include "nerio3d/events/nrSpline.h"
+#include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/events/nrTransformEng.h"
+#include "nerio3d/events/nrTransformEng3f.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
@@ -100,6 +118,24 @@ void nrObject::initClasses() {
   registerClass<nrSound>();
   registerClass<nrGroup>();
   registerClass<nrTransform>();
+  registerClass<nrEngine>();
+  registerClass<nrMorphEng>();
+  registerClass<nrMorphEng4f>();
+  registerClass<nrMorphEng3f>();
+  registerClass<nrTransformEng>();
+  registerClass<nrTransformEng3f>();
+  registerClass<nrSelectorEng>();
+  registerClass<nrSelectorEng4f>();
+  registerClass<nrSelectorEng3f>();
+  registerClass<nrSpline>();
+  registerClass<nrTimeSensor>();
+  registerClass<nrInterpolator>();
+  registerClass<nrColorInterpolator>();
+  registerClass<nrScalarInterpolator>();
+  registerClass<nrPositionInterpolator>();
+  registerClass<nrCoordinateInterpolator>();
+  registerClass<nrOrientationInterpolator>();
+  registerClass<nrNormalInterpolator>();
   registerClass<nrAudio>();
   registerClass<nrAudioSamples>();
 }
