@@ -36,8 +36,12 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrBillboard.h"
+#include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrInline.h"
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrSwitch.h"
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrCamera.h"
@@ -117,7 +121,11 @@ void nrObject::initClasses() {
   registerClass<nrLight>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrSwitch>();
+  registerClass<nrCollision>();
+  registerClass<nrInline>();
   registerClass<nrTransform>();
+  registerClass<nrBillboard>();
   registerClass<nrEngine>();
   registerClass<nrMorphEng>();
   registerClass<nrMorphEng4f>();
