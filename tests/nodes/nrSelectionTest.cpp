@@ -8,7 +8,6 @@
 #include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrInline.h"
 #include "nerio3d/nodes/nrLOD.h"
-#include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
@@ -17,6 +16,7 @@
 namespace {
 
 const nrVec3f red(1, 0, 0), green(0, 1, 0), blue(0, 0, 1), white(1, 1, 1), black(0, 0, 0);
+const nrSeg down(nrVec3f(0.5f, 0.5f, 10), nrVec3f(0, 0, -1), 100);
 
 template <typename G>
 G* groupOf(const char* name, std::initializer_list<nrNode*> children) {
@@ -69,22 +69,19 @@ class Selection : public nrtest::ContextTest {
 }  // namespace
 
 TEST(nrSelection, SceneFileNamesFindTheFieldsAtTheirIndices) {
-  nrContainer* nodes[] = {groupOf<nrSwitch>("", {}), groupOf<nrLOD>("", {}), groupOf<nrBillboard>("", {}),
+  nrContainer* nodes[] = {groupOf<nrSwitch>("", {}),    groupOf<nrLOD>("", {}),    groupOf<nrBillboard>("", {}),
                           groupOf<nrCollision>("", {}), groupOf<nrInline>("", {}), groupOf<nrGroup>("", {})};
   struct {
     int node;
     const char* name;
     int index;
-  } names[] = {{0, "whichChoice", 3}, {0, "choice", 2},         {1, "level", 2},     {1, "range", 5},
-               {1, "center", 4},      {1, "offsetOverride", 6}, {1, "whichChild", 3}, {2, "axisOfRotation", 5},
-               {2, "up", 7},          {3, "collide", 3},        {3, "proxy", 4},     {3, "bboxSize", 6},
-               {4, "url", 4},         {4, "bboxCenter", 5},     {4, "choice", 2},    {5, "choice", -1},
-               {5, "level", -1},      {0, "level", -1}};
+  } names[] = {{0, "whichChoice", 3}, {0, "choice", 2}, {1, "level", 2},    {1, "range", 5}, {1, "offsetOverride", 6},
+               {2, "up", 7},          {3, "proxy", 4},  {3, "bboxSize", 6}, {4, "url", 4},   {4, "bboxCenter", 5},
+               {5, "choice", -1},     {0, "level", -1}};
   for (const auto& n : names) {
     nrField* f = nodes[n.node]->getField(n.name);
     EXPECT_EQ(f ? f->getIndex() : -1, n.index) << nodes[n.node]->getType()->getName() << "." << n.name;
   }
-  EXPECT_STREQ(nodes[2]->getType()->mapEnum(nrBillboard::FORWARD_FIELD, nrBillboard::NEG_Y_AXIS), "NEG_Y_AXIS");
   for (nrContainer* c : nodes) c->unref();
 }
 
@@ -116,18 +113,25 @@ TEST(nrLOD, RangesAreBoundariesAndOnlyTenCanBeSet) {
   lod->unref();
 }
 
-TEST_F(Selection, SwitchVisitsTheChosenChildrenBetweenItsHooks) {
-  nrSwitch* sw = groupOf<nrSwitch>("s", {new tstQuad("a", red), new tstQuad("b", red), new tstQuad("c", red)});
+TEST_F(Selection, SwitchDrawsAndPicksTheChosenChildrenBetweenItsHooks) {
+  tstQuad* quads[] = {new tstQuad("a", red), new tstQuad("b", red), new tstQuad("c", red)};
+  nrSwitch* sw = groupOf<nrSwitch>("s", {quads[0], quads[1], quads[2]});
+  // The quads coincide: a pick keeps the first one it meets.
   struct {
     int which;
     const char* drawn;
     nrTravDirective result;
-  } cases[] = {{-2, "pre(s) a b c post(s) ", 0}, {1, "pre(s) b post(s) ", 0}, {5, "pre(s) post(s) ", 0},
-               {-3, "pre(s) post(s) ", 0},       {-1, "", 1}};
+    int hit;
+  } cases[] = {{-2, "pre(s) a b c post(s) ", 0, 0},
+               {1, "pre(s) b post(s) ", 0, 1},
+               {5, "pre(s) post(s) ", 0, -1},
+               {-3, "pre(s) post(s) ", 0, -1},
+               {-1, "", 1, -1}};
   for (const auto& c : cases) {
     sw->setWhichChild(c.which);
     EXPECT_EQ(draw(sw), c.result) << c.which;
     EXPECT_EQ(tstDrawn, c.drawn) << c.which;
+    EXPECT_EQ(pick(sw, down).getGeometry(), c.hit < 0 ? nullptr : quads[c.hit]->asGeometry()) << c.which;
   }
   sw->unref();
 }
@@ -148,9 +152,8 @@ TEST_F(Selection, LodDrawsTheChildOfTheRangeTheEyeIsIn) {
     float distance;
     int override, offset;
     const char* drawn;
-  } cases[] = {{3, 0, 0, ""},  {4, 0, 0, "a"},   {7.5f, 0, 0, "a"}, {8, 0, 0, "b"},  {16, 0, 0, "c"},
-               {31, 0, 0, "c"}, {32, 0, 0, ""},  {3, 1, 0, ""},     {4, 1, 0, "b"},  {8, 1, 0, "c"},
-               {16, 1, 0, "c"}, {32, 1, 0, ""},  {4, 0, 1, "b"},    {4, 2, 1, "c"}};
+  } cases[] = {{3, 0, 0, ""}, {4, 0, 0, "a"}, {8, 0, 0, "b"},  {31, 0, 0, "c"}, {32, 0, 0, ""},
+               {3, 1, 0, ""}, {4, 1, 0, "b"}, {16, 1, 0, "c"}, {4, 0, 1, "b"},  {4, 2, 1, "c"}};
   for (const auto& c : cases) {
     lod->setOffsetOverride(c.override);
     nrLOD::setOffset(c.offset);
@@ -166,29 +169,35 @@ TEST_F(Selection, LodDrawsTheChildOfTheRangeTheEyeIsIn) {
   lod->unref();
 }
 
-TEST_F(Selection, LodShowsAnotherChildAsTheCameraMovesThroughItsRanges) {
-  nrLOD* lod = groupOf<nrLOD>("l", {new tstQuad("r", red), new tstQuad("g", green), new tstQuad("b", blue)});
-  lod->setRange(0, 0, 5);
-  lod->setRange(1, 5, 10);
-  lod->setRange(2, 10, 20);
+TEST_F(Selection, LodShowsAndPicksAnotherChildAsTheCameraMovesThroughItsRanges) {
+  tstQuad* quads[] = {new tstQuad("r", red), new tstQuad("g", green), new tstQuad("b", blue)};
+  nrLOD* lod = groupOf<nrLOD>("l", {quads[0], quads[1], quads[2]});
+  for (int i = 0; i < 3; ++i) lod->setRange(i, float(5 * i), float(5 << i));
   struct {
     float z;
     nrVec3f seen;
-  } stops[] = {{3, red}, {6, green}, {12, blue}, {30, black}};
+    int hit;
+  } stops[] = {{3, red, 0}, {6, green, 1}, {12, blue, 2}, {30, black, -1}};
   for (const auto& s : stops) {
     camera->setPosition(0, 0, s.z);
     draw(lod);
     EXPECT_TRUE(pixel(34, 33).almostEqual(s.seen, 0.02f)) << s.z;
+    // Picking follows the last draw: nothing when that drew nothing.
+    EXPECT_EQ(pick(lod, down).getGeometry(), s.hit < 0 ? nullptr : quads[s.hit]->asGeometry()) << s.z;
   }
   lod->unref();
 }
 
-TEST_F(Selection, AxialBillboardShowsTheSameFaceToCamerasAllAround) {
-  nrBillboard* board = groupOf<nrBillboard>("", {new tstQuad("q", blue)});
+TEST_F(Selection, AxialBillboardShowsTheSameFaceAllAroundAndPicksItAsDrawn) {
+  tstQuad* quad = new tstQuad("q", blue);
+  nrBillboard* board = groupOf<nrBillboard>("", {quad});
+  // Along +x beside the quad's unturned plane: only the turned quad is met.
+  const nrSeg along(nrVec3f(-10, 0.5f, 0.3f), nrVec3f(1, 0, 0), 100);
+  EXPECT_EQ(pick(board, along).getGeometry(), nullptr);
   nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
   ortho->setWidth(4);
   ortho->setHeight(4);
-  for (nrCamera* cam : {static_cast<nrCamera*>(camera), static_cast<nrCamera*>(ortho)}) {
+  for (nrCamera* cam : {static_cast<nrCamera*>(ortho), static_cast<nrCamera*>(camera)}) {
     for (float degrees : {0.0f, 90.0f, 150.0f, 180.0f, 270.0f}) {
       float a = degrees * float(M_PI) / 180;
       cam->setPosition(5 * std::sin(a), 0.5f, 5 * std::cos(a));
@@ -198,64 +207,59 @@ TEST_F(Selection, AxialBillboardShowsTheSameFaceToCamerasAllAround) {
       EXPECT_TRUE(pixel(38, 33).almostEqual(blue, 0.02f)) << degrees;
     }
   }
+  // Last drawn from -x.
+  nrHit hit = pick(board, along);
+  EXPECT_EQ(hit.getGeometry(), quad->asGeometry());
+  EXPECT_TRUE(hit.getWorldPoint().almostEqual(nrVec3f(0, 0.5f, 0.3f), 1e-4f));
   ortho->unref();
   board->unref();
 }
 
 TEST_F(Selection, FacingRotationTurnsForwardToTheViewerAndKeepsTheChosenUp) {
-  // Forward (+z) and up (+y) of the children seen from three cameras looking
-  // at the origin: rolled by 0.5 on the z axis, tilted down from (0, 3, 4),
-  // and from the side at (4, 0, 3).
+  // Cameras looking at the origin: rolled by 0.5 on the z axis, tilted down
+  // from (0, 3, 4), from the side at (4, 0, 3), and straight down the axis.
   struct {
-    nrVec3f position;
-    nrRotation orientation;
-  } cameras[] = {{{0, 0, 5}, {0, 0, 1, 0.5f}}, {{0, 3, 4}, {1, 0, 0, -std::atan2(3.0f, 4.0f)}},
-                 {{4, 0, 3}, {0, 1, 0, std::atan2(4.0f, 3.0f)}}};
-  const nrVec3f rolledUp(-std::sin(0.5f), std::cos(0.5f), 0), y(0, 1, 0), z(0, 0, 1);
+    nrVec3f at;
+    nrRotation turn;
+  } cameras[] = {{{0, 0, 5}, {0, 0, 1, 0.5f}},
+                 {{0, 3, 4}, {1, 0, 0, -std::atan2(3.0f, 4.0f)}},
+                 {{4, 0, 3}, {0, 1, 0, std::atan2(4.0f, 3.0f)}},
+                 {{0, 5, 0}, {1, 0, 0, -float(M_PI / 2)}}};
+  const nrVec3f y(0, 1, 0), z(0, 0, 1), side(0.8f, 0, 0.6f), tilted(0, 0.6f, 0.8f), tiltedUp(0, 0.8f, -0.6f);
+  // Where the children's forward (+z) and up (+y) turn to; no rotation at all
+  // for an axial billboard seen along its axis.
   struct {
     int camera;
     nrBillboard::ModeEnum mode;
     nrVec3f forward, up;
-  } cases[] = {{0, nrBillboard::AXIAL, z, y},
-               {1, nrBillboard::AXIAL, z, y},
-               {2, nrBillboard::AXIAL, {0.8f, 0, 0.6f}, y},
-               {0, nrBillboard::POINT_SCREEN, z, rolledUp},
-               {1, nrBillboard::POINT_SCREEN, {0, 0.6f, 0.8f}, {0, 0.8f, -0.6f}},
-               {2, nrBillboard::POINT_SCREEN, {0.8f, 0, 0.6f}, y},
+  } cases[] = {{1, nrBillboard::AXIAL, z, y},
+               {2, nrBillboard::AXIAL, side, y},
+               {3, nrBillboard::AXIAL, z, y},
+               {0, nrBillboard::POINT_SCREEN, z, {-std::sin(0.5f), std::cos(0.5f), 0}},
+               {1, nrBillboard::POINT_SCREEN, tilted, tiltedUp},
+               {2, nrBillboard::POINT_SCREEN, side, y},
                {0, nrBillboard::POINT_OBJECT, z, y},
-               {1, nrBillboard::POINT_OBJECT, {0, 0.6f, 0.8f}, {0, 0.8f, -0.6f}},
-               {2, nrBillboard::POINT_OBJECT, {0.8f, 0, 0.6f}, y}};
+               {1, nrBillboard::POINT_OBJECT, tilted, tiltedUp}};
   nrBillboard* board = groupOf<nrBillboard>("", {});
   for (const auto& c : cases) {
-    const nrRotation& o = cameras[c.camera].orientation;
-    camera->setPosition(cameras[c.camera].position[0], cameras[c.camera].position[1], cameras[c.camera].position[2]);
+    const nrVec3f& at = cameras[c.camera].at;
+    const nrRotation& o = cameras[c.camera].turn;
+    camera->setPosition(at[0], at[1], at[2]);
     camera->setOrientation(o.axis[0], o.axis[1], o.axis[2], o.angle);
     board->setMode(c.mode);
     nrDrawAction action;
     action.setCamera(camera);
     action.apply(nullptr);
     nrMatrix4f R;
-    EXPECT_TRUE(board->calculateTransform(&action, R));
-    nrVec3f forward, up, side, x;
+    EXPECT_EQ(board->calculateTransform(&action, R), c.camera != 3);
+    nrVec3f forward, up, x, sideways;
     forward.xformVec(z, R);
     up.xformVec(y, R);
-    side.xformVec(nrVec3f(1, 0, 0), R);
-    x.cross(up, forward);
-    EXPECT_TRUE(forward.almostEqual(c.forward, 1e-4f)) << c.camera << " " << c.mode;
-    EXPECT_TRUE(up.almostEqual(c.up, 1e-4f)) << c.camera << " " << c.mode;
-    EXPECT_TRUE(side.almostEqual(x, 1e-4f)) << c.camera << " " << c.mode;
+    x.xformVec(nrVec3f(1, 0, 0), R);
+    sideways.cross(up, forward);
+    EXPECT_TRUE(forward.almostEqual(c.forward, 1e-4f) && up.almostEqual(c.up, 1e-4f) && x.almostEqual(sideways, 1e-4f))
+        << c.camera << " " << c.mode;
   }
-  // Seen along its axis an axial billboard has no answer.
-  camera->setPosition(0, 5, 0);
-  camera->setOrientation(1, 0, 0, -float(M_PI / 2));
-  board->setMode(nrBillboard::AXIAL);
-  nrDrawAction action;
-  action.setCamera(camera);
-  action.apply(nullptr);
-  nrMatrix4f R, identity;
-  identity.makeIdent();
-  EXPECT_FALSE(board->calculateTransform(&action, R));
-  EXPECT_EQ(R, identity);
   board->unref();
 }
 
@@ -271,53 +275,5 @@ TEST(nrBillboard, BoundEnclosesEveryOrientationAtEachPosition) {
   board->addChild(new tstLeaf(nrSphereBound(nrVec3f(0, 0, 0), 0.5f)));
   board->getSphereBound(s);
   EXPECT_NEAR(s.radius, 2.0f, 1e-4f);
-  board->unref();
-}
-
-TEST_F(Selection, PickingHitsOnlyWhatIsDrawn) {
-  // Two quads on the ray, one behind the other.
-  tstQuad* front = new tstQuad("f", red);
-  tstQuad* back = new tstQuad("b", red);
-  nrTransform* behind = new nrTransform;
-  behind->setTranslation(0, 0, -2);
-  behind->addChild(back);
-  const nrSeg down(nrVec3f(0.5f, 0.5f, 10), nrVec3f(0, 0, -1), 100);
-  nrSwitch* sw = groupOf<nrSwitch>("s", {front, behind});
-  struct {
-    int which;
-    tstQuad* hit;
-  } choices[] = {{-2, front}, {0, front}, {1, back}, {-1, nullptr}, {2, nullptr}};
-  for (const auto& c : choices) {
-    sw->setWhichChild(c.which);
-    EXPECT_EQ(pick(sw, down).getGeometry(), c.hit ? c.hit->asGeometry() : nullptr) << c.which;
-  }
-  sw->unref();
-
-  // An LOD picks the child of the last draw, and nothing when that drew nothing.
-  tstQuad* nearQuad = new tstQuad("n", red);
-  tstQuad* farQuad = new tstQuad("f", red);
-  nrLOD* lod = groupOf<nrLOD>("l", {nearQuad, farQuad});
-  lod->setRange(0, 0, 5);
-  lod->setRange(1, 5, 10);
-  for (float z : {3.0f, 7.0f, 12.0f}) {
-    camera->setPosition(0, 0, z);
-    draw(lod);
-    tstQuad* drawn = z < 5 ? nearQuad : z < 10 ? farQuad : nullptr;
-    EXPECT_EQ(pick(lod, down).getGeometry(), drawn ? drawn->asGeometry() : nullptr) << z;
-  }
-  lod->unref();
-
-  // Drawn from +x the quad faces +x; a ray along -x beside the quad's
-  // unturned plane meets it only so.
-  tstQuad* quad = new tstQuad("q", red);
-  nrBillboard* board = groupOf<nrBillboard>("", {quad});
-  const nrSeg along(nrVec3f(10, 0.5f, 0.3f), nrVec3f(-1, 0, 0), 100);
-  EXPECT_EQ(pick(board, along).getGeometry(), nullptr);
-  camera->setPosition(10, 0, 0);
-  camera->setOrientation(0, 1, 0, float(M_PI / 2));
-  draw(board);
-  nrHit hit = pick(board, along);
-  EXPECT_EQ(hit.getGeometry(), quad->asGeometry());
-  EXPECT_TRUE(hit.getWorldPoint().almostEqual(nrVec3f(0, 0.5f, 0.3f), 1e-4f));
   board->unref();
 }
