@@ -42,9 +42,9 @@ class nrLOD : public nrSwitch {
   void setOffsetOverride(int o) { setFieldValue(offsetOverride, o, OFFSET_OVERRIDE_FIELD); }
   int getOffsetOverride();
 
-  // The child for the distance from the eye (the origin of the action's
-  // current coordinates) to the centre: -1 below the first boundary, else the
-  // range index plus the offset, clamped to the last child.
+  // The child for the distance from the eye to the centre, carried into eye
+  // coordinates by the action's top matrix: -1 below the first boundary, else
+  // the range index plus the offset, clamped to the last child.
   int whichChild(nrTransformAction* action);
 
   // Below the first boundary, at or beyond the last, or without a child to
@@ -53,7 +53,8 @@ class nrLOD : public nrSwitch {
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective drawVisit(nrDrawAction* action) override;
   // A pick cannot tell where the eye is, so it follows the choice of the last
-  // draw or cull: nothing when that drew nothing, else the whichChild child.
+  // draw or cull: nothing when that chose nothing, else the whichChild child
+  // (also before the first draw).
   void isect(nrIsectAction* action) override;
 
  protected:
