@@ -15,6 +15,8 @@
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrTexGen.h"
@@ -69,7 +71,9 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrImage>();
   registerClass<nrTexture>();
+  registerClass<nrImageTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
