@@ -15,10 +15,14 @@
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
 #include "nerio3d/render/nrImage.h"
 #include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -83,5 +87,9 @@ void nrObject::initClasses() {
   registerClass<nrSoundAction>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrDirectionalLight>();
+  registerClass<nrPointLight>();
+  registerClass<nrSpotLight>();
   registerClass<nrGroup>();
+  registerClass<nrEnvironment>();
 }
