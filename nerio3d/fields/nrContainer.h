@@ -65,6 +65,13 @@ class nrContainer : public nrObject {
   virtual void dirtyFieldOutputs(nrField* field);
   virtual void cleanSideEffect(short) {}
 
+  // Stores value in a field's member and signals the change, as setters do.
+  template <typename T>
+  void setField(T& member, const T& value, short index) {
+    member = value;
+    fieldChanged(index);
+  }
+
   void addField(nrField* field);
   void addParent(nrContainer* parent);
   int removeParent(nrContainer* parent);

@@ -138,11 +138,6 @@ class nrAppearance : public nrContainer {
   void fieldChanged(short index) override;
 
  private:
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
   void setRef(nrContainer*& member, nrContainer* value, short index);
 
   nrContainer* texture;

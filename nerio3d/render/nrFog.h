@@ -45,12 +45,6 @@ class nrFog : public nrNode {
   virtual void pop(nrFog* dropped, nrContext* context);
 
  protected:
-  template <typename T>
-  void setField(T& member, const T& value, short fieldIndex) {
-    member = value;
-    fieldChanged(fieldIndex);
-  }
-
   unsigned char on;
   int mode;
   float density;

@@ -85,12 +85,6 @@ class nrImage : public nrContainer {
   // pixels its size needs, OpenGL only reserves the level.
   void texImage(int level, GLint internalFormat);
 
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-
   nrString fileName;
   int width;
   int height;

@@ -60,11 +60,6 @@ class nrLight : public nrNode {
   // GL_DIFFUSE, GL_AMBIENT and GL_SPECULAR from intensity, ambientIntensity and color.
   void lightColors(int slot) const;
 
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
   static void split(const nrVec3f& v, float* x, float* y, float* z) {
     *x = v[0];
     *y = v[1];

@@ -80,11 +80,6 @@ class nrMaterial : public nrContainer {
     *g = color[1];
     *b = color[2];
   }
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
 
   float ambientIntensity;
   nrVec3f ambientColor;

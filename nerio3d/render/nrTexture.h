@@ -130,12 +130,6 @@ class nrTexture : public nrContainer {
   int magFilter;
 
  private:
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
-
   int id;
   int version;
   nrString lastLoaded;
