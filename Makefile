@@ -3,7 +3,7 @@ MAKEFLAGS += --no-print-directory
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: all setup configure build test run bench clean
+.PHONY: all setup configure build test test-sanitize run bench clean
 
 all: build
 
@@ -18,12 +18,25 @@ build: configure
 
 # Window tests need an X server: without a display the suite runs under Xvfb
 # (decided when the recipe runs, after setup has installed it).
-test: build
-	@cd $(BUILD_DIR) && if [ -z "$$DISPLAY" ] && command -v xvfb-run >/dev/null 2>&1; then \
+CTEST = if [ -z "$$DISPLAY" ] && command -v xvfb-run >/dev/null 2>&1; then \
 	  xvfb-run -a -s '-screen 0 1280x1024x24' ctest --output-on-failure -j $(JOBS); \
 	else \
 	  ctest --output-on-failure -j $(JOBS); \
 	fi
+
+test: build
+	@cd $(BUILD_DIR) && $(CTEST)
+
+# The whole suite again, built with the address, undefined-behaviour and leak
+# sanitizers in its own tree; any report fails the run. Leaks inside the system's
+# OpenGL and font libraries are suppressed, never the library's own.
+test-sanitize: setup
+	@cmake -S . -B $(BUILD_DIR)-sanitize -DCMAKE_BUILD_TYPE=Debug -DNERIO3D_SANITIZE=ON >/dev/null
+	@cmake --build $(BUILD_DIR)-sanitize -j $(JOBS)
+	@cd $(BUILD_DIR)-sanitize && \
+	  export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 \
+	         LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0 \
+	         UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 && $(CTEST)
 
 run: build
 	@$(BUILD_DIR)/nrtypes
@@ -35,4 +48,4 @@ bench: setup
 	@for b in $(BUILD_DIR)-bench/bench/*Bench; do $$b; done
 
 clean:
-	@rm -rf $(BUILD_DIR) $(BUILD_DIR)-bench
+	@rm -rf $(BUILD_DIR) $(BUILD_DIR)-bench $(BUILD_DIR)-sanitize

@@ -2,6 +2,7 @@
 
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrOrthoCamera.h"
 
 NR_DEFINE_TYPE(nrDrawAction, nrVFCullAction, "nrDrawAction") {}
 
@@ -10,9 +11,26 @@ nrDrawAction::nrDrawAction(nrType* type)
 
 nrTravDirective nrDrawAction::apply(nrNode* root) {
   context = nrContext::getCurrent();
+  if (root && !checkCamera("nrDrawAction")) return CONTINUE_TRAV;
   reset();
+  orthographic = camera && camera->isOfType(nrOrthoCamera::getClassType());
+  // Nodes drawn at the root level see the view vector of the camera, not the
+  // one a previous traversal left.
+  updateViewVector();
+  if (context) {
+    context->setNormalizeEnable(0);
+    context->pushState();
+  }
   begin(root);
   nrTravDirective d = root ? root->drawVisit(this) : CONTINUE_TRAV;
   end(root);
+  if (context) context->popState();
   return d;
+}
+
+void nrDrawAction::updateViewVector() {
+  nrMatrix4f inverse;
+  inverse.invertFull(*matStack.getTop());
+  const float* row = inverse[orthographic ? 2 : 3];
+  viewVector.set(row[0], row[1], row[2]);
 }

@@ -1,4 +1,5 @@
-// The rendering traversal: culls like its base and draws what is visible.
+// The rendering traversal: culls like its base and draws what is visible into
+// the graphics context.
 #pragma once
 
 #include "nerio3d/actions/nrVFCullAction.h"
@@ -12,9 +13,13 @@ class nrDrawAction : public nrVFCullAction {
   nrDrawAction() : nrDrawAction(getClassType()) {}
   explicit nrDrawAction(nrType* type);
 
-  // Captures the current context, then reset(), begin(root), the root's
-  // drawVisit (nothing for a null root), end(root); the visit's result, 0 for
-  // a null root.
+  // Captures the current context, then reset(), notes whether the camera is
+  // orthographic, brings the view vector up to date, switches normalisation
+  // off and pushes the context state, then begin(root), the root's drawVisit,
+  // end(root), and pops the context state; returns the visit's result. A null
+  // root draws nothing and returns 0; it needs no camera. Any other root
+  // without a camera gives one line on standard error and 0, drawing nothing.
+  // Without a current context the traversal runs without touching one.
   nrTravDirective apply(nrNode* root) override;
 
   nrContext* getContext() const { return context; }
@@ -24,6 +29,10 @@ class nrDrawAction : public nrVFCullAction {
   // (perspective camera) in the coordinates of the node being drawn.
   const nrVec3f& getViewVector() const { return viewVector; }
   void setViewVector(const nrVec3f& v) { viewVector = v; }
+  // Recomputes the view vector from the top matrix: the eye's z axis (row 2 of
+  // its inverse) under an orthographic camera, the eye position (row 3) else.
+  void updateViewVector();
+  // Non-zero when the camera is an nrOrthoCamera.
   int getOrthographic() const { return orthographic; }
 
   // Per-primitive back-face culling of geometry sets on the processor.

@@ -4,12 +4,15 @@
 
 NR_DEFINE_TYPE(nrTransformAction, nrAction, "TransformAction") {}
 
-nrTransformAction::nrTransformAction(nrType* type) : nrAction(type) { scaleFlags.append(0); }
+nrTransformAction::nrTransformAction(nrType* type, int stackCapacity)
+    : nrAction(type), matStack(stackCapacity), scaleFlags(256) {
+  scaleFlags.append(0);
+}
 
 nrTravDirective nrTransformAction::apply(nrNode* root) {
   reset();
   begin(root);
-  nrTravDirective d = root->transformVisit(this);
+  nrTravDirective d = root ? root->transformVisit(this) : CONTINUE_TRAV;
   end(root);
   return d;
 }
@@ -18,4 +21,15 @@ void nrTransformAction::reset() {
   matStack.reset();
   scaleFlags.setCount(1);
   scaleFlags[0] = 0;
+}
+
+int nrTransformAction::pushMatrix() {
+  if (!matStack.push()) return 0;
+  scaleFlags.append(topScaleFlag());
+  return 1;
+}
+
+void nrTransformAction::popMatrix() {
+  matStack.pop();
+  scaleFlags.setCount(scaleFlags.getCount() - 1);
 }

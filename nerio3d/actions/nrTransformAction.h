@@ -9,7 +9,7 @@ class nrTransformAction : public nrAction {
   NR_DECLARE_ACTION_TYPE(nrTransformAction)
 
   nrTransformAction() : nrTransformAction(getClassType()) {}
-  explicit nrTransformAction(nrType* type);
+  explicit nrTransformAction(nrType* type) : nrTransformAction(type, 256) {}
 
   // reset(), begin(root), the root's transformVisit, end(root).
   nrTravDirective apply(nrNode* root) override;
@@ -20,7 +20,17 @@ class nrTransformAction : public nrAction {
   // One entry per stack level: non-zero when that level's matrix scales.
   nrIntArray& getScaleFlags() { return scaleFlags; }
 
+  // Enters a new level holding a copy of the top matrix and its scale flag;
+  // 0, entering nothing, when the stack is full (the stack reports that).
+  int pushMatrix();
+  // Leaves the level entered by pushMatrix.
+  void popMatrix();
+  // The scale flag of the current level.
+  int& topScaleFlag() { return scaleFlags[scaleFlags.getCount() - 1]; }
+
  protected:
-  nrMatStack4f matStack{256};
-  nrIntArray scaleFlags{256};
+  nrTransformAction(nrType* type, int stackCapacity);
+
+  nrMatStack4f matStack;
+  nrIntArray scaleFlags;
 };

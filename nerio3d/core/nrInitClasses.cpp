@@ -2,9 +2,16 @@
 // registers them. New classes are added here, in their place, as they land.
 #include "nerio3d/actions/nrAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrHit.h"
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/audio/nrAudio.h"
+#include "nerio3d/audio/nrAudioClip.h"
+#include "nerio3d/audio/nrAudioSamples.h"
+#include "nerio3d/audio/nrMicrophone.h"
+#include "nerio3d/audio/nrSound.h"
+#include "nerio3d/audio/nrSoundPlayer.h"
 #include "nerio3d/core/nrObject.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrMFRef.h"
@@ -13,7 +20,9 @@
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrEnvironment.h"
@@ -21,6 +30,8 @@
 #include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
@@ -40,6 +51,7 @@ void nrObject::initClasses() {
   getClassType();
   registerClass<nrData>();
   registerClass<nrContainer>();
+  registerClass<nrSoundPlayer>();
   registerClass<nrContext>();
   registerClass<nrField>();
   registerClass<nrSFUByte>();
@@ -81,15 +93,25 @@ void nrObject::initClasses() {
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
+  registerClass<nrAudioClip>();
+  registerClass<nrCamera>();
+  registerClass<nrOrthoCamera>();
+  registerClass<nrPerspCamera>();
+  registerClass<nrMicrophone>();
   registerClass<nrAction>();
   registerClass<nrDrawAction>();
   registerClass<nrIsectAction>();
   registerClass<nrSoundAction>();
+  registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
   registerClass<nrDirectionalLight>();
   registerClass<nrPointLight>();
   registerClass<nrSpotLight>();
+  registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrTransform>();
   registerClass<nrEnvironment>();
+  registerClass<nrAudio>();
+  registerClass<nrAudioSamples>();
 }

@@ -65,9 +65,9 @@ class nrContainer : public nrObject {
   virtual void dirtyFieldOutputs(nrField* field);
   virtual void cleanSideEffect(short) {}
 
-  // Stores value in a field's member and signals the change, as setters do.
+  // Stores value in the member that holds field index and signals the change.
   template <typename T>
-  void setField(T& member, const T& value, short index) {
+  void setFieldValue(T& member, const T& value, short index) {
     member = value;
     fieldChanged(index);
   }

@@ -135,7 +135,10 @@ void nrGroup::sound(nrSoundAction* action) {
 
 void nrGroup::isect(nrIsectAction* action) {
   cleanPendingFields();
-  if (!sphereBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  if (sphereBound.isect(&action->getSeg(), nullptr, nullptr)) isectChildren(action);
+}
+
+void nrGroup::isectChildren(nrIsectAction* action) {
   nrPtrArray& path = action->getPath();
   path.append(this);
   for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->isect(action);

@@ -49,6 +49,8 @@ class nrGroup : public nrNode {
   void childChanged(nrContainer* child, short index) override;
   void cleanSideEffect(short index) override;
 
+  // Appends this group to the action's path around the children's isect.
+  void isectChildren(nrIsectAction* action);
   // Each child through childVisit, in order, until one stops the traversal: 2
   // then, else 0.
   template <typename Action>

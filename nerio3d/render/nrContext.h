@@ -86,6 +86,8 @@ class nrContext : public nrObject {
   static nrContext* getCurrent();
   void makeCurrent(nrDrawable* drawable);
   static void releaseCurrent();
+  // The drawable this context was last made current on.
+  nrDrawable* getDrawable() const { return drawable; }
   ColorModeEnum getColorMode() const { return colorMode; }
 
   void setViewport(int x, int y, int w, int h);
@@ -135,6 +137,7 @@ class nrContext : public nrObject {
 
   // Cached but never recorded as application state.
   void setNormalizeEnable(unsigned char on);
+  unsigned char getNormalizeEnable() const { return normalizeEnable; }
   void setLocalViewer(unsigned char on);
 
   // What OpenGL currently holds (the top of the shadow stack), and what the

@@ -12,7 +12,7 @@ class nrDirectionalLight : public nrLight {
   explicit nrDirectionalLight(nrType* type);
 
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
-  void setDirection(const nrVec3f& value) { setField(direction, value, DIRECTION_FIELD); }
+  void setDirection(const nrVec3f& value) { setFieldValue(direction, value, DIRECTION_FIELD); }
   const nrVec3f& getDirection() const { return direction; }
   void getDirection(float* x, float* y, float* z) const { split(direction, x, y, z); }
 

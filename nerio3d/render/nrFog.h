@@ -15,21 +15,21 @@ class nrFog : public nrNode {
   nrFog() : nrFog(getClassType()) {}
   explicit nrFog(nrType* type) : nrNode(type) { initFieldDefaults(classType); }
 
-  void setOn(unsigned char value) { setField(on, value, ON_FIELD); }
+  void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
   unsigned char getOn() const { return on; }
-  void setMode(FogModeEnum value) { setField(mode, static_cast<int>(value), MODE_FIELD); }
+  void setMode(FogModeEnum value) { setFieldValue(mode, static_cast<int>(value), MODE_FIELD); }
   FogModeEnum getMode() const { return static_cast<FogModeEnum>(mode); }
-  void setDensity(float value) { setField(density, value, DENSITY_FIELD); }
+  void setDensity(float value) { setFieldValue(density, value, DENSITY_FIELD); }
   float getDensity() const { return density; }
-  void setStart(float value) { setField(start, value, START_FIELD); }
+  void setStart(float value) { setFieldValue(start, value, START_FIELD); }
   float getStart() const { return start; }
-  void setEnd(float value) { setField(end, value, END_FIELD); }
+  void setEnd(float value) { setFieldValue(end, value, END_FIELD); }
   float getEnd() const { return end; }
   // The fog colour index in colour-index mode.
-  void setIndex(float value) { setField(index, value, INDEX_FIELD); }
+  void setIndex(float value) { setFieldValue(index, value, INDEX_FIELD); }
   float getIndex() const { return index; }
   void setColor(float r, float g, float b, float a) { setColor(nrVec4f(r, g, b, a)); }
-  void setColor(const nrVec4f& value) { setField(color, value, COLOR_FIELD); }
+  void setColor(const nrVec4f& value) { setFieldValue(color, value, COLOR_FIELD); }
   const nrVec4f& getColor() const { return color; }
   void getColor(float* r, float* g, float* b, float* a) const;
 

@@ -33,15 +33,15 @@ class nrImage : public nrContainer {
 
   // A new file name marks the image for loading: load() runs before the
   // pixels are next used. Pixels set afterwards are the image instead.
-  void setFileName(const nrString& name) { setField(fileName, name, FILE_NAME_FIELD); }
+  void setFileName(const nrString& name) { setFieldValue(fileName, name, FILE_NAME_FIELD); }
   void getFileName(nrString& name) const { name = fileName; }
-  void setWidth(int w) { setField(width, w, WIDTH_FIELD); }
+  void setWidth(int w) { setFieldValue(width, w, WIDTH_FIELD); }
   int getWidth() const { return width; }
-  void setHeight(int h) { setField(height, h, HEIGHT_FIELD); }
+  void setHeight(int h) { setFieldValue(height, h, HEIGHT_FIELD); }
   int getHeight() const { return height; }
-  void setMemoryFormat(MemoryFormatEnum format) { setField(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD); }
+  void setMemoryFormat(MemoryFormatEnum format) { setFieldValue(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD); }
   MemoryFormatEnum getMemoryFormat() const { return static_cast<MemoryFormatEnum>(memoryFormat); }
-  void setMemoryType(MemoryTypeEnum type) { setField(memoryType, static_cast<int>(type), MEMORY_TYPE_FIELD); }
+  void setMemoryType(MemoryTypeEnum type) { setFieldValue(memoryType, static_cast<int>(type), MEMORY_TYPE_FIELD); }
   MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(memoryType); }
   // Copies count bytes of pixel data: rows bottom first, tightly packed.
   void setPixels(const void* data, unsigned count);

@@ -15,14 +15,14 @@ class nrLight : public nrNode {
   explicit nrLight(nrType* type);
 
   // A light that is off keeps its slot with the OpenGL light disabled.
-  void setOn(unsigned char value) { setField(on, value, ON_FIELD); }
+  void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
   unsigned char getOn() const { return on; }
-  void setIntensity(float value) { setField(intensity, value, INTENSITY_FIELD); }
+  void setIntensity(float value) { setFieldValue(intensity, value, INTENSITY_FIELD); }
   float getIntensity() const { return intensity; }
-  void setAmbientIntensity(float value) { setField(ambientIntensity, value, AMBIENT_INTENSITY_FIELD); }
+  void setAmbientIntensity(float value) { setFieldValue(ambientIntensity, value, AMBIENT_INTENSITY_FIELD); }
   float getAmbientIntensity() const { return ambientIntensity; }
   void setColor(float r, float g, float b) { setColor(nrVec3f(r, g, b)); }
-  void setColor(const nrVec3f& value) { setField(color, value, COLOR_FIELD); }
+  void setColor(const nrVec3f& value) { setFieldValue(color, value, COLOR_FIELD); }
   const nrVec3f& getColor() const { return color; }
   void getColor(float* r, float* g, float* b) const { split(color, r, g, b); }
 

@@ -12,14 +12,14 @@ class nrSpotLight : public nrPointLight {
   explicit nrSpotLight(nrType* type);
 
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
-  void setDirection(const nrVec3f& value) { setField(direction, value, DIRECTION_FIELD); }
+  void setDirection(const nrVec3f& value) { setFieldValue(direction, value, DIRECTION_FIELD); }
   const nrVec3f& getDirection() const { return direction; }
   void getDirection(float* x, float* y, float* z) const { split(direction, x, y, z); }
-  void setExponent(float value) { setField(exponent, value, EXPONENT_FIELD); }
+  void setExponent(float value) { setFieldValue(exponent, value, EXPONENT_FIELD); }
   float getExponent() const { return exponent; }
   // Half the opening of the cone in degrees, as OpenGL takes it: 0 to 90, or
   // 180 for no cone at all.
-  void setCutOffAngle(float value) { setField(cutOffAngle, value, CUT_OFF_ANGLE_FIELD); }
+  void setCutOffAngle(float value) { setFieldValue(cutOffAngle, value, CUT_OFF_ANGLE_FIELD); }
   float getCutOffAngle() const { return cutOffAngle; }
 
  protected:

@@ -87,12 +87,12 @@ nrTexture::~nrTexture() {
   nrContext::freeId(id, 1);
 }
 
-void nrTexture::setFileName(const nrString& name) { setField(fileName, name, FILE_NAME_FIELD); }
-void nrTexture::setFormat(FormatEnum value) { setField(format, static_cast<int>(value), FORMAT_FIELD); }
-void nrTexture::setRepeatS(RepeatEnum value) { setField(repeatS, static_cast<int>(value), REPEAT_S_FIELD); }
-void nrTexture::setRepeatT(RepeatEnum value) { setField(repeatT, static_cast<int>(value), REPEAT_T_FIELD); }
-void nrTexture::setMinFilter(MinFilterEnum value) { setField(minFilter, static_cast<int>(value), MIN_FILTER_FIELD); }
-void nrTexture::setMagFilter(MagFilterEnum value) { setField(magFilter, static_cast<int>(value), MAG_FILTER_FIELD); }
+void nrTexture::setFileName(const nrString& name) { setFieldValue(fileName, name, FILE_NAME_FIELD); }
+void nrTexture::setFormat(FormatEnum value) { setFieldValue(format, static_cast<int>(value), FORMAT_FIELD); }
+void nrTexture::setRepeatS(RepeatEnum value) { setFieldValue(repeatS, static_cast<int>(value), REPEAT_S_FIELD); }
+void nrTexture::setRepeatT(RepeatEnum value) { setFieldValue(repeatT, static_cast<int>(value), REPEAT_T_FIELD); }
+void nrTexture::setMinFilter(MinFilterEnum value) { setFieldValue(minFilter, static_cast<int>(value), MIN_FILTER_FIELD); }
+void nrTexture::setMagFilter(MagFilterEnum value) { setFieldValue(magFilter, static_cast<int>(value), MAG_FILTER_FIELD); }
 
 nrImage* nrTexture::getImageLevel(int level) const {
   if (level < 0 || level >= getImageLevelCount()) return nullptr;

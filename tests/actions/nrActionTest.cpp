@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
 #include "nrTraversalTestTypes.h"
 
@@ -33,6 +34,7 @@ class nrActionTraversal : public testing::Test {
     sub = group("sub", {b});
     root = group("root", {a, sub, c});
     root->ref();
+    rec.setCamera(new nrPerspCamera);
   }
   void TearDown() override { root->unref(); }
 
@@ -169,6 +171,7 @@ TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
 
 TEST(nrVFCullAction, PushCullTestsTheSphereInEyeCoordinates) {
   nrVFCullAction cull;
+  cull.setCamera(new nrPerspCamera);
   cull.reset();
   nrSphereBound atEye(nrVec3f(0, 0, 0), 0.5f);
   EXPECT_EQ(cull.pushCull(atEye), 0);

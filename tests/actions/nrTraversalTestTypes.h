@@ -9,6 +9,7 @@
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
 #include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrTransform.h"
 
 extern std::string tstTrace;
 
@@ -58,3 +59,27 @@ class tstVisited : public nrNode {
     return result;
   }
 };
+
+// A solid ball that picking hits exactly: it reports where the segment enters
+// its sphere, with the outward normal, as primitive 7. It stands in for a
+// geometry, whose pointer the hit record only keeps.
+class tstBall : public nrNode {
+  NR_DECLARE_CONTAINER_TYPE(tstBall)
+  tstBall() : nrNode(getClassType()) {}
+
+  nrGeometry* asGeometry() { return reinterpret_cast<nrGeometry*>(this); }
+  void isect(nrIsectAction* action) override {
+    const nrSeg& seg = action->getSeg();
+    float t;
+    if (!sphereBound.isect(&seg, &t, nullptr)) return;
+    nrVec3f at, normal;
+    seg.getPoint(t, at);
+    normal.sub(at, sphereBound.center);
+    action->hitGeometry(asGeometry(), t, 7, normal);
+  }
+};
+
+// A ball at (x, y, z) with radius r, unreferenced.
+tstBall* tstMakeBall(float x, float y, float z, float r);
+// A transform around child, unreferenced.
+nrTransform* tstPlace(nrNode* child, const nrVec3f& translation, float scale = 1);

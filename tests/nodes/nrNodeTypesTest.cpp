@@ -11,10 +11,12 @@ namespace {
 int registrationOrderFault() {
   nrObject::initClasses();
   nrType* order[] = {nrSFRotation::classType, nrSFSphereBound::classType, nrSFBoxBound::classType,
-                     nrSFString::classType, nrMFString::classType, nrType::getType("nrAction"),
+                     nrSFString::classType, nrMFString::classType, nrType::getType("Camera"),
+                     nrType::getType("OrthoCamera"), nrType::getType("PerspCamera"), nrType::getType("nrAction"),
                      nrType::getType("TransformAction"), nrType::getType("nrVFCullAction"),
                      nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),
-                     nrType::getType("SoundAction"), nrType::getType("Node"), nrType::getType("Group")};
+                     nrType::getType("SoundAction"), nrType::getType("Hit"), nrType::getType("Node"),
+                     nrType::getType("Group"), nrType::getType("Transform")};
   int last = -1;
   for (int i = 0; i < int(sizeof(order) / sizeof(order[0])); ++i) {
     if (!order[i] || order[i]->getObjectIndex() <= last) return i + 1;
@@ -25,6 +27,9 @@ int registrationOrderFault() {
   if (nrType::getType("Group")->getParent() != nrNode::classType) return 22;
   if (nrType::getType("nrAction")->getParent() != nrObject::classType) return 23;
   if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 24;
+  if (nrType::getType("PerspCamera")->getParent() != nrType::getType("Camera")) return 25;
+  if (nrType::getType("Transform")->getParent() != nrType::getType("Group")) return 26;
+  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction")) return 27;
   return 0;
 }
 

@@ -1,0 +1,47 @@
+// A piece of sound named by URL, with the times it plays between; its
+// samples, once loaded, are shared by the sounds that play it.
+#pragma once
+
+#include "nerio3d/arrays/nrTypedArray.h"
+#include "nerio3d/core/nrString.h"
+#include "nerio3d/core/nrTime.h"
+#include "nerio3d/fields/nrContainer.h"
+
+class nrAudioSamples;
+
+class nrAudioClip : public nrContainer {
+  NR_DECLARE_CONTAINER_TYPE(nrAudioClip)
+
+  enum { DESCRIPTION, LOOP, PITCH, START_TIME, STOP_TIME, URL };
+
+  nrAudioClip() : nrAudioClip(getClassType()) {}
+  explicit nrAudioClip(nrType* type);
+  ~nrAudioClip() override;
+
+  void setDescription(const char* text) { setFieldValue(description, nrString(text), DESCRIPTION); }
+  const char* getDescription() const { return description.getString(); }
+  void setLoop(unsigned char on) { setFieldValue(loop, on, LOOP); }
+  unsigned char getLoop() const { return loop; }
+  void setPitch(float v) { setFieldValue(pitch, v, PITCH); }
+  float getPitch() const { return pitch; }
+  void setStartTime(double seconds) { setFieldValue(startTime, nrTime(seconds), START_TIME); }
+  double getStartTime() const { return startTime; }
+  void setStopTime(double seconds) { setFieldValue(stopTime, nrTime(seconds), STOP_TIME); }
+  double getStopTime() const { return stopTime; }
+  // Sets element index of the URL list, growing it as needed.
+  void setUrl(unsigned index, const char* text);
+  const nrStringArray& getUrl() const { return url; }
+
+  // The clip references its samples.
+  void setSamples(nrAudioSamples* samples);
+  nrAudioSamples* getSamples() const { return samples; }
+
+ private:
+  nrString description;
+  unsigned char loop;
+  float pitch;
+  nrTime startTime;
+  nrTime stopTime;
+  nrStringArray url;
+  nrAudioSamples* samples;
+};

@@ -1,0 +1,268 @@
+#include "nerio3d/nodes/nrTransform.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/math/nrMatrix3f.h"
+#include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrGL.h"
+
+namespace {
+
+const float degreesPerRadian = 57.295776f;
+
+float rowLength(const nrMatrix4f& m, int row) {
+  return std::sqrt(m[row][0] * m[row][0] + m[row][1] * m[row][1] + m[row][2] * m[row][2]);
+}
+
+}  // namespace
+
+NR_DEFINE_TYPE(nrTransform, nrGroup, "Transform") {
+  nrSFVec3f::addTypeField(type, "translation", TRANSLATION_FIELD, nrVec3f(0, 0, 0), &nrTransform::translation);
+  nrSFRotation::addTypeField(type, "rotation", ROTATION_FIELD, nrRotation(), &nrTransform::rotation);
+  nrSFVec3f::addTypeField(type, "scale", SCALE_FIELD, nrVec3f(1, 1, 1), &nrTransform::scale);
+  nrSFRotation::addTypeField(type, "scaleOrientation", SCALE_ORIENTATION_FIELD, nrRotation(),
+                             &nrTransform::scaleOrientation);
+  nrSFVec3f::addTypeField(type, "center", CENTER_FIELD, nrVec3f(0, 0, 0), &nrTransform::center);
+}
+
+nrTransform::nrTransform(nrType* type) : nrGroup(type), kind(0), state(0), savedNormalize(0), normalizeSaved(0) {
+  initFieldDefaults(getClassType());
+  matrix.makeIdent();
+  matrix2.makeIdent();
+}
+
+nrTransform::~nrTransform() { destroyFieldContents(getClassType()); }
+
+void nrTransform::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
+  validateField(index);
+  *x = v[0];
+  *y = v[1];
+  *z = v[2];
+}
+
+void nrTransform::getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle) {
+  getVec(r.axis, index, x, y, z);
+  *angle = r.angle;
+}
+
+void nrTransform::setMatrix(const nrMatrix4f& m) {
+  matrix = m;
+  state = (state & ~MATRIX_STALE) | PARTS_CHANGED;
+  kind = SCALE_KIND | MATRIX_KIND;
+  cleanParts();
+  if (boundMode == DYNAMIC) {
+    state |= SPHERE_STALE;
+    propagateSideEffect(SPHERE_BOUND_FIELD);
+  }
+}
+
+void nrTransform::getMatrix(nrMatrix4f& m) {
+  for (short i = TRANSLATION_FIELD; i <= CENTER_FIELD; ++i) validateField(i);
+  if (state & MATRIX_STALE) cleanMatrix();
+  m = matrix;
+}
+
+void nrTransform::cleanMatrix() {
+  // Each step pre-multiplies, so the last one acts first on a point: -centre,
+  // inverse scale orientation, scale, scale orientation, rotation, +centre,
+  // translation.
+  matrix.makeTrans(translation[0], translation[1], translation[2]);
+  matrix.preTrans(center[0], center[1], center[2], matrix);
+  const nrVec3f& r = rotation.axis;
+  if (rotation.angle != 0) matrix.preRot(r[0], r[1], r[2], rotation.angle, matrix);
+  const nrVec3f& so = scaleOrientation.axis;
+  if (scaleOrientation.angle != 0) matrix.preRot(so[0], so[1], so[2], scaleOrientation.angle, matrix);
+  matrix.preScale(scale[0], scale[1], scale[2], matrix);
+  if (scaleOrientation.angle != 0) matrix.preRot(so[0], so[1], so[2], -scaleOrientation.angle, matrix);
+  matrix.preTrans(-center[0], -center[1], -center[2], matrix);
+  state &= ~MATRIX_STALE;
+}
+
+void nrTransform::cleanParts() {
+  // The 3x3 part is U * diag(w) * transpose(V) with U and V proper rotations:
+  // the scale orientation is transpose(U), the rotation U * transpose(V), the
+  // scale w. The singular values are positive except possibly the last, which
+  // is negative when the matrix reflects: a reflection shows as a negative
+  // scale along the scale orientation's third axis. The centre is zero.
+  float w[3][3], r[3][3], u[3][3], v[3][3], ut[3][3];
+  for (int i = 0; i < 3; ++i)
+    for (int j = 0; j < 3; ++j) w[i][j] = r[i][j] = matrix[i][j];
+  nrMatrix3f::svd(w, u, v);
+  nrMatrix3f::cleanSvd(r, u, v);
+  for (int i = 0; i < 3; ++i)
+    for (int j = 0; j < 3; ++j) ut[i][j] = u[j][i];
+  translation.set(matrix[3][0], matrix[3][1], matrix[3][2]);
+  scale.set(w[0][0], w[1][1], w[2][2]);
+  nrMatrix3f::getAxis(r, rotation.axis.vec, &rotation.angle);
+  nrMatrix3f::getAxis(ut, scaleOrientation.axis.vec, &scaleOrientation.angle);
+  center.set(0, 0, 0);
+  state &= ~PARTS_STALE;
+}
+
+int nrTransform::scaleKind() const {
+  if (scale == nrVec3f(1, 1, 1)) return 0;
+  if (scale[0] == scale[1] && scale[1] == scale[2] && scaleOrientation.angle == 0) return UNIFORM_SCALE_KIND;
+  return SCALE_KIND;
+}
+
+void nrTransform::fieldChanged(short index) {
+  if (index < TRANSLATION_FIELD || index > CENTER_FIELD) {
+    if (index == CHILDREN_FIELD) state |= CHILD_SPHERE_STALE;
+    nrGroup::fieldChanged(index);
+    return;
+  }
+  // A part set after setMatrix rebuilds the matrix from the parts: they are
+  // classified afresh.
+  if (kind & MATRIX_KIND) {
+    kind = scaleKind() | (rotation.angle != 0 ? ROTATE_KIND : 0) |
+           (translation != nrVec3f(0, 0, 0) || center != nrVec3f(0, 0, 0) ? TRANSLATE_KIND : 0);
+  }
+  state |= MATRIX_STALE | PARTS_CHANGED;
+  switch (index) {
+    case TRANSLATION_FIELD:
+    case CENTER_FIELD:
+      kind |= TRANSLATE_KIND;
+      break;
+    case ROTATION_FIELD:
+      kind = rotation.angle != 0 ? kind | ROTATE_KIND : kind & ~ROTATE_KIND;
+      break;
+    case SCALE_FIELD:
+      kind = (kind & ~(UNIFORM_SCALE_KIND | SCALE_KIND)) | scaleKind();
+      break;
+    default:
+      // A new scale orientation alone leaves the scale's classification as it was.
+      break;
+  }
+  if (boundMode == DYNAMIC) {
+    state |= SPHERE_STALE;
+    propagateSideEffect(SPHERE_BOUND_FIELD);
+  }
+  touchField(index);
+}
+
+void nrTransform::childChanged(nrContainer* child, short index) {
+  if (index == SPHERE_BOUND_FIELD) state |= CHILD_SPHERE_STALE;
+  nrGroup::childChanged(child, index);
+}
+
+void nrTransform::cleanSideEffect(short index) {
+  if (index != SPHERE_BOUND_FIELD) {
+    nrGroup::cleanSideEffect(index);
+    return;
+  }
+  if (state & CHILD_SPHERE_STALE) {
+    calcChildrenBound(childSphere);
+    state = (state & ~CHILD_SPHERE_STALE) | SPHERE_STALE;
+  }
+  if (state & SPHERE_STALE) {
+    if (state & MATRIX_STALE) cleanMatrix();
+    float grow = 1;
+    if (kind & UNIFORM_SCALE_KIND)
+      grow = rowLength(matrix, 0);
+    else if (kind & SCALE_KIND)
+      grow = std::max({rowLength(matrix, 0), rowLength(matrix, 1), rowLength(matrix, 2)});
+    if (childSphere.isEmpty()) {
+      sphereBound.makeEmpty();
+    } else {
+      sphereBound.center.xformPt(childSphere.center, matrix);
+      sphereBound.radius = childSphere.radius * grow;
+    }
+    state &= ~SPHERE_STALE;
+  }
+  touchField(SPHERE_BOUND_FIELD);
+}
+
+nrTransform::PathEnum nrTransform::transformPushMatrix(nrTransformAction* action) {
+  if (kind == 0 || !action->pushMatrix()) return NO_PATH;
+  nrMatrix4f* top = action->getMatStack()->getTop();
+  if (kind == TRANSLATE_KIND && !(state & PARTS_STALE)) {
+    top->preTrans(translation[0], translation[1], translation[2], *top);
+    return TRANSLATE_PATH;
+  }
+  if (kind == ROTATE_KIND && !(state & PARTS_STALE)) {
+    const nrVec3f& a = rotation.axis;
+    top->preRot(a[0], a[1], a[2], rotation.angle, *top);
+    return ROTATE_PATH;
+  }
+  if (state & MATRIX_STALE) cleanMatrix();
+  top->preMult(matrix);
+  // A uniform scale still counts as free of scaling: the cull test handles it.
+  action->topScaleFlag() = kind & SCALE_KIND;
+  return MATRIX_PATH;
+}
+
+int nrTransform::drawPushMatrix(nrDrawAction* action) {
+  PathEnum path = transformPushMatrix(action);
+  if (path == NO_PATH) return 0;
+  nrgl::PushMatrix();
+  if (path == TRANSLATE_PATH) {
+    nrgl::Translatef(translation[0], translation[1], translation[2]);
+  } else if (path == ROTATE_PATH) {
+    const nrVec3f& a = rotation.axis;
+    nrgl::Rotatef(rotation.angle * degreesPerRadian, a[0], a[1], a[2]);
+  } else {
+    nrContext* context = action->getContext();
+    if (context && (kind & (UNIFORM_SCALE_KIND | SCALE_KIND))) {
+      savedNormalize = context->getNormalizeEnable();
+      normalizeSaved = 1;
+      context->setNormalizeEnable(1);
+    }
+    nrgl::MultMatrixf(&matrix[0][0]);
+  }
+  return 1;
+}
+
+nrTravDirective nrTransform::transformVisit(nrTransformAction* action) {
+  cleanPendingFields();
+  return placedTraverse(action, &nrNode::transformVisit);
+}
+
+nrTravDirective nrTransform::vfCullVisit(nrVFCullAction* action) {
+  cleanPendingFields();
+  nrTravDirective d = action->pushCull(sphereBound) ? placedTraverse(action, &nrNode::vfCullVisit) : PRUNE_TRAV;
+  action->popCull();
+  return d;
+}
+
+nrTravDirective nrTransform::drawVisit(nrDrawAction* action) {
+  cleanPendingFields();
+  nrTravDirective d = PRUNE_TRAV;
+  if (action->pushCull(sphereBound)) {
+    d = action->preVisit(this);
+    if (d == CONTINUE_TRAV) {
+      int pushed = drawPushMatrix(action);
+      nrVec3f viewVector = action->getViewVector();
+      action->updateViewVector();
+      d = visitChildren(action, &nrNode::drawVisit);
+      if (normalizeSaved) {
+        action->getContext()->setNormalizeEnable(savedNormalize);
+        normalizeSaved = 0;
+      }
+      if (pushed) {
+        action->popMatrix();
+        action->setViewVector(viewVector);
+        nrgl::PopMatrix();
+      }
+    }
+    d = nrTravCombine(d, action->postVisit(this));
+  }
+  action->popCull();
+  return d;
+}
+
+void nrTransform::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  if (!sphereBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  if (kind == 0) {
+    isectChildren(action);
+    return;
+  }
+  if (state & MATRIX_STALE) cleanMatrix();
+  if (!action->pushXform(matrix)) return;
+  isectChildren(action);
+  action->popXform();
+}

@@ -1,0 +1,159 @@
+#include "nerio3d/render/nrCamera.h"
+
+#include <cmath>
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrGL.h"
+
+namespace {
+const float degreesPerRadian = 57.295776f;
+}  // namespace
+
+nrIsectAction* nrCamera::sharedIsect = nullptr;
+
+NR_DEFINE_TYPE(nrCamera, nrContainer, "Camera") {
+  nrSFVec3f::addTypeField(type, "position", POSITION_FIELD, nrVec3f(0, 0, 0), &nrCamera::position);
+  nrSFRotation::addTypeField(type, "orientation", ORIENTATION_FIELD, nrRotation(), &nrCamera::orientation);
+}
+
+nrCamera::nrCamera(nrType* type) : nrContainer(type) {
+  initFieldDefaults(classType);
+  viewMatrix.makeIdent();
+}
+
+void nrCamera::getPosition(float* x, float* y, float* z) {
+  validateField(POSITION_FIELD);
+  *x = position[0];
+  *y = position[1];
+  *z = position[2];
+}
+
+void nrCamera::getOrientation(float* x, float* y, float* z, float* angle) {
+  validateField(ORIENTATION_FIELD);
+  *x = orientation.axis[0];
+  *y = orientation.axis[1];
+  *z = orientation.axis[2];
+  *angle = orientation.angle;
+}
+
+const nrMatrix4f& nrCamera::getViewMatrix() {
+  cleanPendingFields();
+  return viewMatrix;
+}
+
+const nrFrustum& nrCamera::getFrustum() {
+  cleanPendingFields();
+  return frustum;
+}
+
+void nrCamera::cleanPendingFields() {
+  nrBitMask pending = getSideEffectMask() | getStaleInputMask();
+  if (!pending.isZero()) internalCleanFields(pending);
+}
+
+void nrCamera::fieldChanged(short index) {
+  if (index == POSITION_FIELD || index == ORIENTATION_FIELD) {
+    const nrVec3f& a = orientation.axis;
+    viewMatrix.makeRot(a[0], a[1], a[2], -orientation.angle);
+    viewMatrix.preTrans(-position[0], -position[1], -position[2], viewMatrix);
+  }
+  touchField(index);
+}
+
+void nrCamera::addClipAspectFields(nrType* type, short first, float nrContainer::*nearClip, float nrContainer::*farClip,
+                                   int nrContainer::*aspectMode, float nrContainer::*aspectRatio) {
+  nrSFFloat::addTypeField(type, "nearClip", first, 1.0f, nearClip);
+  nrSFFloat::addTypeField(type, "farClip", first + 1, 1000.0f, farClip);
+  nrSFEnum::addTypeField(type, "aspectMode", first + 2, nrFrustum::FREE_ASPECT, aspectMode);
+  nrSFFloat::addTypeField(type, "aspectRatio", first + 3, 1.0f, aspectRatio);
+  const char* names[] = {"FREE_ASPECT", "FIXED_HEIGHT_ASPECT", "FIXED_WIDTH_ASPECT"};
+  const int values[] = {nrFrustum::FREE_ASPECT, nrFrustum::FIXED_HEIGHT_ASPECT, nrFrustum::FIXED_WIDTH_ASPECT};
+  type->defineEnums(first + 2, 3, names, values);
+}
+
+bool nrCamera::clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio) {
+  switch (offset) {
+    case 0:
+    case 1:
+      frustum.setNearFar(nearClip, farClip);
+      return true;
+    case 2:
+      frustum.setAspectMode(aspectMode);
+      return true;
+    case 3:
+      frustum.setAspectRatio(aspectRatio);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void nrCamera::draw(nrDrawAction* action) {
+  cleanPendingFields();
+  float l, r, b, t, n, f;
+  frustum.getDiagCorners(&l, &r, &b, &t, &n, &f);
+  nrContext* context = action ? action->getContext() : nullptr;
+  if (context && context->getDrawable()) context->makeCurrent(context->getDrawable());
+  nrgl::MatrixMode(GL_PROJECTION);
+  nrgl::LoadIdentity();
+  if (frustum.getKind() == nrFrustum::ORTHO_KIND)
+    nrgl::Ortho(l, r, b, t, n, f);
+  else
+    nrgl::Frustum(l, r, b, t, n, f);
+  nrgl::MatrixMode(GL_MODELVIEW);
+  nrgl::LoadIdentity();
+  const nrVec3f& a = orientation.axis;
+  nrgl::Rotatef(-orientation.angle * degreesPerRadian, a[0], a[1], a[2]);
+  nrgl::Translatef(-position[0], -position[1], -position[2]);
+}
+
+int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit) {
+  nrContext* context = nrContext::getCurrent();
+  if (!context) return 0;
+  int vx, vy, vw, vh;
+  context->getViewport(vx, vy, vw, vh);
+  return pick(root, x, y, hit, vx, vy, vw, vh);
+}
+
+int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int vw, int vh) {
+  cleanPendingFields();
+  if (!root || x < vx || x >= vx + vw || y < vy || y >= vy + vh) return 0;
+  if (!sharedIsect) {
+    sharedIsect = new nrIsectAction;
+    sharedIsect->ref();
+  }
+
+  // The pixel centre on the near rectangle, in eye coordinates.
+  float l, r, b, t, n, f;
+  frustum.getDiagCorners(&l, &r, &b, &t, &n, &f);
+  float u = (x - vx + 0.5f) / vw, v = (y - vy + 0.5f) / vh;
+  nrVec3f onNear(l + u * (r - l), b + v * (t - b), -n);
+  nrSeg eye;
+  if (frustum.getKind() == nrFrustum::ORTHO_KIND) {
+    eye = nrSeg(onNear, nrVec3f(0, 0, -1), f - n);
+  } else {
+    // From the near plane to the far plane along the ray through the eye.
+    nrVec3f dir = onNear;
+    float toNear = dir.normalize();
+    eye = nrSeg(onNear, dir, toNear * (f / n - 1));
+  }
+
+  nrMatrix4f placement;
+  const nrVec3f& a = orientation.axis;
+  placement.makeRot(a[0], a[1], a[2], orientation.angle);
+  placement.postTrans(placement, position[0], position[1], position[2]);
+  nrSeg world;
+  world.pos.xformPt(eye.pos, placement);
+  world.dir.xformVec(eye.dir, placement);
+  world.length = eye.length;
+
+  sharedIsect->setSeg(world);
+  sharedIsect->apply(root);
+  if (!sharedIsect->getHit().getGeometry()) return 0;
+  hit = sharedIsect->getHit();
+  return 1;
+}

@@ -1,0 +1,52 @@
+// Orthographic camera described by the width, height and centre of its view
+// rectangle and the clip distances.
+#pragma once
+
+#include "nerio3d/math/nrVec2f.h"
+#include "nerio3d/render/nrCamera.h"
+
+class nrOrthoCamera : public nrCamera {
+  NR_DECLARE_CONTAINER_TYPE(nrOrthoCamera)
+
+  enum {
+    WIDTH_FIELD = 2,
+    HEIGHT_FIELD,
+    CENTER_FIELD,
+    NEAR_CLIP_FIELD,
+    FAR_CLIP_FIELD,
+    ASPECT_MODE_FIELD,
+    ASPECT_RATIO_FIELD
+  };
+
+  nrOrthoCamera() : nrOrthoCamera(getClassType()) {}
+  explicit nrOrthoCamera(nrType* type);
+
+  void setWidth(float w) { setField(width, w, WIDTH_FIELD); }
+  float getWidth() { return get(width, WIDTH_FIELD); }
+  void setHeight(float h) { setField(height, h, HEIGHT_FIELD); }
+  float getHeight() { return get(height, HEIGHT_FIELD); }
+  void setCenter(float x, float y) { setField(center, nrVec2f(x, y), CENTER_FIELD); }
+  void getCenter(float* x, float* y);
+  void setNearClip(float d) { setField(nearClip, d, NEAR_CLIP_FIELD); }
+  float getNearClip() { return get(nearClip, NEAR_CLIP_FIELD); }
+  void setFarClip(float d) { setField(farClip, d, FAR_CLIP_FIELD); }
+  float getFarClip() { return get(farClip, FAR_CLIP_FIELD); }
+  // A value of nrFrustum::AspectModeEnum.
+  void setAspectMode(int mode) { setField(aspectMode, mode, ASPECT_MODE_FIELD); }
+  int getAspectMode() { return get(aspectMode, ASPECT_MODE_FIELD); }
+  void setAspectRatio(float ratio) { setField(aspectRatio, ratio, ASPECT_RATIO_FIELD); }
+  float getAspectRatio() { return get(aspectRatio, ASPECT_RATIO_FIELD); }
+
+ protected:
+  void fieldChanged(short index) override;
+  // The view rectangle from width, height and centre.
+  void makeRect();
+
+  float width;
+  float height;
+  nrVec2f center;
+  float nearClip;
+  float farClip;
+  int aspectMode;
+  float aspectRatio;
+};

@@ -1,0 +1,187 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "../render/nrRenderFixture.h"
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/render/nrPerspCamera.h"
+#include "nrNodeTestTypes.h"
+
+namespace {
+
+const float halfPi = float(M_PI / 2);
+
+// A leaf that, when drawn, compares the OpenGL model-view matrix with the
+// action's stack top and notes whether normalisation is on.
+class tstProbe : public nrNode {
+  NR_DECLARE_CONTAINER_TYPE(tstProbe)
+  tstProbe() : nrNode(getClassType()) { setSphereBound(nrSphereBound(nrVec3f(0, 0, 0), 1)); }
+
+  nrTravDirective drawVisit(nrDrawAction* action) override {
+    nrMatrix4f gl;
+    nrgl::GetFloatv(GL_MODELVIEW_MATRIX, &gl[0][0]);
+    matches = gl.almostEqual(*action->getMatStack()->getTop(), 1e-5f);
+    normalized = nrgl::IsEnabled(GL_NORMALIZE);
+    return CONTINUE_TRAV;
+  }
+
+  bool matches = false;
+  bool normalized = false;
+};
+
+NR_DEFINE_TYPE(tstProbe, nrNode, "tstProbe") {}
+
+// What each transform call did, the matrix text left out.
+std::vector<std::string> placementCalls(const nrGLRecorder& rec) {
+  std::vector<std::string> kept;
+  for (std::string c : rec.calls()) {
+    if (c.rfind("glIsEnabled", 0) == 0 || c.rfind("glGet", 0) == 0) continue;
+    if (c.rfind("glMultMatrixf", 0) == 0) c = "glMultMatrixf";
+    if (c.find("Matrix") != std::string::npos || c.find("GL_NORMALIZE") != std::string::npos ||
+        c.rfind("glTranslatef", 0) == 0 || c.rfind("glRotatef", 0) == 0)
+      kept.push_back(c);
+  }
+  return kept;
+}
+
+nrVec3f mapped(nrTransform* t, const nrVec3f& p) {
+  nrMatrix4f m;
+  t->getMatrix(m);
+  nrVec3f out;
+  out.xformPt(p, m);
+  return out;
+}
+
+using Transform = nrtest::ContextTest;
+using Calls = nrtest::Calls;
+
+}  // namespace
+
+TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) {
+  const nrMatrix4f shear(1, 0, 0, 0, 0.5f, 1, 0, 0, 0, 0, 1, 0, 0, 0, -3, 1);
+  const Calls scaled = {"glPushMatrix()", "glEnable(GL_NORMALIZE)", "glMultMatrixf", "glDisable(GL_NORMALIZE)",
+                        "glPopMatrix()"};
+  struct {
+    const char* name;
+    std::function<void(nrTransform*)> set;
+    Calls calls;
+  } cases[] = {
+      {"default", [](nrTransform*) {}, {}},
+      {"translation back to zero",
+       [](nrTransform* t) {
+         t->setTranslation(1, 0, 0);
+         t->setTranslation(0, 0, 0);
+       },
+       {"glPushMatrix()", "glTranslatef(0, 0, 0)", "glPopMatrix()"}},
+      {"rotation",
+       [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); },
+       {"glPushMatrix()", "glRotatef(28.6479, 0, 1, 0)", "glPopMatrix()"}},
+      {"rotation with a centre",
+       [](nrTransform* t) {
+         t->setRotation(0, 1, 0, 0.5f);
+         t->setCenter(1, 0, 0);
+       },
+       {"glPushMatrix()", "glMultMatrixf", "glPopMatrix()"}},
+      {"uniform scale", [](nrTransform* t) { t->setScale(2, 2, 2); }, scaled},
+      {"scale", [](nrTransform* t) { t->setScale(1, 3, 1); }, scaled},
+      {"matrix", [&](nrTransform* t) { t->setMatrix(shear); }, scaled},
+  };
+  nrPerspCamera* camera = nrtest::held<nrPerspCamera>();
+  camera->setPosition(0, 0, 5);
+  nrDrawAction draw;
+  draw.setCamera(camera);
+  draw.setContext(context);
+  for (const auto& c : cases) {
+    nrTransform* t = nrtest::held<nrTransform>();
+    tstProbe* probe = new tstProbe;
+    t->addChild(probe);
+    c.set(t);
+    camera->draw(&draw);
+    nrGLRecorder rec;
+    EXPECT_EQ(draw.apply(t), 0) << c.name;
+    EXPECT_EQ(placementCalls(rec), c.calls) << c.name;
+    EXPECT_TRUE(probe->matches) << c.name;
+    EXPECT_EQ(probe->normalized, c.calls == scaled) << c.name;
+    EXPECT_FALSE(isOn(GL_NORMALIZE)) << c.name;
+    if (std::string(c.name) == "matrix") {
+      EXPECT_NE(rec.text().find("glMultMatrixf({1, 0, 0, 0, 0.5, 1, 0, 0, 0, 0, 1, 0, 0, 0, -3, 1})"),
+                std::string::npos);
+    }
+    t->unref();
+  }
+  camera->unref();
+}
+
+TEST(nrTransform, TheSphereFollowsTheParts) {
+  struct {
+    const char* name;
+    std::function<void(nrTransform*)> set;
+    nrVec3f center;
+    float radius;
+  } cases[] = {
+      {"uniform scale", [](nrTransform* t) { t->setScale(2, 2, 2); }, {4, 0, 0}, 2},
+      {"scale", [](nrTransform* t) { t->setScale(1, 3, 1); }, {2, 0, 0}, 3},
+      {"translation", [](nrTransform* t) { t->setTranslation(0, 0, -5); }, {2, 0, -5}, 1},
+      {"rotation about a centre",
+       [](nrTransform* t) {
+         t->setCenter(1, 0, 0);
+         t->setRotation(0, 0, 1, halfPi);
+       },
+       {1, 1, 0},
+       1},
+  };
+  for (const auto& c : cases) {
+    nrTransform* t = nrtest::held<nrTransform>();
+    tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(2, 0, 0), 1));
+    t->addChild(leaf);
+    c.set(t);
+    nrSphereBound s;
+    t->getSphereBound(s);
+    EXPECT_TRUE(s.center.almostEqual(c.center, 1e-5f)) << c.name;
+    EXPECT_FLOAT_EQ(s.radius, c.radius) << c.name;
+    // A change below reaches the transform's sphere.
+    leaf->setSphereBound(nrSphereBound(nrVec3f(2, 0, 0), 0.5f));
+    t->getSphereBound(s);
+    EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
+    t->unref();
+  }
+}
+
+TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
+  nrTransform* t = nrtest::held<nrTransform>();
+  // -centre, scale, rotation, +centre, translation.
+  t->setCenter(1, 0, 0);
+  t->setScale(2, 1, 1);
+  t->setRotation(0, 0, 1, halfPi);
+  t->setTranslation(0, 0, 5);
+  EXPECT_TRUE(mapped(t, nrVec3f(2, 0, 0)).almostEqual(nrVec3f(1, 2, 5), 1e-5f));
+  // The scale orientation turns the scaled axis from x to y: (0, 1, 0) from
+  // the centre doubles, then turns to (-2, 0, 0).
+  t->setScaleOrientation(0, 0, 1, halfPi);
+  EXPECT_TRUE(mapped(t, nrVec3f(1, 1, 0)).almostEqual(nrVec3f(-1, 0, 5), 1e-5f));
+
+  // A matrix that rotates, scales unevenly, reflects and translates.
+  nrMatrix4f m;
+  m.makeRot(1, 2, 3, 0.7f);
+  m.preScale(2, 3, -0.5f, m);
+  m.preRot(0, 1, 0, 0.3f, m);
+  m.postTrans(m, 4, 5, 6);
+  t->setMatrix(m);
+  EXPECT_EQ(t->getKind(), nrTransform::SCALE_KIND | nrTransform::MATRIX_KIND);
+  float x, y, z;
+  t->getTranslation(&x, &y, &z);
+  EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(4, 5, 6));
+  t->getCenter(&x, &y, &z);
+  EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(0, 0, 0));
+  nrMatrix4f back;
+  t->getMatrix(back);
+  EXPECT_EQ(back, m);
+  // Setting a part rebuilds the matrix from the derived parts: the same one.
+  t->setCenter(0, 0, 0);
+  t->getMatrix(back);
+  EXPECT_TRUE(back.almostEqual(m, 1e-5f));
+  EXPECT_EQ(t->getKind(), nrTransform::TRANSLATE_KIND | nrTransform::ROTATE_KIND | nrTransform::SCALE_KIND);
+  t->unref();
+}

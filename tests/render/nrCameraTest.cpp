@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/render/nrFrustumCamera.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
+#include "nrRenderFixture.h"
+
+namespace {
+
+const float tol = 1e-5f;
+
+struct Extents {
+  float l, r, b, t, n, f;
+};
+
+Extents extentsOf(nrCamera* camera) {
+  Extents e;
+  camera->getFrustum().getDiagCorners(&e.l, &e.r, &e.b, &e.t, &e.n, &e.f);
+  return e;
+}
+
+void expectExtents(nrCamera* camera, const Extents& x, const char* what) {
+  Extents e = extentsOf(camera);
+  EXPECT_NEAR(e.l, x.l, tol) << what;
+  EXPECT_NEAR(e.r, x.r, tol) << what;
+  EXPECT_NEAR(e.b, x.b, tol) << what;
+  EXPECT_NEAR(e.t, x.t, tol) << what;
+  EXPECT_NEAR(e.n, x.n, tol) << what;
+  EXPECT_NEAR(e.f, x.f, tol) << what;
+}
+
+using Camera = nrtest::ContextTest;
+using Calls = nrtest::Calls;
+
+}  // namespace
+
+TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
+  const float h = 0.41421356f, fov = 0.785f;
+  nrPerspCamera* persp = nrtest::held<nrPerspCamera>();
+  expectExtents(persp, {-h, h, -h, h, 1, 1000}, "default perspective");
+  EXPECT_EQ(persp->getFrustum().getKind(), nrFrustum::PERSP_KIND);
+  // A positive horizontal offset moves the window toward -x, a positive
+  // vertical one toward +y.
+  persp->setHorizFOV(fov);
+  persp->setHorizFOVOff(0.1f);
+  expectExtents(persp, {-std::tan(0.1f + fov / 2), -std::tan(0.1f - fov / 2), -h, h, 1, 1000}, "horizontal offset");
+  EXPECT_EQ(persp->getFrustum().getKind(), nrFrustum::OFFCENTER_PERSP_KIND);
+  persp->setHorizFOVOff(0);
+  persp->setVertFOV(fov);
+  persp->setVertFOVOff(0.1f);
+  float w = std::tan(fov / 2);
+  expectExtents(persp, {-w, w, std::tan(0.1f - fov / 2), std::tan(0.1f + fov / 2), 1, 1000}, "vertical offset");
+  // The field of view stays when the near plane moves.
+  persp->setNearClip(2);
+  persp->setFarClip(50);
+  expectExtents(persp, {-2 * w, 2 * w, 2 * std::tan(0.1f - fov / 2), 2 * std::tan(0.1f + fov / 2), 2, 50}, "clip");
+  persp->setAspectMode(nrFrustum::FIXED_HEIGHT_ASPECT);
+  persp->setAspectRatio(2);
+  Extents e = extentsOf(persp);
+  EXPECT_NEAR(e.r - e.l, 2 * (e.t - e.b), tol);
+
+  nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
+  expectExtents(ortho, {-0.5f, 0.5f, -0.5f, 0.5f, 1, 1000}, "default orthographic");
+  EXPECT_EQ(ortho->getFrustum().getKind(), nrFrustum::ORTHO_KIND);
+  ortho->setCenter(2, 0);
+  ortho->setWidth(4);
+  expectExtents(ortho, {0, 4, -0.5f, 0.5f, 1, 1000}, "centre and width");
+
+  nrFrustumCamera* given = nrtest::held<nrFrustumCamera>();
+  nrFrustum f;
+  f.makeOrtho(-1, 3, -2, 2);
+  given->setFrustum(&f);
+  expectExtents(given, {-1, 3, -2, 2, 1, 1000}, "given frustum");
+
+  // From (1, 2, 3) looking down -x: the position goes to the eye, a point one
+  // unit ahead onto -z.
+  persp->setPosition(1, 2, 3);
+  persp->setOrientation(0, 1, 0, float(M_PI / 2));
+  nrVec3f eye, ahead;
+  eye.xformPt(nrVec3f(1, 2, 3), persp->getViewMatrix());
+  ahead.xformPt(nrVec3f(0, 2, 3), persp->getViewMatrix());
+  EXPECT_TRUE(eye.almostEqual(nrVec3f(0, 0, 0), tol));
+  EXPECT_TRUE(ahead.almostEqual(nrVec3f(0, 0, -1), tol));
+  EXPECT_EQ(persp->getField("farClip"), persp->getField(7));
+  EXPECT_EQ(ortho->getField("aspectRatio"), ortho->getField(8));
+
+  given->unref();
+  ortho->unref();
+  persp->unref();
+}
+
+TEST_F(Camera, DrawLoadsTheFrustumProjectionAndTheViewMatrix) {
+  nrPerspCamera* persp = nrtest::held<nrPerspCamera>();
+  persp->setPosition(1, 2, 3);
+  persp->setOrientation(0, 1, 0, float(M_PI / 2));
+  nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
+  ortho->setCenter(2, 0);
+  ortho->setWidth(4);
+  nrDrawAction draw;
+  draw.setContext(context);
+
+  nrGLRecorder rec;
+  persp->draw(&draw);
+  EXPECT_EQ(rec.calls(),
+            (Calls{"glMatrixMode(GL_PROJECTION)", "glLoadIdentity()",
+                   "glFrustum(-0.414214, 0.414214, -0.414214, 0.414214, 1, 1000)", "glMatrixMode(GL_MODELVIEW)",
+                   "glLoadIdentity()", "glRotatef(-90, 0, 1, 0)", "glTranslatef(-1, -2, -3)"}));
+  for (nrCamera* camera : {static_cast<nrCamera*>(persp), static_cast<nrCamera*>(ortho)}) {
+    camera->draw(&draw);
+    nrMatrix4f projection, expected, modelView;
+    nrgl::GetFloatv(GL_PROJECTION_MATRIX, &projection[0][0]);
+    camera->getFrustum().getGLProjMat(expected);
+    EXPECT_TRUE(projection.almostEqual(expected, tol)) << camera->getType()->getName();
+    nrgl::GetFloatv(GL_MODELVIEW_MATRIX, &modelView[0][0]);
+    EXPECT_TRUE(modelView.almostEqual(camera->getViewMatrix(), tol)) << camera->getType()->getName();
+  }
+  EXPECT_NE(rec.text().find("glOrtho(0, 4, -0.5, 0.5, 1, 1000)"), std::string::npos);
+  ortho->unref();
+  persp->unref();
+}

@@ -1,0 +1,349 @@
+#include "nerio3d/vl/vlInput.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/vl/vlDebugError.h"
+#include "nrCapture.h"
+#include "nrHeld.h"
+
+namespace {
+
+const std::string HEADER = "#VRML V2.0 utf8\n";
+
+// A vlInput over a temporary file holding text.
+class vlInputTest : public testing::Test {
+ protected:
+  ~vlInputTest() override {
+    if (file) fclose(file);
+  }
+  vlInput& open(const std::string& text) {
+    if (file) fclose(file);
+    file = tmpfile();
+    fwrite(text.data(), 1, text.size(), file);
+    rewind(file);
+    in.setFilePointer(file);
+    return in;
+  }
+  vlInput& openBody(const std::string& body) { return open(HEADER + body); }
+  // What is left unread, character by character.
+  std::string rest() {
+    std::string s;
+    char c;
+    while (in.get(c)) s += c;
+    return s;
+  }
+  static std::string error(const std::string& message, int line) {
+    char location[32];
+    snprintf(location, sizeof location, "\tOccurred at line %3d", line);
+    return "vl read error: " + message + "\n" + location + "\n";
+  }
+
+  vlInput in;
+  FILE* file = nullptr;
+};
+
+TEST_F(vlInputTest, HeaderIsAnyFirstLineStartingWithHashAndIsCheckedOnce) {
+  EXPECT_FLOAT_EQ(openBody("").getVersion(), 1.0f);
+  EXPECT_EQ(rest(), "");
+  EXPECT_TRUE(in.eof());
+  int v = 0;
+  EXPECT_TRUE(open("#anything at all\r ignored\n 7").read(v));
+  EXPECT_EQ(v, 7);
+  EXPECT_EQ(in.getLineNumber(), 2);
+
+  for (const char* text : {" #VRML V2.0 utf8\n1", "VRML 1", ""}) {
+    SCOPED_TRACE(text);
+    open(text);
+    EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.read(v)); }),
+              error("File does not have a valid header string", 1));
+    // A refused header fails every later read, without a second message.
+    char c = 'x';
+    EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.get(c)); }), "");
+    EXPECT_EQ(c, static_cast<char>(255));
+  }
+}
+
+TEST_F(vlInputTest, IntegersInEveryBaseLeaveTheInputAfterTheLastDigit) {
+  struct Case {
+    const char* text;
+    bool ok;
+    long value;
+    const char* rest;
+  } cases[] = {
+      {"0x1F", true, 31, ""},   {"017", true, 15, ""},    {"0X1F", true, 0, "X1F"}, {"019 ", true, 1, " "},
+      {" -12,", true, -12, ","}, {"+7", true, 7, ""},     {"0xg", false, 0, "g"},   {"-x", false, 0, "x"},
+      {"- 5", false, 0, " 5"},  {"abc", false, 0, "abc"}, {"12abc", true, 12, "abc"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    long v = -99;
+    EXPECT_EQ(openBody(c.text).read(v), c.ok);
+    if (c.ok) {
+      EXPECT_EQ(v, c.value);
+    }
+    EXPECT_EQ(rest(), c.rest);
+  }
+
+  // Widths: out-of-range values saturate; the 16-bit forms keep the low bits.
+  int i;
+  long l;
+  short s;
+  unsigned u;
+  unsigned long ul;
+  unsigned short us;
+  EXPECT_TRUE(openBody("99999999999 -99999999999 99999999999 70000 0xFFFFFFFFF 0x1FFFF 99999999999999999999")
+                  .read(i));
+  EXPECT_EQ(i, INT_MAX);
+  EXPECT_TRUE(in.read(i));
+  EXPECT_EQ(i, INT_MIN);
+  EXPECT_TRUE(in.read(l));
+  EXPECT_EQ(l, 99999999999L);
+  EXPECT_TRUE(in.read(s));
+  EXPECT_EQ(s, 4464);
+  EXPECT_TRUE(in.read(u));
+  EXPECT_EQ(u, UINT_MAX);
+  EXPECT_TRUE(in.read(us));
+  EXPECT_EQ(us, 0xFFFF);
+  EXPECT_TRUE(in.read(ul));
+  EXPECT_EQ(ul, ULONG_MAX);
+  // Unsigned integers take no sign.
+  EXPECT_FALSE(openBody("-5").read(u));
+  EXPECT_EQ(rest(), "-5");
+}
+
+TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
+  struct Case {
+    const char* text;
+    bool ok;
+    const char* rest;
+  } cases[] = {
+      {"-.5e2", true, ""},    {"1e", false, ""},        {"1e+x", false, "x"},  {"3.", true, ""},
+      {".25]", true, "]"},    {"1E3", true, ""},        {"2e-3", true, ""},    {".", false, ""},
+      {"abc", false, "abc"},  {"0x1F", true, "x1F"},    {"-0", true, ""},      {"1e400", true, ""},
+      {"123456789012345678901234567890e-30", true, ""}, {"0.000000000000000000000000001234", true, ""},
+      {"9007199254740993", true, ""},                   {"1.7976931348623157e308", true, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    double v = 42;
+    EXPECT_EQ(openBody(c.text).read(v), c.ok);
+    if (c.ok) {
+      std::string taken(c.text, strlen(c.text) - strlen(c.rest));
+      double expected = atof(taken.c_str());
+      EXPECT_EQ(v, expected);
+      EXPECT_EQ(std::signbit(v), std::signbit(expected));
+    }
+    EXPECT_EQ(rest(), c.rest);
+  }
+  double d;
+  EXPECT_TRUE(openBody("-.5e2").read(d));
+  EXPECT_EQ(d, -50);
+
+  // Many random numbers of the shapes scene files hold; floats are the
+  // double narrowed.
+  std::mt19937 random(7);
+  std::string text;
+  for (int k = 0; k < 20000; ++k) {
+    char number[64];
+    double x = std::ldexp(double(random()), int(random() % 80) - 70);
+    const char* formats[] = {"%.*f", "%.*e", "%.*g"};
+    snprintf(number, sizeof number, formats[k % 3], int(random() % 18), k % 2 ? x : -x);
+    text += number;
+    text += k % 5 ? " " : ",\n";
+  }
+  openBody(text);
+  const char* p = text.c_str();
+  for (int k = 0; k < 20000; ++k) {
+    char* end;
+    double expected = strtod(p, &end);
+    p = end + (k % 5 ? 1 : 2);
+    float f;
+    ASSERT_TRUE(k % 2 ? in.read(d) : in.read(f)) << k;
+    if (k % 2)
+      ASSERT_EQ(d, expected) << k;
+    else
+      ASSERT_EQ(f, static_cast<float>(expected)) << k;
+    char comma;
+    if (k % 5 == 0) {
+      ASSERT_TRUE(in.read(comma));
+    }
+  }
+}
+
+TEST_F(vlInputTest, BooleansAreTrueFalseOneOrZero) {
+  unsigned char b = 7;
+  openBody("TRUE FALSE 1 0");
+  for (unsigned char expected : {1, 0, 1, 0}) {
+    ASSERT_TRUE(in.readBool(b));
+    EXPECT_EQ(b, expected);
+  }
+  struct Case {
+    const char* text;
+    const char* message;
+  } cases[] = {
+      {"true", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
+      {"[", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
+      {"2", "Illegal value for vlSFBool: 2 (must be 0 or 1)"},
+      {"257", "Illegal value for vlSFBool: 1 (must be 0 or 1)"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    openBody(c.text);
+    EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.readBool(b)); }), error(c.message, 2));
+  }
+}
+
+TEST_F(vlInputTest, LinesCountInWhiteSpaceCommentsAndQuotedStrings) {
+  nrString s;
+  openBody("# one\n\n\"two\nlines\" # three\n  true");
+  ASSERT_TRUE(in.read(s));
+  EXPECT_STREQ(s.getString(), "two\nlines");
+  unsigned char b;
+  EXPECT_EQ(nrtest::captureStderr([&] { in.readBool(b); }),
+            error("Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool", 6));
+
+  int v;
+  openBody("5 # last line");
+  EXPECT_TRUE(in.read(v));
+  char c;
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.read(c)); }),
+            error("EOF reached before end of comment", 2));
+}
+
+TEST_F(vlInputTest, StringTokensAreQuotedWithEscapesOrEndAtWhiteSpace) {
+  std::string longText(600, 'q');
+  struct Case {
+    std::string text, value, rest;
+  } cases[] = {
+      {"\"a\\\"b\"", "a\"b", ""},
+      {"\"a\\\\b\"", "a\\\\b", ""},
+      {"\"a\\nb\" x", "a\\nb", " x"},
+      {"\"\"", "", ""},
+      {"url\t[", "url", "\t["},
+      {"\"" + longText + "\"", longText, ""},
+      {longText + " ", longText, " "},
+      {"\"open", "open", ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    nrString s;
+    ASSERT_TRUE(openBody(c.text).read(s));
+    EXPECT_EQ(s.getString(), c.value);
+    EXPECT_EQ(rest(), c.rest);
+  }
+  nrString s;
+  EXPECT_FALSE(openBody("  ").read(s));
+}
+
+TEST_F(vlInputTest, IdentifiersAndNames) {
+  nrName n;
+  ASSERT_TRUE(openBody("  Transform{").read(n, 1));
+  EXPECT_STREQ(n.getString(), "Transform");
+  EXPECT_EQ(rest(), "{");
+  // A character that cannot start an identifier gives the empty name.
+  ASSERT_TRUE(openBody("9abc").read(n, 1));
+  EXPECT_STREQ(n.getString(), "");
+  EXPECT_EQ(rest(), "9abc");
+  // Identifiers keep 255 characters and drop the rest of the word.
+  ASSERT_TRUE(openBody(std::string(300, 'i') + " x").read(n, 1));
+  EXPECT_EQ(std::string(n.getString()), std::string(255, 'i'));
+  EXPECT_EQ(rest(), " x");
+  ASSERT_TRUE(openBody("\"a name\"").read(n, 0));
+  EXPECT_STREQ(n.getString(), "a name");
+  EXPECT_FALSE(openBody("").read(n, 1));
+
+  struct Case {
+    char c;
+    bool ident, identStart, nodeName;
+  } cases[] = {
+      {'a', 1, 1, 1},  {'Z', 1, 1, 1},  {'5', 1, 0, 1},  {'_', 1, 1, 1},    {'-', 1, 1, 1},
+      {'%', 1, 1, 1},  {'.', 0, 0, 1},  {'[', 0, 0, 1},  {',', 0, 0, 1},    {'#', 0, 0, 1},
+      {'+', 0, 0, 0},  {'\'', 0, 0, 0}, {'"', 0, 0, 0},  {'\\', 0, 0, 0},   {'{', 0, 0, 0},
+      {'}', 0, 0, 0},  {' ', 0, 0, 0},  {'\t', 0, 0, 0}, {'\x01', 0, 0, 0}, {'\xe9', 0, 0, 1},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(int(c.c));
+    EXPECT_EQ(vlInput::isIdentChar(c.c), c.ident);
+    EXPECT_EQ(vlInput::isIdentStartChar(c.c), c.identStart);
+    EXPECT_EQ(vlInput::isNodeNameStartChar(c.c), c.identStart);
+    EXPECT_EQ(vlInput::isNodeNameChar(c.c), c.nodeName);
+  }
+}
+
+TEST_F(vlInputTest, PushedBackTextIsReadBeforeTheStream) {
+  openBody("Group");
+  char c;
+  in.putBack("DEF G ");
+  ASSERT_TRUE(in.get(c));
+  in.putBack(c);
+  in.putBack(static_cast<char>(255));
+  nrName n;
+  ASSERT_TRUE(in.read(n, 1));
+  EXPECT_STREQ(n.getString(), "DEF");
+  ASSERT_TRUE(in.read(n, 1));
+  EXPECT_STREQ(n.getString(), "G");
+  ASSERT_TRUE(in.read(n, 1));
+  EXPECT_STREQ(n.getString(), "Group");
+  EXPECT_FALSE(in.get(c));
+  EXPECT_TRUE(in.eof());
+}
+
+TEST_F(vlInputTest, TheStreamStaysInStepWithTheReader) {
+  for (bool buffered : {true, false}) {
+    SCOPED_TRACE(buffered);
+    openBody("12 0X1F -3.5e1 \"q\" a");
+    if (!buffered) setvbuf(file, nullptr, _IONBF, 0);
+    int i;
+    ASSERT_TRUE(in.read(i));
+    EXPECT_EQ(fgetc(file), ' ');
+    ASSERT_TRUE(in.read(i));
+    EXPECT_EQ(fgetc(file), 'X');
+    ungetc('Y', file);
+    nrName n;
+    ASSERT_TRUE(in.read(n, 1));
+    EXPECT_STREQ(n.getString(), "Y1F");
+    double d;
+    ASSERT_TRUE(in.read(d));
+    EXPECT_EQ(d, -35);
+    nrString s;
+    ASSERT_TRUE(in.read(s));
+    in.putBack('"');
+    EXPECT_EQ(fgetc(file), '"');
+    char c;
+    ASSERT_TRUE(in.read(c));
+    EXPECT_FALSE(in.get(c));
+    EXPECT_TRUE(in.eof());
+    // Giving a character back clears the end of input, as ungetc does.
+    in.putBack('z');
+    EXPECT_FALSE(in.eof());
+    EXPECT_EQ(fgetc(file), 'z');
+  }
+}
+
+TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
+  nrContainer* a = nrtest::held<nrContainer>();
+  nrContainer* b = nrtest::held<nrContainer>();
+  in.addReference("T", a);
+  EXPECT_STREQ(a->getName(), "T");
+  EXPECT_EQ(in.findReference("T"), a);
+  in.addReference("T", b);
+  EXPECT_EQ(in.findReference("T"), b);
+  EXPECT_EQ(in.findReference("U"), nullptr);
+  a->unref();
+  b->unref();
+}
+
+TEST(vlDebugError, NamesTheFunction) {
+  EXPECT_EQ(nrtest::captureStderr([] { vlDebugError::post("vlDB::readNodeInstance", "Reading Inline %s", "a.wrl"); }),
+            "vl error in vlDB::readNodeInstance(): Reading Inline a.wrl\n");
+}
+
+}  // namespace
