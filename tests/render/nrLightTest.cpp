@@ -7,6 +7,7 @@
 #include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrEnvironment.h"
 #include "nerio3d/render/nrFog.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrSpotLight.h"
 #include "nrRenderFixture.h"
@@ -157,6 +158,17 @@ TEST_F(Light, AnEnvironmentScopesItsLightsAndFogToItsChildren) {
   rec.clear();
   fog->drawVisit(&action);
   EXPECT_EQ(rec.calls(), Calls{}) << "no fog while the application has it off";
+
+  // Outside an environment a light lasts until the traversal's state is popped.
+  nrPerspCamera* camera = new nrPerspCamera;
+  action.setCamera(camera);
+  nrGroup* root = hold(new nrGroup);
+  root->addChild(a);
+  root->addChild(new tstProbe([&] { inside = lightsOn(); }));
+  static_cast<nrNode*>(root->getChild(1))->setSphereBound(nrSphereBound(nrVec3f(0, 0, -5), 1));
+  action.apply(root);
+  EXPECT_EQ(inside, std::make_pair(true, false));
+  EXPECT_FALSE(isOn(GL_LIGHT7));
 }
 
 TEST_F(Light, ALightPlacedAgainInsideIsReloadedWhereItWasOnTheWayOut) {
