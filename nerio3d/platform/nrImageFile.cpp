@@ -1,10 +1,10 @@
 #include "nerio3d/platform/nrImageFile.h"
 
-#include <cstring>
-#include <vector>
-
 #include <stb/stb_image.h>
 #include <stb/stb_image_write.h>
+
+#include <cstring>
+#include <vector>
 
 bool nrImageFile::open(const char* name) {
   close();

@@ -16,8 +16,8 @@ namespace {
 
 const GLenum formatGL[] = {GL_LUMINANCE, GL_LUMINANCE_ALPHA, GL_RGB, GL_RGBA};
 const int formatComponents[] = {1, 2, 3, 4};
-const GLenum typeGL[] = {GL_BYTE, GL_UNSIGNED_BYTE, GL_SHORT,   GL_UNSIGNED_SHORT, GL_INT,
-                         GL_UNSIGNED_INT, GL_FLOAT, GL_2_BYTES, GL_3_BYTES,        GL_4_BYTES};
+const GLenum typeGL[] = {GL_BYTE,         GL_UNSIGNED_BYTE, GL_SHORT,   GL_UNSIGNED_SHORT, GL_INT,
+                         GL_UNSIGNED_INT, GL_FLOAT,         GL_2_BYTES, GL_3_BYTES,        GL_4_BYTES};
 const int typeBytes[] = {1, 1, 2, 2, 4, 4, 4, 2, 3, 4};
 
 // An enumeration value read from a file may lie outside its table.
@@ -68,9 +68,10 @@ void halve(const void* source, int w, int h, int n, void* destination) {
 NR_DEFINE_TYPE(nrImage, nrContainer, "Image") {
   const char* formatNames[] = {"LUMINANCE", "LUMINANCE_ALPHA", "RGB", "RGBA"};
   const int formatValues[] = {LUMINANCE, LUMINANCE_ALPHA, RGB, RGBA};
-  const char* typeNames[] = {"BYTE", "UNSIGNED_BYTE", "SHORT",     "UNSIGNED_SHORT", "INT",
-                             "UNSIGNED_INT", "FLOAT", "TWO_BYTES", "THREE_BYTES",    "FOUR_BYTES"};
-  const int typeValues[] = {BYTE, UNSIGNED_BYTE, SHORT, UNSIGNED_SHORT, INT, UNSIGNED_INT, FLOAT, TWO_BYTES, THREE_BYTES, FOUR_BYTES};
+  const char* typeNames[] = {"BYTE",         "UNSIGNED_BYTE", "SHORT",     "UNSIGNED_SHORT", "INT",
+                             "UNSIGNED_INT", "FLOAT",         "TWO_BYTES", "THREE_BYTES",    "FOUR_BYTES"};
+  const int typeValues[] = {BYTE,         UNSIGNED_BYTE, SHORT,     UNSIGNED_SHORT, INT,
+                            UNSIGNED_INT, FLOAT,         TWO_BYTES, THREE_BYTES,    FOUR_BYTES};
   nrSFString::addTypeField(type, "fileName", FILE_NAME_FIELD, nrString("noName"), &nrImage::fileName);
   nrSFInt::addTypeField(type, "width", WIDTH_FIELD, 0, &nrImage::width);
   nrSFInt::addTypeField(type, "height", HEIGHT_FIELD, 0, &nrImage::height);

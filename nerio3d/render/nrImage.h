@@ -39,7 +39,9 @@ class nrImage : public nrContainer {
   int getWidth() const { return width; }
   void setHeight(int h) { setFieldValue(height, h, HEIGHT_FIELD); }
   int getHeight() const { return height; }
-  void setMemoryFormat(MemoryFormatEnum format) { setFieldValue(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD); }
+  void setMemoryFormat(MemoryFormatEnum format) {
+    setFieldValue(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD);
+  }
   MemoryFormatEnum getMemoryFormat() const { return static_cast<MemoryFormatEnum>(memoryFormat); }
   void setMemoryType(MemoryTypeEnum type) { setFieldValue(memoryType, static_cast<int>(type), MEMORY_TYPE_FIELD); }
   MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(memoryType); }

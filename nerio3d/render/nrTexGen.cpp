@@ -14,8 +14,7 @@ NR_DEFINE_TYPE(nrTexGen, nrContainer, "TexGen") {
   const int values[] = {OFF, EYE_LINEAR, EYE_LINEAR_IDENT, OBJECT_LINEAR, SPHERE_MAP};
   const char* modeNames[] = {"modeS", "modeT", "modeR", "modeQ"};
   const char* planeNames[] = {"planeS", "planeT", "planeR", "planeQ"};
-  const nrVec4f planeDefaults[] = {nrVec4f(1, 0, 0, 0), nrVec4f(0, 1, 0, 0), nrVec4f(0, 0, 1, 0),
-                                   nrVec4f(0, 0, 0, 1)};
+  const nrVec4f planeDefaults[] = {nrVec4f(1, 0, 0, 0), nrVec4f(0, 1, 0, 0), nrVec4f(0, 0, 1, 0), nrVec4f(0, 0, 0, 1)};
   for (short coord = 0; coord < 4; ++coord) {
     nrSFEnum::addTypeField(type, modeNames[coord], MODE_S + coord, OFF, modes[coord]);
     type->defineEnums(MODE_S + coord, 5, names, values);

@@ -14,6 +14,7 @@
 
 namespace {
 
+// clang-format off
 const char* formatNames[] = {
     "LUMINANCE",          "LUMINANCE_ALPHA",     "RGB",          "RGBA",         "ALPHA4",
     "ALPHA8",             "ALPHA12",             "ALPHA16",      "LUMINANCE4",   "LUMINANCE8",
@@ -34,6 +35,7 @@ const GLint formatGL[] = {
     GL_RGB5,               GL_RGB8,                GL_RGB10,       GL_RGB12,       GL_RGB16,
     GL_RGBA2,              GL_RGBA4,               GL_RGB5_A1,     GL_RGBA8,       GL_RGB10_A2,
     GL_RGBA12,             GL_RGBA16,              0,              GL_LUMINANCE,   GL_LUMINANCE_ALPHA};
+// clang-format on
 static_assert(sizeof formatGL / sizeof formatGL[0] == nrTexture::TEXEL32 + 1, "one entry per format");
 
 const GLint repeatGL[] = {GL_CLAMP, GL_REPEAT};
@@ -91,8 +93,12 @@ void nrTexture::setFileName(const nrString& name) { setFieldValue(fileName, name
 void nrTexture::setFormat(FormatEnum value) { setFieldValue(format, static_cast<int>(value), FORMAT_FIELD); }
 void nrTexture::setRepeatS(RepeatEnum value) { setFieldValue(repeatS, static_cast<int>(value), REPEAT_S_FIELD); }
 void nrTexture::setRepeatT(RepeatEnum value) { setFieldValue(repeatT, static_cast<int>(value), REPEAT_T_FIELD); }
-void nrTexture::setMinFilter(MinFilterEnum value) { setFieldValue(minFilter, static_cast<int>(value), MIN_FILTER_FIELD); }
-void nrTexture::setMagFilter(MagFilterEnum value) { setFieldValue(magFilter, static_cast<int>(value), MAG_FILTER_FIELD); }
+void nrTexture::setMinFilter(MinFilterEnum value) {
+  setFieldValue(minFilter, static_cast<int>(value), MIN_FILTER_FIELD);
+}
+void nrTexture::setMagFilter(MagFilterEnum value) {
+  setFieldValue(magFilter, static_cast<int>(value), MAG_FILTER_FIELD);
+}
 
 nrImage* nrTexture::getImageLevel(int level) const {
   if (level < 0 || level >= getImageLevelCount()) return nullptr;
@@ -212,10 +218,8 @@ void nrTexture::findProperComponentType() {
   static const struct {
     int components;
     FormatEnum texel16, texel32;
-  } choices[] = {{1, LUMINANCE16, LUMINANCE16},
-                 {2, LUMINANCE8_ALPHA8, LUMINANCE16_ALPHA16},
-                 {3, RGB5, RGB8},
-                 {4, RGBA4, RGBA8}};
+  } choices[] = {
+      {1, LUMINANCE16, LUMINANCE16}, {2, LUMINANCE8_ALPHA8, LUMINANCE16_ALPHA16}, {3, RGB5, RGB8}, {4, RGBA4, RGBA8}};
   const auto& choice = choices[image->getComponentCount() - 1];
   componentCount = choice.components;
   if (format == TEXEL16)

@@ -1,5 +1,3 @@
-#include "nerio3d/render/nrLight.h"
-
 #include <functional>
 
 #include "nerio3d/actions/nrDrawAction.h"
@@ -7,6 +5,7 @@
 #include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrEnvironment.h"
 #include "nerio3d/render/nrFog.h"
+#include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrSpotLight.h"
@@ -82,16 +81,15 @@ TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {
   sun->setColor(1, 0.5f, 0);
   nrGLRecorder rec;
   sun->drawVisit(&action);
-  EXPECT_EQ(rec.calls(), (Calls{"glGetFloatv(GL_MODELVIEW_MATRIX, ptr)", "glEnable(GL_LIGHT7)",
-                                "glLightfv(GL_LIGHT7, GL_POSITION, {0, 0, 1, 0})",
-                                "glLightfv(GL_LIGHT7, GL_AMBIENT, {0.25, 0.125, 0, 1})",
-                                "glLightfv(GL_LIGHT7, GL_DIFFUSE, {0.5, 0.25, 0, 1})",
-                                "glLightfv(GL_LIGHT7, GL_SPECULAR, {0.5, 0.5, 0.5, 1})",
-                                "glLightfv(GL_LIGHT7, GL_SPOT_CUTOFF, {180})",
-                                "glLightfv(GL_LIGHT7, GL_SPOT_EXPONENT, {0})",
-                                "glLightfv(GL_LIGHT7, GL_CONSTANT_ATTENUATION, {1})",
-                                "glLightfv(GL_LIGHT7, GL_LINEAR_ATTENUATION, {0})",
-                                "glLightfv(GL_LIGHT7, GL_QUADRATIC_ATTENUATION, {0})"}));
+  EXPECT_EQ(
+      rec.calls(),
+      (Calls{"glGetFloatv(GL_MODELVIEW_MATRIX, ptr)", "glEnable(GL_LIGHT7)",
+             "glLightfv(GL_LIGHT7, GL_POSITION, {0, 0, 1, 0})", "glLightfv(GL_LIGHT7, GL_AMBIENT, {0.25, 0.125, 0, 1})",
+             "glLightfv(GL_LIGHT7, GL_DIFFUSE, {0.5, 0.25, 0, 1})",
+             "glLightfv(GL_LIGHT7, GL_SPECULAR, {0.5, 0.5, 0.5, 1})", "glLightfv(GL_LIGHT7, GL_SPOT_CUTOFF, {180})",
+             "glLightfv(GL_LIGHT7, GL_SPOT_EXPONENT, {0})", "glLightfv(GL_LIGHT7, GL_CONSTANT_ATTENUATION, {1})",
+             "glLightfv(GL_LIGHT7, GL_LINEAR_ATTENUATION, {0})",
+             "glLightfv(GL_LIGHT7, GL_QUADRATIC_ATTENUATION, {0})"}));
   rec.clear();
   sun->draw(&action);
   EXPECT_EQ(rec.calls(), Calls{"glGetFloatv(GL_MODELVIEW_MATRIX, ptr)"}) << "same slot, same matrix";
@@ -151,8 +149,9 @@ TEST_F(Light, AnEnvironmentScopesItsLightsAndFogToItsChildren) {
   Calls fogCalls;
   for (const std::string& call : rec.calls())
     if (call.rfind("glFog", 0) == 0) fogCalls.push_back(call);
-  EXPECT_EQ(fogCalls, (Calls{"glFogi(GL_FOG_MODE, GL_LINEAR)", "glFogf(GL_FOG_DENSITY, 1)", "glFogf(GL_FOG_START, 0)",
-                             "glFogf(GL_FOG_END, 1)", "glFogf(GL_FOG_INDEX, 1)", "glFogfv(GL_FOG_COLOR, {0, 0, 0, 0})"}));
+  EXPECT_EQ(fogCalls,
+            (Calls{"glFogi(GL_FOG_MODE, GL_LINEAR)", "glFogf(GL_FOG_DENSITY, 1)", "glFogf(GL_FOG_START, 0)",
+                   "glFogf(GL_FOG_END, 1)", "glFogf(GL_FOG_INDEX, 1)", "glFogfv(GL_FOG_COLOR, {0, 0, 0, 0})"}));
 
   context->setFogEnable(0);
   rec.clear();

@@ -1,5 +1,3 @@
-#include "nerio3d/render/nrTexture.h"
-
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -8,6 +6,7 @@
 #include "nerio3d/render/nrImage.h"
 #include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrTexGen.h"
+#include "nerio3d/render/nrTexture.h"
 #include "nrCapture.h"
 #include "nrRenderFixture.h"
 
@@ -260,20 +259,15 @@ TEST_F(Texture, GenerationGivesEveryPlaneAsObjectPlane) {
   context->setTexGenEnable(1);
   nrGLRecorder rec;
   context->setTexGen(texGen);
-  EXPECT_EQ(rec.calls(), (Calls{"glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_EYE_LINEAR)",
-                                "glTexGenfv(GL_S, GL_OBJECT_PLANE, {1, 0, 0, 0})",
-                                "glPushMatrix()",
-                                "glLoadIdentity()",
-                                "glTexGenfv(GL_T, GL_OBJECT_PLANE, {0, 1, 0, 0})",
-                                "glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
-                                "glTexGeni(GL_R, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
-                                "glTexGenfv(GL_R, GL_OBJECT_PLANE, {1, 2, 3, 4})",
-                                "glTexGeni(GL_Q, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)",
-                                "glPopMatrix()",
-                                "glEnable(GL_TEXTURE_GEN_S)",
-                                "glEnable(GL_TEXTURE_GEN_T)",
-                                "glEnable(GL_TEXTURE_GEN_R)",
-                                "glEnable(GL_TEXTURE_GEN_Q)"}));
+  EXPECT_EQ(
+      rec.calls(),
+      (Calls{"glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_EYE_LINEAR)", "glTexGenfv(GL_S, GL_OBJECT_PLANE, {1, 0, 0, 0})",
+             "glPushMatrix()", "glLoadIdentity()", "glTexGenfv(GL_T, GL_OBJECT_PLANE, {0, 1, 0, 0})",
+             "glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
+             "glTexGeni(GL_R, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
+             "glTexGenfv(GL_R, GL_OBJECT_PLANE, {1, 2, 3, 4})", "glTexGeni(GL_Q, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)",
+             "glPopMatrix()", "glEnable(GL_TEXTURE_GEN_S)", "glEnable(GL_TEXTURE_GEN_T)", "glEnable(GL_TEXTURE_GEN_R)",
+             "glEnable(GL_TEXTURE_GEN_Q)"}));
   texGen->setModeR(nrTexGen::OFF);
   context->setTexGen(nullptr);
   context->setTexGen(texGen);
