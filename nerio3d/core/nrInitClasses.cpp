@@ -42,10 +42,16 @@
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -99,7 +105,9 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrImage>();
   registerClass<nrTexture>();
+  registerClass<nrImageTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
@@ -115,9 +123,13 @@ void nrObject::initClasses() {
   registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrDirectionalLight>();
+  registerClass<nrPointLight>();
+  registerClass<nrSpotLight>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
   registerClass<nrTransform>();
+  registerClass<nrEnvironment>();
   registerClass<nrEngine>();
   registerClass<nrMorphEng>();
   registerClass<nrMorphEng4f>();
