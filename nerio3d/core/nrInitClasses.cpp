@@ -46,10 +46,16 @@
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -103,7 +109,9 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrImage>();
   registerClass<nrTexture>();
+  registerClass<nrImageTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
@@ -119,12 +127,16 @@ void nrObject::initClasses() {
   registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrDirectionalLight>();
+  registerClass<nrPointLight>();
+  registerClass<nrSpotLight>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
   registerClass<nrSwitch>();
   registerClass<nrCollision>();
   registerClass<nrInline>();
   registerClass<nrTransform>();
+  registerClass<nrEnvironment>();
   registerClass<nrBillboard>();
   registerClass<nrEngine>();
   registerClass<nrMorphEng>();

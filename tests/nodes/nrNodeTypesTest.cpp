@@ -17,7 +17,8 @@ int registrationOrderFault() {
                      nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),
                      nrType::getType("SoundAction"), nrType::getType("Hit"), nrType::getType("Node"),
                      nrType::getType("Group"), nrType::getType("Switch"), nrType::getType("Collision"),
-                     nrType::getType("Inline"), nrType::getType("Transform"), nrType::getType("Billboard")};
+                     nrType::getType("Inline"), nrType::getType("Transform"), nrType::getType("Environment"),
+                     nrType::getType("Billboard")};
   int last = -1;
   for (int i = 0; i < int(sizeof(order) / sizeof(order[0])); ++i) {
     if (!order[i] || order[i]->getObjectIndex() <= last) return i + 1;
