@@ -38,9 +38,11 @@ void nrContainer::addField(nrField* field) {
 }
 
 nrField* nrContainer::getField(int index) {
+  // Existing field objects are found first: routes and reads look them up often.
+  if (fields && index >= 0 && static_cast<unsigned>(index) < fields->getCount() && (*fields)[index])
+    return (*fields)[index];
   if (index < 0 || index >= getNumFields()) return nullptr;
   if (!fields) fields = new nrFieldArray(static_cast<unsigned>(getNumFields()));
-  if (static_cast<unsigned>(index) < fields->getCount() && (*fields)[index]) return (*fields)[index];
   nrFieldInfo* info = type->getFieldInfo(index);
   return info ? info->instantiate(this) : nullptr;
 }
@@ -198,14 +200,17 @@ void nrContainer::disconnect(short fromIndex, nrContainer* to, short toIndex) {
   if (from && dest) from->disconnect(dest);
 }
 
-void nrContainer::validateField(short index) {
+void nrContainer::validateField(short index) { validateKnownField(index, nullptr); }
+
+// field, when the caller has it, saves looking it up again.
+void nrContainer::validateKnownField(short index, nrField* field) {
   uint64_t bit = bit64(index);
   if (sideEffects.getBits() & bit) {
     cleanSideEffect(index);
     sideEffects = nrBitMask::fromBits(sideEffects.getBits() & ~bit);
   }
   if (staleInputs.getBits() & bit) {
-    nrField* field = getField(index);
+    if (!field) field = getField(index);
     if (field)
       cleanFieldInputs(field);
     else

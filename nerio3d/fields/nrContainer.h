@@ -113,6 +113,8 @@ class nrContainer : public nrObject {
 
   enum { PARENT_ARRAY_FLAG = 0x1 };
 
+  void validateKnownField(short index, nrField* field);
+
   nrFieldArray* fields;
   union {
     nrContainer* single;

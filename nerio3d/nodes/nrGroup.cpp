@@ -109,10 +109,11 @@ void nrGroup::isect(nrIsectAction* action) {
   if (sphereBound.isect(&action->getSeg(), nullptr, nullptr)) isectChildren(action);
 }
 
-void nrGroup::isectChildren(nrIsectAction* action) {
+void nrGroup::isectChildren(nrIsectAction* action, unsigned first, unsigned end) {
   nrPtrArray& path = action->getPath();
   path.append(this);
-  for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->isect(action);
+  if (end > children.getCount()) end = children.getCount();
+  for (unsigned i = first; i < end; ++i) static_cast<nrNode*>(children[i])->isect(action);
   path.setCount(path.getCount() - 1);
 }
 

@@ -1,4 +1,4 @@
-// Whole scenes: a camera, transforms and one shape of every kind, as pixels;
+// Whole scenes: a camera, a light, transforms and one shape of every kind, as pixels;
 // picking against a brute-force test in world space.
 #include <cmath>
 #include <vector>
@@ -19,6 +19,7 @@
 #include "nerio3d/geometry/nrTriStripSet.h"
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrGeometryFixture.h"
@@ -106,6 +107,10 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
   static_cast<nrPolySet*>(kinds[7])->setLength(0, 5);
 
   nrGroup* root = make<nrGroup>();
+  // A white light shining from the viewer into the scene.
+  nrDirectionalLight* light = make<nrDirectionalLight>();
+  light->setDirection(0, 0, -1);
+  root->addChild(light);
   for (int i = 0; i < 12; ++i) {
     float x = -3.3f + 2.2f * (i % 4), y = 2.2f - 2.2f * (i / 4);
     nrShape* shape = shapeOf(kinds[i], look(palette[i], i >= 3));
@@ -118,12 +123,6 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
   nrPerspCamera* camera = make<nrPerspCamera>();
   camera->setPosition(0, 0, 10);
   action->setCamera(camera);
-  // A white light from the viewer, set up directly.
-  nrgl::MatrixMode(GL_MODELVIEW);
-  nrgl::LoadIdentity();
-  const GLfloat toViewer[4] = {0, 0, 1, 0};
-  nrgl::Lightfv(GL_LIGHT0, GL_POSITION, toViewer);
-  nrgl::Enable(GL_LIGHT0);
   context->clear(nrContext::COLOR_CLEAR | nrContext::DEPTH_CLEAR);
   camera->draw(action);
   action->apply(root);
