@@ -13,6 +13,24 @@
 #include "nerio3d/audio/nrSound.h"
 #include "nerio3d/audio/nrSoundPlayer.h"
 #include "nerio3d/core/nrObject.h"
+#include "nerio3d/events/nrColorInterpolator.h"
+#include "nerio3d/events/nrCoordinateInterpolator.h"
+#include "nerio3d/events/nrEngine.h"
+#include "nerio3d/events/nrInterpolator.h"
+#include "nerio3d/events/nrMorphEng.h"
+#include "nerio3d/events/nrMorphEng3f.h"
+#include "nerio3d/events/nrMorphEng4f.h"
+#include "nerio3d/events/nrNormalInterpolator.h"
+#include "nerio3d/events/nrOrientationInterpolator.h"
+#include "nerio3d/events/nrPositionInterpolator.h"
+#include "nerio3d/events/nrScalarInterpolator.h"
+#include "nerio3d/events/nrSelectorEng.h"
+#include "nerio3d/events/nrSelectorEng3f.h"
+#include "nerio3d/events/nrSelectorEng4f.h"
+#include "nerio3d/events/nrSpline.h"
+#include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/events/nrTransformEng.h"
+#include "nerio3d/events/nrTransformEng3f.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
@@ -46,16 +64,26 @@
 #include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriSet.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
+#include "nerio3d/nodes/nrBillboard.h"
+#include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrInline.h"
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrSwitch.h"
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -132,7 +160,9 @@ void nrObject::initClasses() {
   registerClass<nrQuadSet>();
   registerClass<nrPolySet>();
   registerClass<nrIndexedFaceSet>();
+  registerClass<nrImage>();
   registerClass<nrTexture>();
+  registerClass<nrImageTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
@@ -148,10 +178,36 @@ void nrObject::initClasses() {
   registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrDirectionalLight>();
+  registerClass<nrPointLight>();
+  registerClass<nrSpotLight>();
   registerClass<nrShape>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrSwitch>();
+  registerClass<nrCollision>();
+  registerClass<nrInline>();
   registerClass<nrTransform>();
+  registerClass<nrEnvironment>();
+  registerClass<nrBillboard>();
+  registerClass<nrEngine>();
+  registerClass<nrMorphEng>();
+  registerClass<nrMorphEng4f>();
+  registerClass<nrMorphEng3f>();
+  registerClass<nrTransformEng>();
+  registerClass<nrTransformEng3f>();
+  registerClass<nrSelectorEng>();
+  registerClass<nrSelectorEng4f>();
+  registerClass<nrSelectorEng3f>();
+  registerClass<nrSpline>();
+  registerClass<nrTimeSensor>();
+  registerClass<nrInterpolator>();
+  registerClass<nrColorInterpolator>();
+  registerClass<nrScalarInterpolator>();
+  registerClass<nrPositionInterpolator>();
+  registerClass<nrCoordinateInterpolator>();
+  registerClass<nrOrientationInterpolator>();
+  registerClass<nrNormalInterpolator>();
   registerClass<nrBox>();
   registerClass<nrSphere>();
   registerClass<nrCone>();

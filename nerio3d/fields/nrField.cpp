@@ -46,14 +46,9 @@ const char* nrField::getName() const { return getFieldInfo()->getName().getStrin
 
 bool nrField::isDefault() { return getFieldInfo()->isDefault(container); }
 
-void nrField::validate() { container->validateField(index); }
+void nrField::validate() { container->validateKnownField(index, this); }
 
 void nrField::changed() { container->fieldChanged(index); }
-
-unsigned long long nrField::staleBit(short i) {
-  int32_t bit = static_cast<int32_t>(1u << (i & 31));
-  return static_cast<unsigned long long>(static_cast<int64_t>(bit));
-}
 
 void nrField::setDirty(bool on) {
   uint64_t mask = container->staleInputs.getBits();
@@ -101,10 +96,6 @@ void nrField::disconnect(nrField* to) {
   to->flags &= ~STALE_FLAG;
 }
 
-int nrField::getNumInputs() const { return inputs ? static_cast<int>(inputs->getCount()) : 0; }
-nrField* nrField::getInput(int i) const { return (*inputs)[i]; }
-int nrField::getNumOutputs() const { return outputs ? static_cast<int>(outputs->getCount()) : 0; }
-nrField* nrField::getOutput(int i) const { return (*outputs)[i]; }
 
 void nrField::copyConnections(nrField* to, nrCloneTable* table) {
   nrField* clonedFrom;

@@ -2,11 +2,13 @@
 // lists, and the process-wide list of fields with pending values.
 #pragma once
 
+#include <cstdint>
+
+#include "nerio3d/arrays/nrFieldArrays.h"
 #include "nerio3d/core/nrTypeMacros.h"
 
 class nrContainer;
 class nrCloneTable;
-class nrFieldArray;
 class nrFieldInfo;
 class nrOutput;
 
@@ -42,12 +44,18 @@ class nrField {
   // an output-only destination, or a route that exists already.
   void connect(nrField* to);
   void disconnect(nrField* to);
-  int getNumInputs() const;
-  nrField* getInput(int i) const;
-  int getNumOutputs() const;
-  nrField* getOutput(int i) const;
+  int getNumInputs() const { return inputs ? static_cast<int>(inputs->getCount()) : 0; }
+  nrField* getInput(int i) const { return (*inputs)[static_cast<unsigned>(i)]; }
+  int getNumOutputs() const { return outputs ? static_cast<int>(outputs->getCount()) : 0; }
+  nrField* getOutput(int i) const { return (*outputs)[static_cast<unsigned>(i)]; }
   nrField* getSource() const { return source; }
 
+  // The stale-input bit of an index: 1 << (index mod 32) as a 32-bit value,
+  // sign-extended to 64 bits (index 31 therefore covers the whole high word).
+  static unsigned long long staleBit(short index) {
+    int32_t bit = static_cast<int32_t>(1u << (index & 31));
+    return static_cast<unsigned long long>(static_cast<int64_t>(bit));
+  }
   bool isDirty() const { return flags & STALE_FLAG; }
   bool isBusy() const { return flags & BUSY_FLAG; }
   void setBusy(bool on) { flags = on ? (flags | BUSY_FLAG) : (flags & ~BUSY_FLAG); }
@@ -90,9 +98,6 @@ class nrField {
     setBusy(false);
   }
 
-  // The stale-input bit of an index: 1 << (index mod 32) as a 32-bit value,
-  // sign-extended to 64 bits (index 31 therefore covers the whole high word).
-  static unsigned long long staleBit(short index);
 
  private:
   friend class nrContainer;

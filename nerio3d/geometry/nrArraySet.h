@@ -6,14 +6,15 @@
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/geometry/nrGLAttr.h"
 
-template <typename Base, typename A>
+template <typename Derived, typename Base, typename A>
 class nrArraySet : public Base {
  public:
   typedef typename A::ElementType T;
   enum { ARRAY_FIELD = 0 };
 
-  // Reads bring the array up to date first; getCount also answers the
-  // attribute sets' virtual getCount.
+  // Reads bring the array up to date first. getCount also answers the
+  // attribute sets' virtual getCount, which the index set's base lacks, so
+  // no member here is marked override (one marked would call for all).
   unsigned getCount() {
     this->validateField(ARRAY_FIELD);
     return array.getCount();
@@ -55,22 +56,21 @@ class nrArraySet : public Base {
   void changed() { this->fieldChanged(ARRAY_FIELD); }
 
  protected:
-  explicit nrArraySet(nrType* type) : Base(type) {}
-  nrArraySet(nrType* type, nrData* block, short offset, short stride) : Base(type), array(block, offset, stride) {}
-
-  // Called by the constructors once the field defaults are in place.
-  void startCount(int n) { array.setCount(n > 0 ? unsigned(n) : 0); }
-  // A view of interleaved data uses every whole element the block holds at its
-  // stride, so the set is ready to draw.
-  void startView() {
-    nrData* block = array.getData();
-    unsigned size = array.getElementSize(), stride = array.getStride(), offset = array.getOffset();
-    if (block && stride > 0 && block->getSize() >= offset + size)
-      array.setCount((block->getSize() - offset - size) / stride + 1);
+  // Empty, with count elements (all zero), or over the interleaved data of
+  // block; a view uses every whole element the block holds at its stride, so
+  // the set is ready to draw.
+  explicit nrArraySet(nrType* type) : Base(type) { this->initFieldDefaults(Derived::getClassType()); }
+  nrArraySet(nrType* type, int count) : nrArraySet(type) { array.setCount(count > 0 ? unsigned(count) : 0); }
+  nrArraySet(nrType* type, nrData* block, short offset, short stride) : Base(type), array(block, offset, stride) {
+    this->initFieldDefaults(Derived::getClassType());
+    unsigned size = array.getElementSize();
+    if (block && stride > 0 && offset >= 0 && block->getSize() >= unsigned(offset) + size)
+      array.setCount((block->getSize() - unsigned(offset) - size) / unsigned(stride) + 1);
   }
+  ~nrArraySet() { this->destroyFieldContents(Derived::getClassType()); }
 
   // Referring sets learn of every change (their bound and compiled drawing depend on it).
-  void fieldChanged(short index) override {
+  void fieldChanged(short index) {
     this->notifyParents(index);
     this->touchField(index);
   }

@@ -1,5 +1,6 @@
 #include "nerio3d/geometry/nrBox.h"
 
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrGL.h"
@@ -37,8 +38,7 @@ void nrBox::fieldChanged(short index) {
 void nrBox::calcBound(nrBoxBound& box) {
   nrVec3f half;
   half.scale(0.5f, size);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, half);
 }
 
 void nrBox::draw(nrDrawAction* action) {
@@ -59,4 +59,32 @@ void nrBox::draw(nrDrawAction* action) {
     }
   }
   nrgl::End();
+}
+
+void nrBox::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  const nrSeg& seg = action->getSeg();
+  nrBoxBound box;
+  calcBound(box);
+  float tNear, tFar;
+  if (!box.isect(&seg, &tNear, &tFar)) return;
+  float t = tNear > 0 ? tNear : tFar;
+  // The face is the one whose plane the point lies on, relative to the size.
+  nrVec3f p;
+  seg.getPoint(t, p);
+  int face = 0;
+  float best = -1;
+  for (int f = 0; f < 6; ++f) {
+    const float* n = faces[f][0];
+    float reach = 0;
+    for (int i = 0; i < 3; ++i)
+      if (n[i] != 0 && size[i] > 0) reach = (p[i] - center[i]) * n[i] / (size[i] * 0.5f);
+    if (reach > best) {
+      best = reach;
+      face = f;
+    }
+  }
+  SolidHit hit;
+  hit.offer(t, face, nrVec3f(faces[face][0][0], faces[face][0][1], faces[face][0][2]));
+  reportHit(action, hit);
 }

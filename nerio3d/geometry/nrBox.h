@@ -18,6 +18,9 @@ class nrBox : public nrGeometry {
   const nrVec3f& getCenter() { return valid(center, CENTER_FIELD); }
 
   void draw(nrDrawAction* action) override;
+  // The exact box: where the segment enters it (or, from inside, leaves it),
+  // the face hit as primitive in drawing order.
+  void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

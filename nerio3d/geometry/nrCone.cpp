@@ -1,5 +1,6 @@
 #include "nerio3d/geometry/nrCone.h"
 
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/geometry/nrCylinder.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
@@ -42,9 +43,7 @@ void nrCone::fieldChanged(short index) {
 }
 
 void nrCone::calcBound(nrBoxBound& box) {
-  nrVec3f half(bottomRadius, height / 2, bottomRadius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(bottomRadius, height / 2, bottomRadius));
 }
 
 void nrCone::draw(nrDrawAction* action) {
@@ -52,4 +51,30 @@ void nrCone::draw(nrDrawAction* action) {
   nrGeometry* parts[2] = {unitSide, unitBottom};
   const unsigned char on[2] = {side, bottom};
   drawUnitParts(action, center, nrVec3f(bottomRadius, height / 2, bottomRadius), parts, on, 2);
+}
+
+// The side is x^2 + z^2 = k^2 u^2 with u = height / 2 - y the depth below the
+// apex and k = bottomRadius / height.
+void nrCone::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  const nrSeg& seg = action->getSeg();
+  const nrVec3f& d = seg.dir;
+  nrVec3f o;
+  o.sub(seg.pos, center);
+  float half = height / 2, t0, t1;
+  SolidHit hit;
+  if (side && height > 0) {
+    float k2 = (bottomRadius / height) * (bottomRadius / height), u = half - o[1];
+    if (solveQuadratic(d[0] * d[0] + d[2] * d[2] - k2 * d[1] * d[1], 2 * (o[0] * d[0] + o[2] * d[2] + k2 * u * d[1]),
+                       o[0] * o[0] + o[2] * o[2] - k2 * u * u, t0, t1)) {
+      const float roots[2] = {t0, t1};
+      for (float t : roots) {
+        nrVec3f p;
+        p.addScaled(o, t, d);
+        if (p[1] >= -half && p[1] <= half) hit.offer(t, 0, nrVec3f(p[0], k2 * (half - p[1]), p[2]));
+      }
+    }
+  }
+  if (bottom) hit.offerCap(o, d, -half, bottomRadius, 1, -1);
+  reportHit(action, hit);
 }

@@ -31,6 +31,8 @@ class nrCone : public nrGeometry {
   static nrTriStripSet* getUnitBottom();
 
   void draw(nrDrawAction* action) override;
+  // The parts that are drawn, exactly: primitive 0 the side, 1 the bottom.
+  void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

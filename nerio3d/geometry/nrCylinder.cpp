@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
 
@@ -110,9 +111,7 @@ void nrCylinder::fieldChanged(short index) {
 }
 
 void nrCylinder::calcBound(nrBoxBound& box) {
-  nrVec3f half(radius, height / 2, radius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(radius, height / 2, radius));
 }
 
 void nrCylinder::draw(nrDrawAction* action) {
@@ -120,4 +119,26 @@ void nrCylinder::draw(nrDrawAction* action) {
   nrGeometry* parts[3] = {unitSide, unitTop, unitBottom};
   const unsigned char on[3] = {side, top, bottom};
   drawUnitParts(action, center, nrVec3f(radius, height / 2, radius), parts, on, 3);
+}
+
+void nrCylinder::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  const nrSeg& seg = action->getSeg();
+  const nrVec3f& d = seg.dir;
+  nrVec3f o;
+  o.sub(seg.pos, center);
+  float half = height / 2, t0, t1;
+  SolidHit hit;
+  if (side && solveQuadratic(d[0] * d[0] + d[2] * d[2], 2 * (o[0] * d[0] + o[2] * d[2]),
+                             o[0] * o[0] + o[2] * o[2] - radius * radius, t0, t1)) {
+    const float roots[2] = {t0, t1};
+    for (float t : roots) {
+      nrVec3f p;
+      p.addScaled(o, t, d);
+      if (p[1] >= -half && p[1] <= half) hit.offer(t, 0, nrVec3f(p[0], 0, p[2]));
+    }
+  }
+  if (top) hit.offerCap(o, d, half, radius, 1, 1);
+  if (bottom) hit.offerCap(o, d, -half, radius, 2, -1);
+  reportHit(action, hit);
 }

@@ -41,6 +41,8 @@ class nrCylinder : public nrGeometry {
   static nrTriStripSet* getUnitBottom();
 
   void draw(nrDrawAction* action) override;
+  // The parts that are drawn, exactly: primitive 0 the side, 1 the top, 2 the bottom.
+  void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

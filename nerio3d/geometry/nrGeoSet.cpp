@@ -307,10 +307,12 @@ bool nrGeoSet::beginDraw(nrGLAttrSet& attrs, nrContext* context) {
     attrs.color.index = indicesOf(colorIndexSet);
     bool screenDoor = shadow.transpEnable && (shadow.transpMode == nrContext::FAST_TRANSP ||
                                               shadow.transpMode == nrContext::SCREEN_DOOR_TRANSP);
-    // Tables picked through pointers: GCC without optimisation read a zero
-    // from a conditional between the two arrays indexed directly.
-    const DrawFunc* overall = screenDoor ? overallScrDoorFuncs : overallFuncs;
-    const DrawFunc* perPrim = screenDoor ? perPrimScrDoorFuncs : perPrimFuncs;
+    const DrawFunc* overall = overallFuncs;
+    const DrawFunc* perPrim = perPrimFuncs;
+    if (screenDoor) {
+      overall = overallScrDoorFuncs;
+      perPrim = perPrimScrDoorFuncs;
+    }
     overallDraw = overall[drawCode & 7];
     perPrimDraw = perPrim[(drawCode >> 3) & 7];
   } else if (shadow.materialModeEnable == nrContext::COLOR_MATERIAL) {
@@ -318,8 +320,8 @@ bool nrGeoSet::beginDraw(nrGLAttrSet& attrs, nrContext* context) {
   }
   static_cast<nrCoordSet*>(coordSet)->getGLAttr(attrs.coord);
   attrs.coord.index = indicesOf(coordIndexSet);
-  context->setCullFace(userSet.isBitSet(CULL_FACE_SET_BIT) ? nrContext::CullFaceEnum(cullFace)
-                                                           : context->getGlobalState().cullFace);
+  bool ownCullFace = userSet.isBitSet(CULL_FACE_SET_BIT) && cullFace >= 0 && cullFace <= nrContext::BOTH_CULL;
+  context->setCullFace(ownCullFace ? nrContext::CullFaceEnum(cullFace) : context->getGlobalState().cullFace);
   context->setRecordEnable(recording);
   return true;
 }

@@ -1,6 +1,7 @@
 #include "nerio3d/geometry/nrGeometry.h"
 
 #include <cmath>
+#include <utility>
 
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/actions/nrIsectAction.h"
@@ -93,6 +94,39 @@ int nrGeometry::isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f&
   if (u < 0 || v < 0 || u + v > 1) return 0;
   normal.normalize();
   return action->hitGeometry(this, t, primIndex, normal);
+}
+
+void nrGeometry::SolidHit::offer(float at, int which, const nrVec3f& n) {
+  if (at < 0 || (t >= 0 && at >= t)) return;
+  t = at;
+  part = which;
+  normal = n;
+}
+
+void nrGeometry::SolidHit::offerCap(const nrVec3f& o, const nrVec3f& d, float y, float radius, int which, float ny) {
+  if (d[1] == 0) return;
+  float at = (y - o[1]) / d[1];
+  float x = o[0] + at * d[0], z = o[2] + at * d[2];
+  if (x * x + z * z <= radius * radius) offer(at, which, nrVec3f(0, ny, 0));
+}
+
+void nrGeometry::reportHit(nrIsectAction* action, const SolidHit& hit) {
+  if (hit.t >= 0) action->hitGeometry(this, hit.t, hit.part, hit.normal);
+}
+
+bool nrGeometry::solveQuadratic(float a, float b, float c, float& t0, float& t1) {
+  if (std::fabs(a) < 1e-12f) {
+    if (b == 0) return false;
+    t0 = t1 = -c / b;
+    return true;
+  }
+  float disc = b * b - 4 * a * c;
+  if (disc < 0) return false;
+  float root = std::sqrt(disc);
+  t0 = (-b - root) / (2 * a);
+  t1 = (-b + root) / (2 * a);
+  if (t0 > t1) std::swap(t0, t1);
+  return true;
 }
 
 nrContext* nrGeometry::contextOf(nrDrawAction* action) {

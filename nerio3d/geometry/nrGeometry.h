@@ -65,8 +65,29 @@ class nrGeometry : public nrContainer {
     validateField(index);
     return member;
   }
+  // The nearest surface point a solid's exact pick found: the distance along
+  // the segment, the part of the solid (its primitive) and the normal there.
+  struct SolidHit {
+    float t = -1;
+    int part = -1;
+    nrVec3f normal;
+    // Keeps (t, part, normal) when t lies ahead and is nearer than the kept one.
+    void offer(float t, int part, const nrVec3f& normal);
+    // A disc of radius at height y facing ny (+1 or -1), met by o + t d.
+    void offerCap(const nrVec3f& o, const nrVec3f& d, float y, float radius, int part, float ny);
+  };
+  // Hands the kept point, if any, to the action.
+  void reportHit(nrIsectAction* action, const SolidHit& hit);
+  // The real roots t0 <= t1 of a t^2 + b t + c = 0 (one root twice when a is
+  // zero); false when there are none.
+  static bool solveQuadratic(float a, float b, float c, float& t0, float& t1);
   // The context drawn into: the action's, else the thread's current one.
   static nrContext* contextOf(nrDrawAction* action);
+  // The box of half-extents half around center.
+  static void boxAround(nrBoxBound& box, const nrVec3f& center, const nrVec3f& half) {
+    box.min.sub(center, half);
+    box.max.add(center, half);
+  }
   // Solids carry no colours: colour material is switched off, and they are
   // culled like sets that leave the cull face to the application (recording off).
   static void beginSolid(nrContext* context);

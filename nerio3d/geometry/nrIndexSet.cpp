@@ -5,9 +5,3 @@
 NR_DEFINE_TYPE(nrIndexSet, nrContainer, "IndexSet") {
   nrMFInt::addTypeField(type, "index", ARRAY_FIELD, &nrIndexSet::array);
 }
-
-nrIndexSet::nrIndexSet(nrType* type) : nrArraySet(type) { initFieldDefaults(classType); }
-
-nrIndexSet::nrIndexSet(int count) : nrIndexSet(getClassType()) { startCount(count); }
-
-nrIndexSet::~nrIndexSet() { destroyFieldContents(classType); }

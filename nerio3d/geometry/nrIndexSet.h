@@ -4,11 +4,10 @@
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/geometry/nrArraySet.h"
 
-class nrIndexSet : public nrArraySet<nrContainer, nrIntArray> {
+class nrIndexSet : public nrArraySet<nrIndexSet, nrContainer, nrIntArray> {
   NR_DECLARE_CONTAINER_TYPE(nrIndexSet)
 
-  nrIndexSet() : nrIndexSet(getClassType()) {}
-  explicit nrIndexSet(int count);
-  explicit nrIndexSet(nrType* type);
-  ~nrIndexSet() override;
+  nrIndexSet() : nrArraySet(getClassType()) {}
+  explicit nrIndexSet(int count) : nrArraySet(getClassType(), count) {}
+  explicit nrIndexSet(nrType* type) : nrArraySet(type) {}
 };

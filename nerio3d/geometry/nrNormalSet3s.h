@@ -4,15 +4,13 @@
 #include "nerio3d/geometry/nrArraySet.h"
 #include "nerio3d/geometry/nrNormalSet.h"
 
-class nrNormalSet3s : public nrArraySet<nrNormalSet, nrVec3sArray> {
+class nrNormalSet3s : public nrArraySet<nrNormalSet3s, nrNormalSet, nrVec3sArray> {
   NR_DECLARE_CONTAINER_TYPE(nrNormalSet3s)
 
-  // Empty; with count elements (all zero); or over interleaved data in block.
-  nrNormalSet3s() : nrNormalSet3s(getClassType()) {}
-  explicit nrNormalSet3s(int count);
-  nrNormalSet3s(nrData* block, short offset, short stride);
-  explicit nrNormalSet3s(nrType* type);
-  ~nrNormalSet3s() override;
+  nrNormalSet3s() : nrArraySet(getClassType()) {}
+  explicit nrNormalSet3s(int count) : nrArraySet(getClassType(), count) {}
+  nrNormalSet3s(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
+  explicit nrNormalSet3s(nrType* type) : nrArraySet(type) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_SHORT, 3, nrGLAttr::normal3s); }
 };

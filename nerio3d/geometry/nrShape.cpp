@@ -31,65 +31,38 @@ nrAppearance* nrShape::getAppearance() {
 }
 
 void nrShape::setGeometryCount(int n) {
-  unsigned count = n > 0 ? static_cast<unsigned>(n) : 0;
-  while (geometry.getCount() > count) {
-    nrContainer* last = geometry[geometry.getCount() - 1];
-    geometry.setCount(geometry.getCount() - 1);
-    unrefer(last);
-  }
-  while (geometry.getCount() < count) geometry.append(nullptr);
+  refListSetCount(geometry, n);
   fieldChanged(GEOMETRY_FIELD);
 }
 
 void nrShape::setGeometry(int index, nrGeometry* g) {
-  if (index >= 0 && static_cast<unsigned>(index) < geometry.getCount()) {
-    refer(geometry[unsigned(index)], g);
-    geometry[unsigned(index)] = g;
-  }
+  refListSet(geometry, index, g);
   fieldChanged(GEOMETRY_FIELD);
 }
 
 void nrShape::addGeometry(nrGeometry* g) {
-  if (g) {
-    refer(g);
-    geometry.append(g);
-  }
+  refListAppend(geometry, g);
   fieldChanged(GEOMETRY_FIELD);
 }
 
 void nrShape::insertGeometry(int index, nrGeometry* g) {
-  if (g && index >= 0 && static_cast<unsigned>(index) <= geometry.getCount()) {
-    refer(g);
-    geometry.insert(unsigned(index), g);
-  }
+  refListInsert(geometry, index, g);
   fieldChanged(GEOMETRY_FIELD);
 }
 
 void nrShape::removeGeometry(int index) {
-  if (index >= 0 && static_cast<unsigned>(index) < geometry.getCount()) {
-    nrContainer* old = geometry[unsigned(index)];
-    geometry.removeIndex(unsigned(index));
-    unrefer(old);
-  }
+  refListRemove(geometry, index);
   fieldChanged(GEOMETRY_FIELD);
 }
 
 int nrShape::removeGeometry(nrGeometry* g) {
-  long i = geometry.find(g);
-  if (i >= 0) {
-    geometry.removeIndex(unsigned(i));
-    unrefer(g);
-  }
+  long i = refListRemove(geometry, g);
   fieldChanged(GEOMETRY_FIELD);
   return i >= 0;
 }
 
 int nrShape::replaceGeometry(nrGeometry* oldGeometry, nrGeometry* newGeometry) {
-  long i = geometry.find(oldGeometry);
-  if (i >= 0) {
-    refer(oldGeometry, newGeometry);
-    geometry[unsigned(i)] = newGeometry;
-  }
+  long i = refListReplace(geometry, oldGeometry, newGeometry);
   fieldChanged(GEOMETRY_FIELD);
   return i >= 0;
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
 
@@ -84,9 +85,7 @@ void nrSphere::fieldChanged(short index) {
 }
 
 void nrSphere::calcBound(nrBoxBound& box) {
-  nrVec3f half(radius, radius, radius);
-  box.min.sub(center, half);
-  box.max.add(center, half);
+  boxAround(box, center, nrVec3f(radius, radius, radius));
 }
 
 void nrSphere::draw(nrDrawAction* action) {
@@ -94,4 +93,22 @@ void nrSphere::draw(nrDrawAction* action) {
   nrGeometry* parts[1] = {unitSphere};
   const unsigned char on[1] = {1};
   drawUnitParts(action, center, nrVec3f(radius, radius, radius), parts, on, 1);
+}
+
+void nrSphere::isect(nrIsectAction* action) {
+  cleanPendingFields();
+  const nrSeg& seg = action->getSeg();
+  nrVec3f o;
+  o.sub(seg.pos, center);
+  float t0, t1;
+  if (!solveQuadratic(seg.dir.dot(seg.dir), 2 * o.dot(seg.dir), o.dot(o) - radius * radius, t0, t1)) return;
+  SolidHit hit;
+  const float roots[2] = {t0, t1};
+  for (float t : roots) {
+    nrVec3f n;
+    n.addScaled(o, t, seg.dir);
+    n.normalize();
+    hit.offer(t, 0, n);
+  }
+  reportHit(action, hit);
 }

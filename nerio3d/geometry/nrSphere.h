@@ -27,6 +27,8 @@ class nrSphere : public nrGeometry {
   static nrTriStripSet* getUnitSphere();
 
   void draw(nrDrawAction* action) override;
+  // The exact sphere: the nearest point where the segment meets its surface.
+  void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

@@ -57,71 +57,71 @@ class nrAppearance : public nrContainer {
 
   void setTexture(nrTexture* texture);
   nrTexture* getTexture() const;
-  void setTexEnable(unsigned char on) { setField(texEnable, on, TEX_ENABLE); }
+  void setTexEnable(unsigned char on) { setFieldValue(texEnable, on, TEX_ENABLE); }
   unsigned char getTexEnable() const { return texEnable; }
-  void setTexMode(nrContext::TexModeEnum mode) { setField(texMode, int(mode), TEX_MODE); }
+  void setTexMode(nrContext::TexModeEnum mode) { setFieldValue(texMode, int(mode), TEX_MODE); }
   nrContext::TexModeEnum getTexMode() const { return nrContext::TexModeEnum(texMode); }
   void setTexBlendColor(float r, float g, float b, float a) {
-    setField(texBlendColor, nrVec4f(r, g, b, a), TEX_BLEND_COLOR);
+    setFieldValue(texBlendColor, nrVec4f(r, g, b, a), TEX_BLEND_COLOR);
   }
   const nrVec4f& getTexBlendColor() const { return texBlendColor; }
-  void setTexEnv(nrContext::TexEnvEnum env) { setField(texEnv, int(env), TEX_ENV); }
+  void setTexEnv(nrContext::TexEnvEnum env) { setFieldValue(texEnv, int(env), TEX_ENV); }
   nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(texEnv); }
   void setTexGen(nrTexGen* texGen);
   nrTexGen* getTexGen() const;
-  void setTexGenEnable(unsigned char on) { setField(texGenEnable, on, TEX_GEN_ENABLE); }
+  void setTexGenEnable(unsigned char on) { setFieldValue(texGenEnable, on, TEX_GEN_ENABLE); }
   unsigned char getTexGenEnable() const { return texGenEnable; }
   void setMaterial(nrMaterial* material);
   nrMaterial* getMaterial() const;
-  void setLightEnable(unsigned char on) { setField(lightEnable, on, LIGHT_ENABLE); }
+  void setLightEnable(unsigned char on) { setFieldValue(lightEnable, on, LIGHT_ENABLE); }
   unsigned char getLightEnable() const { return lightEnable; }
-  void setShadeModel(nrContext::ShadeModelEnum model) { setField(shadeModel, int(model), SHADE_MODEL); }
+  void setShadeModel(nrContext::ShadeModelEnum model) { setFieldValue(shadeModel, int(model), SHADE_MODEL); }
   nrContext::ShadeModelEnum getShadeModel() const { return nrContext::ShadeModelEnum(shadeModel); }
-  void setTranspEnable(unsigned char on) { setField(transpEnable, on, TRANSP_ENABLE); }
+  void setTranspEnable(unsigned char on) { setFieldValue(transpEnable, on, TRANSP_ENABLE); }
   unsigned char getTranspEnable() const { return transpEnable; }
-  void setTranspMode(nrContext::TranspModeEnum mode) { setField(transpMode, int(mode), TRANSP_MODE); }
+  void setTranspMode(nrContext::TranspModeEnum mode) { setFieldValue(transpMode, int(mode), TRANSP_MODE); }
   nrContext::TranspModeEnum getTranspMode() const { return nrContext::TranspModeEnum(transpMode); }
-  void setAlphaFunc(nrContext::AlphaFuncEnum func) { setField(alphaFunc, int(func), ALPHA_FUNC); }
+  void setAlphaFunc(nrContext::AlphaFuncEnum func) { setFieldValue(alphaFunc, int(func), ALPHA_FUNC); }
   nrContext::AlphaFuncEnum getAlphaFunc() const { return nrContext::AlphaFuncEnum(alphaFunc); }
-  void setAlphaRef(float ref) { setField(alphaRef, ref, ALPHA_REF); }
+  void setAlphaRef(float ref) { setFieldValue(alphaRef, ref, ALPHA_REF); }
   float getAlphaRef() const { return alphaRef; }
-  void setBlendColor(float r, float g, float b, float a) { setField(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
+  void setBlendColor(float r, float g, float b, float a) { setFieldValue(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
   const nrVec4f& getBlendColor() const { return blendColor; }
-  void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setField(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
+  void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
   nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(srcBlendFunc); }
-  void setDstBlendFunc(nrContext::DstBlendFuncEnum func) { setField(dstBlendFunc, int(func), DST_BLEND_FUNC); }
+  void setDstBlendFunc(nrContext::DstBlendFuncEnum func) { setFieldValue(dstBlendFunc, int(func), DST_BLEND_FUNC); }
   nrContext::DstBlendFuncEnum getDstBlendFunc() const { return nrContext::DstBlendFuncEnum(dstBlendFunc); }
   void setColorMask(unsigned char r, unsigned char g, unsigned char b, unsigned char a) {
-    setField(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
+    setFieldValue(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
   }
   const nrVec4ub& getColorMask() const { return colorMask; }
-  void setDepthEnable(unsigned char on) { setField(depthEnable, on, DEPTH_ENABLE); }
+  void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
   unsigned char getDepthEnable() const { return depthEnable; }
-  void setDepthFunc(nrContext::DepthFuncEnum func) { setField(depthFunc, int(func), DEPTH_FUNC); }
+  void setDepthFunc(nrContext::DepthFuncEnum func) { setFieldValue(depthFunc, int(func), DEPTH_FUNC); }
   nrContext::DepthFuncEnum getDepthFunc() const { return nrContext::DepthFuncEnum(depthFunc); }
-  void setDepthMask(unsigned char on) { setField(depthMask, on, DEPTH_MASK); }
+  void setDepthMask(unsigned char on) { setFieldValue(depthMask, on, DEPTH_MASK); }
   unsigned char getDepthMask() const { return depthMask; }
-  void setFogEnable(unsigned char on) { setField(fogEnable, on, FOG_ENABLE); }
+  void setFogEnable(unsigned char on) { setFieldValue(fogEnable, on, FOG_ENABLE); }
   unsigned char getFogEnable() const { return fogEnable; }
   void setMaterialModeEnable(nrContext::MaterialModeEnum mode) {
-    setField(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
+    setFieldValue(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
   }
   nrContext::MaterialModeEnum getMaterialModeEnable() const {
     return nrContext::MaterialModeEnum(materialModeEnable);
   }
-  void setPolyMode(nrContext::PolyModeEnum mode) { setField(polyMode, int(mode), POLY_MODE); }
+  void setPolyMode(nrContext::PolyModeEnum mode) { setFieldValue(polyMode, int(mode), POLY_MODE); }
   nrContext::PolyModeEnum getPolyMode() const { return nrContext::PolyModeEnum(polyMode); }
-  void setLineStipplePattern(unsigned int pattern) { setField(lineStipplePattern, pattern, LINE_STIPPLE_PATTERN); }
+  void setLineStipplePattern(unsigned int pattern) { setFieldValue(lineStipplePattern, pattern, LINE_STIPPLE_PATTERN); }
   unsigned int getLineStipplePattern() const { return lineStipplePattern; }
-  void setLineStippleFactor(unsigned int factor) { setField(lineStippleFactor, factor, LINE_STIPPLE_FACTOR); }
+  void setLineStippleFactor(unsigned int factor) { setFieldValue(lineStippleFactor, factor, LINE_STIPPLE_FACTOR); }
   unsigned int getLineStippleFactor() const { return lineStippleFactor; }
-  void setTexTransform(const nrMatrix4f& matrix) { setField(texTransform, matrix, TEX_TRANSFORM); }
+  void setTexTransform(const nrMatrix4f& matrix) { setFieldValue(texTransform, matrix, TEX_TRANSFORM); }
   const nrMatrix4f& getTexTransform() const { return texTransform; }
   void setBackMaterial(nrMaterial* material);
   nrMaterial* getBackMaterial() const;
 
   // A set bit hands the element to the surrounding state; the stored value stays.
-  void setInherit(const nrBitMask& mask) { setField(inherit, mask, INHERIT); }
+  void setInherit(const nrBitMask& mask) { setFieldValue(inherit, mask, INHERIT); }
   void getInherit(nrBitMask& mask) const { mask = inherit; }
   // The elements written since the inherit mask was last set.
   const nrBitMask& getExplicitMask() const { return explicitMask; }
@@ -138,11 +138,6 @@ class nrAppearance : public nrContainer {
   void fieldChanged(short index) override;
 
  private:
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
   void setRef(nrContainer*& member, nrContainer* value, short index);
 
   nrContainer* texture;

@@ -21,11 +21,11 @@ class nrCamera : public nrContainer {
   nrCamera() : nrCamera(getClassType()) {}
   explicit nrCamera(nrType* type);
 
-  void setPosition(float x, float y, float z) { setField(position, nrVec3f(x, y, z), POSITION_FIELD); }
+  void setPosition(float x, float y, float z) { setFieldValue(position, nrVec3f(x, y, z), POSITION_FIELD); }
   void getPosition(float* x, float* y, float* z);
   // Turns the camera, which looks down its own -z axis, by angle about (x, y, z).
   void setOrientation(float x, float y, float z, float angle) {
-    setField(orientation, nrRotation(x, y, z, angle), ORIENTATION_FIELD);
+    setFieldValue(orientation, nrRotation(x, y, z, angle), ORIENTATION_FIELD);
   }
   void getOrientation(float* x, float* y, float* z, float* angle);
 
@@ -61,11 +61,6 @@ class nrCamera : public nrContainer {
   // any other offset.
   bool clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio);
 
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
-  }
   template <typename T>
   T get(const T& member, short index) {
     validateField(index);

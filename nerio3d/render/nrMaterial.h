@@ -35,33 +35,33 @@ class nrMaterial : public nrContainer {
   // Setting the ambient intensity or the diffuse colour makes the ambient colour
   // their product; setting the ambient colour makes the intensity the scale that
   // best turns the diffuse colour into it.
-  void setAmbientIntensity(float intensity) { setField(ambientIntensity, intensity, AMBIENT_INTENSITY); }
+  void setAmbientIntensity(float intensity) { setFieldValue(ambientIntensity, intensity, AMBIENT_INTENSITY); }
   float getAmbientIntensity() const { return ambientIntensity; }
   void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
-  void setAmbientColor(const nrVec3f& color) { setField(ambientColor, color, AMBIENT_COLOR); }
+  void setAmbientColor(const nrVec3f& color) { setFieldValue(ambientColor, color, AMBIENT_COLOR); }
   const nrVec3f& getAmbientColor() const { return ambientColor; }
   void getAmbientColor(float* r, float* g, float* b) const { split(ambientColor, r, g, b); }
   void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
-  void setDiffuseColor(const nrVec3f& color) { setField(diffuseColor, color, DIFFUSE_COLOR); }
+  void setDiffuseColor(const nrVec3f& color) { setFieldValue(diffuseColor, color, DIFFUSE_COLOR); }
   const nrVec3f& getDiffuseColor() const { return diffuseColor; }
   void getDiffuseColor(float* r, float* g, float* b) const { split(diffuseColor, r, g, b); }
   void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
-  void setSpecularColor(const nrVec3f& color) { setField(specularColor, color, SPECULAR_COLOR); }
+  void setSpecularColor(const nrVec3f& color) { setFieldValue(specularColor, color, SPECULAR_COLOR); }
   const nrVec3f& getSpecularColor() const { return specularColor; }
   void getSpecularColor(float* r, float* g, float* b) const { split(specularColor, r, g, b); }
   void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
-  void setEmissiveColor(const nrVec3f& color) { setField(emissiveColor, color, EMISSIVE_COLOR); }
+  void setEmissiveColor(const nrVec3f& color) { setFieldValue(emissiveColor, color, EMISSIVE_COLOR); }
   const nrVec3f& getEmissiveColor() const { return emissiveColor; }
   void getEmissiveColor(float* r, float* g, float* b) const { split(emissiveColor, r, g, b); }
-  void setAmbientIndex(short index) { setField(ambientIndex, index, AMBIENT_INDEX); }
+  void setAmbientIndex(short index) { setFieldValue(ambientIndex, index, AMBIENT_INDEX); }
   short getAmbientIndex() const { return ambientIndex; }
-  void setDiffuseIndex(short index) { setField(diffuseIndex, index, DIFFUSE_INDEX); }
+  void setDiffuseIndex(short index) { setFieldValue(diffuseIndex, index, DIFFUSE_INDEX); }
   short getDiffuseIndex() const { return diffuseIndex; }
-  void setSpecularIndex(short index) { setField(specularIndex, index, SPECULAR_INDEX); }
+  void setSpecularIndex(short index) { setFieldValue(specularIndex, index, SPECULAR_INDEX); }
   short getSpecularIndex() const { return specularIndex; }
-  void setShininess(float shininess) { setField(this->shininess, shininess, SHININESS); }
+  void setShininess(float shininess) { setFieldValue(this->shininess, shininess, SHININESS); }
   float getShininess() const { return shininess; }
-  void setTransparency(float transparency) { setField(this->transparency, transparency, TRANSPARENCY); }
+  void setTransparency(float transparency) { setFieldValue(this->transparency, transparency, TRANSPARENCY); }
   float getTransparency() const { return transparency; }
 
   // The screen-door pattern number of a transparency.
@@ -79,11 +79,6 @@ class nrMaterial : public nrContainer {
     *r = color[0];
     *g = color[1];
     *b = color[2];
-  }
-  template <typename T>
-  void setField(T& member, const T& value, short index) {
-    member = value;
-    fieldChanged(index);
   }
 
   float ambientIntensity;

@@ -2,11 +2,15 @@
 
 #include <cmath>
 
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrColorSet4f.h"
 #include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nrCapture.h"
 #include "nrGeometryFixture.h"
@@ -186,6 +190,13 @@ TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   s->setBoundMode(nrGeometry::STATIC);
   points->set(2, nrVec3f(0, 8, 0));
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0)) << "a static box stays as it was";
+  nrBoxBound box;
+  nrIntArray lengths;
+  lengths.append(2);
+  s->boundCoords(box, 3, &lengths);
+  EXPECT_EQ(box.max, nrVec3f(1, 0, 0)) << "as many vertices as the lengths give";
+  s->boundCoords(box, 3, nullptr);
+  EXPECT_EQ(box.max, nrVec3f(1, 8, 0));
 }
 
 TEST_F(GeoSet, FlattenVRMLIndicesSplitsAtNegativeValues) {
@@ -217,6 +228,20 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   s->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
 
+  // Under a perspective camera the view vector is the eye: behind the plane
+  // of the first triangle it faces away, in front of it towards the eye.
+  nrPerspCamera* camera = make<nrPerspCamera>();
+  action->setCamera(camera);
+  action->apply(nullptr);
+  ASSERT_EQ(action->getOrthographic(), 0);
+  action->setViewVector(nrVec3f(-0.5f, 0, -5));
+  EXPECT_FALSE(s->isPrimBpcFrontFacing(0, action));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(1, action));
+  action->setViewVector(nrVec3f(-0.5f, 0, 0.1f));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(0, action));
+  action->setCamera(make<nrOrthoCamera>());
+  action->apply(nullptr);
+
   // Replacing the coordinates rebuilds the data: now the first faces away.
   s->setCoordSet(coords({{-1, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}));
   action->setViewVector(nrVec3f(0, 0, 1));
@@ -239,6 +264,54 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   nrVec3f wide(1, 0, 1);
   wide.normalize();
   EXPECT_NEAR(t->getNormBBDelta(nrVec3f(0, 0, 1), nrVec3f(1, 0, 1), wide), -std::sqrt(0.5f), 1e-5);
+}
+
+TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
+  // A triangle facing +z, picked from in front and from behind.
+  const struct {
+    nrContext::CullFaceEnum face;
+    bool front, back;
+  } cases[] = {{nrContext::NO_CULL, true, true},
+               {nrContext::BACK_CULL, true, false},
+               {nrContext::FRONT_CULL, false, true},
+               {nrContext::BOTH_CULL, false, false}};
+  for (const auto& c : cases) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}}, 1);
+    s->setCullFace(c.face);
+    nrShape* shape = make<nrShape>();
+    shape->addGeometry(s);
+    for (float z : {5.0f, -5.0f}) {
+      nrIsectAction pick;
+      nrSeg seg;
+      seg.makePts(nrVec3f(0, 0, z), nrVec3f(0, 0, -z));
+      pick.setSeg(seg);
+      pick.apply(shape);
+      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, z > 0 ? c.front : c.back) << c.face << " from " << z;
+    }
+  }
+}
+
+TEST_F(GeoSet, VRMLFieldNamesReachTheFields) {
+  const struct {
+    nrContainer* owner;
+    const char* name;
+    int index;
+  } cases[] = {{make<nrTriSet>(), "coord", nrGeoSet::COORD_SET_FIELD},
+               {make<nrTriSet>(), "normal", nrGeoSet::NORMAL_SET_FIELD},
+               {make<nrTriSet>(), "color", nrGeoSet::COLOR_SET_FIELD},
+               {make<nrTriSet>(), "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
+               {make<nrShape>(), "appearance", nrShape::APPEARANCE_FIELD},
+               {make<nrShape>(), "geometry", nrShape::GEOMETRY_FIELD}};
+  for (const auto& c : cases) {
+    nrField* field = c.owner->getField(c.name);
+    ASSERT_NE(field, nullptr) << c.name;
+    EXPECT_EQ(field, c.owner->getField(c.index)) << c.name;
+  }
+  nrTriSet* s = make<nrTriSet>();
+  nrCoordSet3f* points = coords({{0, 0, 0}});
+  static_cast<nrSFRef*>(s->getField("coord"))->set(points);
+  EXPECT_EQ(s->getCoordSet(), points);
+  EXPECT_EQ(s->getNormalBinding(), nrGeoSet::NO_NORMAL);
 }
 
 TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutWithAMessage) {

@@ -1,0 +1,3 @@
+#include "nerio3d/events/nrMorphEng4f.h"
+
+NR_DEFINE_TYPE(nrMorphEng4f, nrMorphEng, "MorphEng4f") { addIOFields(type, "input"); }

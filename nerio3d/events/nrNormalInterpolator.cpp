@@ -1,0 +1,3 @@
+#include "nerio3d/events/nrNormalInterpolator.h"
+
+NR_DEFINE_TYPE(nrNormalInterpolator, nrInterpolator, "NormalInterpolator") { addIOFields(type, "keyValue"); }
