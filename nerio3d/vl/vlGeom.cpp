@@ -117,8 +117,8 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
       return;
     }
 
-  // Each array is allocated once at its final size (zeroed where it must
-  // start at zero): on large sets first touches of memory dominate.
+  // Each array is allocated once, zeroed, at its final size: on large sets
+  // the first touches of memory dominate.
 
   // The position of each coordinate used (stored + 1): the coordinates are
   // queued in order of first use, which numbers the positions by first

@@ -8,6 +8,7 @@
 #include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexedFaceSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nrCapture.h"
 
 namespace {
 
@@ -99,6 +100,13 @@ TEST(vlGeom, AWideCreaseSmoothsAllButExactlyOppositeFaces) {
   EXPECT_EQ(corners[0], corners[4]) << "the fold is smoothed";
   EXPECT_FALSE(near(corners[0], corners[8])) << "opposite faces keep their own normals";
   EXPECT_TRUE(near(corners[8], nrVec3f(0, 0, -1)));
+}
+
+TEST(vlGeom, AnIndexPastTheCoordinatesIsReportedAndNothingIsAttached) {
+  FaceSet s({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 9});
+  EXPECT_EQ(nrtest::captureStderr([&] { vlGeom::computeNorms(s.set, 0); }),
+            "vl error in vlGeom::computeNorms(): Coordinate index 9 out of range\n");
+  EXPECT_EQ(s.set->getNormalSet(), nullptr);
 }
 
 TEST(vlGeom, StaticBoundIsComputedOnceFromTheConvertedLists) {
