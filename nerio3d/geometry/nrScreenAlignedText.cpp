@@ -146,8 +146,11 @@ void nrScreenAlignedText::buildFont(nrContext* context) {
   cleanPendingFields();
   int key = fontFace + fontSize * 8;
   nrDrawable* drawable = context->getDrawable();
+  // Keys of faces outside the table or of sizes below one may equal a real
+  // font's key; such texts never share, their lookup just fails.
+  bool known = fontFace >= 0 && fontFace < faceCount && fontSize >= 1;
   bool fresh = false;
-  if (entryKey != key || builtOn != drawable) {
+  if (known && (entryKey != key || builtOn != drawable)) {
     leaveEntry();
     int entry = findEntry(key, drawable);
     if (entry < 0) {
@@ -166,7 +169,7 @@ void nrScreenAlignedText::buildFont(nrContext* context) {
   }
   // Shared lists are taken as they are, unless this OpenGL context lacks them
   // (a context made afresh on the same drawable).
-  if (!fresh && nrgl::IsList(listBase)) return;
+  if (known && !fresh && nrgl::IsList(listBase)) return;
   if (!queryFont()) {
     leaveEntry();
     listBase = 0;

@@ -177,6 +177,13 @@ TEST_F(Text, AFontThatCannotBeFoundDrawsNothingUntilTheTextChanges) {
   missing->draw(action);
   EXPECT_EQ(count(rec, "glCallLists"), 1);
   EXPECT_GT(histogram()[RED], 0);
+
+  // Face 9 at size 12 has the key of TIMES_ITALIC at 13 but no font.
+  text("HI", nrScreenAlignedText::TIMES_ITALIC, 13)->draw(action);
+  nrScreenAlignedText* unknown = text("HI", 9, 12);
+  err = nrtest::captureStderr([&] { unknown->draw(action); });
+  EXPECT_EQ(err, "(WARN, RESOURCE): nrScreenAlignedText::queryFont() - no font for face 9 at size 12\n");
+  EXPECT_EQ(count(rec, "glCallLists"), 2);
 }
 
 }  // namespace
