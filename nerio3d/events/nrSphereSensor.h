@@ -1,0 +1,47 @@
+// Turns a virtual ball: while a button is held over the geometry next to it,
+// the pointer is followed on the sphere about the sensor's origin through the
+// point first grabbed (off the sphere, on the point of it nearest the
+// pointer's ray), and rotation_changed reports offset followed by the turn
+// that carries the grabbed point to the followed one. trackPoint_changed
+// reports the point followed. With autoOffset on (the default) the release
+// makes the last rotation the new offset.
+#pragma once
+
+#include "nerio3d/events/nrPickSensor.h"
+#include "nerio3d/math/nrRotation.h"
+#include "nerio3d/math/nrVec3f.h"
+
+class nrSphereSensor : public nrPickSensor {
+  NR_DECLARE_CONTAINER_TYPE(nrSphereSensor)
+
+  enum { AUTO_OFFSET_FIELD = 4, OFFSET_FIELD, ROTATION_FIELD, TRACK_POINT_FIELD };
+
+  nrSphereSensor() : nrSphereSensor(getClassType()) {}
+  explicit nrSphereSensor(nrType* type);
+  ~nrSphereSensor() override;
+
+  void setAutoOffset(unsigned char on) { setFieldValue(autoOffset, on, AUTO_OFFSET_FIELD); }
+  unsigned char getAutoOffset() { return read(autoOffset, AUTO_OFFSET_FIELD); }
+  void setOffset(float x, float y, float z, float angle) {
+    setFieldValue(offset, nrRotation(x, y, z, angle), OFFSET_FIELD);
+  }
+  nrRotation getOffset() { return read(offset, OFFSET_FIELD); }
+  nrRotation getRotation() { return read(rotation, ROTATION_FIELD); }
+  nrVec3f getTrackPoint() { return read(trackPoint, TRACK_POINT_FIELD); }
+
+  void beginGrab(const nrHit& hit) override;
+  void motion(const nrHit& hit) override;
+  void endGrab(const nrHit& hit) override;
+
+ protected:
+  unsigned char autoOffset;
+  nrRotation offset;
+  nrRotation rotation;
+  nrVec3f trackPoint;
+
+ private:
+  // Fixed for the length of a grab: world to sensor coordinates and the point grabbed.
+  nrMatrix4f toLocal;
+  nrVec3f start;
+  bool moved;
+};
