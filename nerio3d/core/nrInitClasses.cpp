@@ -40,16 +40,52 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrBox.h"
+#include "nerio3d/geometry/nrColorSet.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrColorSet4f.h"
+#include "nerio3d/geometry/nrCone.h"
+#include "nerio3d/geometry/nrCoordSet.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
+#include "nerio3d/geometry/nrCylinder.h"
+#include "nerio3d/geometry/nrGeoSet.h"
+#include "nerio3d/geometry/nrGeometry.h"
+#include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrLineSet.h"
+#include "nerio3d/geometry/nrLineStripSet.h"
+#include "nerio3d/geometry/nrNormalSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrNormalSet3s.h"
+#include "nerio3d/geometry/nrPointSet.h"
+#include "nerio3d/geometry/nrPolySet.h"
+#include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/geometry/nrSphere.h"
+#include "nerio3d/geometry/nrTexCoordSet.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
+#include "nerio3d/geometry/nrTriFanSet.h"
+#include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+#include "nerio3d/nodes/nrBillboard.h"
+#include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrInline.h"
 #include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrSwitch.h"
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 
@@ -103,7 +139,30 @@ void nrObject::initClasses() {
   registerClass<nrMFVec4f>();
   registerClass<nrMFRef>();
   registerClass<nrMFString>();
+  registerClass<nrIndexSet>();
+  registerClass<nrCoordSet>();
+  registerClass<nrNormalSet>();
+  registerClass<nrColorSet>();
+  registerClass<nrTexCoordSet>();
+  registerClass<nrCoordSet3f>();
+  registerClass<nrNormalSet3f>();
+  registerClass<nrNormalSet3s>();
+  registerClass<nrColorSet3f>();
+  registerClass<nrColorSet4f>();
+  registerClass<nrTexCoordSet2f>();
+  registerClass<nrGeometry>();
+  registerClass<nrGeoSet>();
+  registerClass<nrPointSet>();
+  registerClass<nrLineSet>();
+  registerClass<nrLineStripSet>();
+  registerClass<nrTriSet>();
+  registerClass<nrTriStripSet>();
+  registerClass<nrTriFanSet>();
+  registerClass<nrQuadSet>();
+  registerClass<nrPolySet>();
+  registerClass<nrImage>();
   registerClass<nrTexture>();
+  registerClass<nrImageTexture>();
   registerClass<nrTexGen>();
   registerClass<nrMaterial>();
   registerClass<nrAppearance>();
@@ -119,9 +178,18 @@ void nrObject::initClasses() {
   registerClass<nrHit>();
   registerClass<nrNode>();
   registerClass<nrLight>();
+  registerClass<nrDirectionalLight>();
+  registerClass<nrPointLight>();
+  registerClass<nrSpotLight>();
+  registerClass<nrShape>();
   registerClass<nrSound>();
   registerClass<nrGroup>();
+  registerClass<nrSwitch>();
+  registerClass<nrCollision>();
+  registerClass<nrInline>();
   registerClass<nrTransform>();
+  registerClass<nrEnvironment>();
+  registerClass<nrBillboard>();
   registerClass<nrEngine>();
   registerClass<nrMorphEng>();
   registerClass<nrMorphEng4f>();
@@ -144,6 +212,10 @@ void nrObject::initClasses() {
   registerClass<nrCoordinateInterpolator>();
   registerClass<nrOrientationInterpolator>();
   registerClass<nrNormalInterpolator>();
+  registerClass<nrBox>();
+  registerClass<nrSphere>();
+  registerClass<nrCone>();
+  registerClass<nrCylinder>();
   registerClass<nrAudio>();
   registerClass<nrAudioSamples>();
 }

@@ -128,6 +128,54 @@ void nrContainer::unrefer(nrContainer* old) {
   old->unref();
 }
 
+void nrContainer::refListAppend(nrRefArray& list, nrContainer* value) {
+  if (!value) return;
+  refer(value);
+  list.append(value);
+}
+
+void nrContainer::refListInsert(nrRefArray& list, int index, nrContainer* value) {
+  if (index < 0 || static_cast<unsigned>(index) > list.getCount()) return;
+  refer(value);
+  list.insert(static_cast<unsigned>(index), value);
+}
+
+void nrContainer::refListSet(nrRefArray& list, int index, nrContainer* value) {
+  if (index < 0 || static_cast<unsigned>(index) >= list.getCount()) return;
+  unsigned i = static_cast<unsigned>(index);
+  refer(list[i], value);
+  list[i] = value;
+}
+
+void nrContainer::refListSetCount(nrRefArray& list, int n) {
+  unsigned count = n > 0 ? static_cast<unsigned>(n) : 0;
+  while (list.getCount() > count) {
+    nrContainer* last = list[list.getCount() - 1];
+    list.setCount(list.getCount() - 1);
+    unrefer(last);
+  }
+  while (list.getCount() < count) list.append(nullptr);
+}
+
+void nrContainer::refListRemove(nrRefArray& list, int index) {
+  if (index < 0 || static_cast<unsigned>(index) >= list.getCount()) return;
+  nrContainer* old = list[static_cast<unsigned>(index)];
+  list.removeIndex(static_cast<unsigned>(index));
+  unrefer(old);
+}
+
+long nrContainer::refListRemove(nrRefArray& list, nrContainer* value) {
+  long i = list.find(value);
+  if (i >= 0) refListRemove(list, static_cast<int>(i));
+  return i;
+}
+
+long nrContainer::refListReplace(nrRefArray& list, nrContainer* old, nrContainer* value) {
+  long i = list.find(old);
+  if (i >= 0) refListSet(list, static_cast<int>(i), value);
+  return i;
+}
+
 void nrContainer::setUserData(nrData* data) {
   if (data) data->ref();
   if (userData) userData->unref();

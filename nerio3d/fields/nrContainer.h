@@ -79,6 +79,19 @@ class nrContainer : public nrObject {
   void refer(nrContainer* old, nrContainer* value);
   void refer(nrContainer* value);
   void unrefer(nrContainer* old);
+  // Edits of a list of containers this one refers to: every element added is
+  // referred to, every element dropped unreferred. An index out of range
+  // (up to the count for insertion, below it otherwise) changes nothing, and
+  // appending ignores null; the caller reports the change of its field.
+  void refListAppend(nrRefArray& list, nrContainer* value);
+  void refListInsert(nrRefArray& list, int index, nrContainer* value);
+  void refListSet(nrRefArray& list, int index, nrContainer* value);
+  // A larger count fills with null elements.
+  void refListSetCount(nrRefArray& list, int n);
+  void refListRemove(nrRefArray& list, int index);
+  // Remove or replace the first occurrence; its index, or -1 when absent.
+  long refListRemove(nrRefArray& list, nrContainer* value);
+  long refListReplace(nrRefArray& list, nrContainer* old, nrContainer* value);
 
   void validateField(short index);
   void touchField(short index);

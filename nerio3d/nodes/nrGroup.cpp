@@ -15,67 +15,38 @@ nrGroup::nrGroup(nrType* type) : nrNode(type) { initFieldDefaults(getClassType()
 nrGroup::~nrGroup() { destroyFieldContents(getClassType()); }
 
 void nrGroup::addChild(nrNode* node) {
-  if (node) {
-    refer(node);
-    children.append(node);
-  }
+  refListAppend(children, node);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::insertChild(int index, nrNode* node) {
-  if (index >= 0 && static_cast<unsigned>(index) <= children.getCount()) {
-    refer(node);
-    children.insert(static_cast<unsigned>(index), node);
-  }
+  refListInsert(children, index, node);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::setChild(int index, nrNode* node) {
-  if (index >= 0 && static_cast<unsigned>(index) < children.getCount()) {
-    unsigned i = static_cast<unsigned>(index);
-    refer(children[i], node);
-    children[i] = node;
-  }
+  refListSet(children, index, node);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::setChildCount(int n) {
-  unsigned count = n > 0 ? static_cast<unsigned>(n) : 0;
-  while (children.getCount() > count) {
-    nrContainer* last = children[children.getCount() - 1];
-    children.setCount(children.getCount() - 1);
-    unrefer(last);
-  }
-  while (children.getCount() < count) children.append(nullptr);
+  refListSetCount(children, n);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::removeChild(int index) {
-  if (index >= 0 && static_cast<unsigned>(index) < children.getCount()) {
-    unsigned i = static_cast<unsigned>(index);
-    nrContainer* old = children[i];
-    children.removeIndex(i);
-    unrefer(old);
-  }
+  refListRemove(children, index);
   fieldChanged(CHILDREN_FIELD);
 }
 
 bool nrGroup::removeChild(nrNode* node) {
-  long i = children.find(node);
-  if (i >= 0) {
-    children.removeIndex(static_cast<unsigned>(i));
-    unrefer(node);
-  }
+  long i = refListRemove(children, node);
   fieldChanged(CHILDREN_FIELD);
   return i >= 0;
 }
 
 bool nrGroup::replaceChild(nrNode* oldNode, nrNode* newNode) {
-  long i = children.find(oldNode);
-  if (i >= 0) {
-    refer(oldNode, newNode);
-    children[static_cast<unsigned>(i)] = newNode;
-  }
+  long i = refListReplace(children, oldNode, newNode);
   fieldChanged(CHILDREN_FIELD);
   return i >= 0;
 }
@@ -138,10 +109,11 @@ void nrGroup::isect(nrIsectAction* action) {
   if (sphereBound.isect(&action->getSeg(), nullptr, nullptr)) isectChildren(action);
 }
 
-void nrGroup::isectChildren(nrIsectAction* action) {
+void nrGroup::isectChildren(nrIsectAction* action, unsigned first, unsigned end) {
   nrPtrArray& path = action->getPath();
   path.append(this);
-  for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->isect(action);
+  if (end > children.getCount()) end = children.getCount();
+  for (unsigned i = first; i < end; ++i) static_cast<nrNode*>(children[i])->isect(action);
   path.setCount(path.getCount() - 1);
 }
 

@@ -49,40 +49,52 @@ class nrGroup : public nrNode {
   void childChanged(nrContainer* child, short index) override;
   void cleanSideEffect(short index) override;
 
+  // Every helper below takes the children from first up to (not including)
+  // end, all of them by default; groups that choose among their children
+  // narrow the range.
+  enum : unsigned { ALL_END = ~0u };
+
   // Appends this group to the action's path around the children's isect.
-  void isectChildren(nrIsectAction* action);
+  void isectChildren(nrIsectAction* action, unsigned first = 0, unsigned end = ALL_END);
   // Each child through childVisit, in order, until one stops the traversal: 2
   // then, else 0.
   template <typename Action>
-  nrTravDirective visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+  nrTravDirective visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first = 0,
+                                unsigned end = ALL_END);
   // preVisit, then the children when it let them, then postVisit; the larger result.
   template <typename Action>
-  nrTravDirective traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+  nrTravDirective traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first = 0,
+                           unsigned end = ALL_END);
   // traverse behind the cull test: 1 for a sphere outside the view, without
   // preVisit or postVisit; the cull level is left in every case.
   template <typename Action>
-  nrTravDirective cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*));
+  nrTravDirective cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first = 0,
+                               unsigned end = ALL_END);
 
   nrRefArray children;
 };
 
 template <typename Action>
-nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
-  for (unsigned i = 0; i < children.getCount(); ++i)
+nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
+                                       unsigned end) {
+  if (end > children.getCount()) end = children.getCount();
+  for (unsigned i = first; i < end; ++i)
     if ((static_cast<nrNode*>(children[i])->*childVisit)(action) == STOP_TRAV) return STOP_TRAV;
   return CONTINUE_TRAV;
 }
 
 template <typename Action>
-nrTravDirective nrGroup::traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
+nrTravDirective nrGroup::traverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
+                                  unsigned end) {
   nrTravDirective d = action->preVisit(this);
-  if (d == CONTINUE_TRAV) d = visitChildren(action, childVisit);
+  if (d == CONTINUE_TRAV) d = visitChildren(action, childVisit, first, end);
   return nrTravCombine(d, action->postVisit(this));
 }
 
 template <typename Action>
-nrTravDirective nrGroup::cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*)) {
-  nrTravDirective d = action->pushCull(sphereBound) ? traverse(action, childVisit) : PRUNE_TRAV;
+nrTravDirective nrGroup::cullTraverse(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
+                                      unsigned end) {
+  nrTravDirective d = action->pushCull(sphereBound) ? traverse(action, childVisit, first, end) : PRUNE_TRAV;
   action->popCull();
   return d;
 }

@@ -59,6 +59,13 @@ void nrNode::cleanPendingFields() {
   if (!pending.isZero()) internalCleanFields(pending);
 }
 
+void nrNode::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
+  validateField(index);
+  *x = v[0];
+  *y = v[1];
+  *z = v[2];
+}
+
 const nrSphereBound* nrNode::validSphereBound(nrNode* node) {
   if (!node) return nullptr;
   node->validateField(SPHERE_BOUND_FIELD);

@@ -45,6 +45,8 @@ class nrNode : public nrContainer {
   void fieldChanged(short index) override;
   // Brings every stale field up to date, as a visit does before it looks at them.
   void cleanPendingFields();
+  // The vector member v of field index, brought up to date, as three floats.
+  void getVec(const nrVec3f& v, short index, float* x, float* y, float* z);
   // node's sphere, brought up to date; null for a null node.
   static const nrSphereBound* validSphereBound(nrNode* node);
 

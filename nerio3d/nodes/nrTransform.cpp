@@ -37,13 +37,6 @@ nrTransform::nrTransform(nrType* type) : nrGroup(type), kind(0), state(0), saved
 
 nrTransform::~nrTransform() { destroyFieldContents(getClassType()); }
 
-void nrTransform::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
-  validateField(index);
-  *x = v[0];
-  *y = v[1];
-  *z = v[2];
-}
-
 void nrTransform::getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle) {
   getVec(r.axis, index, x, y, z);
   *angle = r.angle;

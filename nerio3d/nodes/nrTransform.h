@@ -104,7 +104,6 @@ class nrTransform : public nrGroup {
     member = value;
     fieldChanged(index);
   }
-  void getVec(const nrVec3f& v, short index, float* x, float* y, float* z);
   void getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle);
   // The scale bits that scale and scaleOrientation call for.
   int scaleKind() const;

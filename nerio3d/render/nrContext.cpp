@@ -146,6 +146,7 @@ void nrContext::init(nrDrawable* drawable) {
   recordTarget = global;
   normalizeEnable = 0;
   localViewer = 0;
+  clientArrays = 0;
   defaultApp = new nrAppearance;
   defaultApp->ref();
   lastApp = defaultApp;
@@ -519,6 +520,20 @@ void nrContext::setLocalViewer(unsigned char on) {
   if (on == localViewer) return;
   localViewer = on;
   nrgl::LightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, on);
+}
+
+void nrContext::setClientArrays(unsigned arrays) {
+  static const GLenum kinds[4] = {GL_COLOR_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_VERTEX_ARRAY};
+  unsigned changed = arrays ^ clientArrays;
+  if (!changed) return;
+  clientArrays = arrays;
+  for (int i = 0; i < 4; ++i) {
+    if (!(changed & (1u << i))) continue;
+    if (arrays & (1u << i))
+      nrgl::EnableClientState(kinds[i]);
+    else
+      nrgl::DisableClientState(kinds[i]);
+  }
 }
 
 // ---- appearances and the state stack ----

@@ -143,6 +143,11 @@ class nrContext : public nrObject {
   unsigned char getNormalizeEnable() const { return normalizeEnable; }
   void setLocalViewer(unsigned char on);
 
+  // Client vertex arrays enabled in OpenGL, a bit per kind (CLIENT_COLOR_ARRAY
+  // ...); geometry enables what it draws with and the rest is switched off.
+  enum { CLIENT_COLOR_ARRAY = 1, CLIENT_NORMAL_ARRAY = 2, CLIENT_TEX_COORD_ARRAY = 4, CLIENT_VERTEX_ARRAY = 8 };
+  void setClientArrays(unsigned arrays);
+
   // What OpenGL currently holds (the top of the shadow stack), and what the
   // application set directly on the context.
   const _nrGfx& getShadowState() const { return *top; }
@@ -256,6 +261,7 @@ class nrContext : public nrObject {
 
   unsigned char normalizeEnable;
   unsigned char localViewer;
+  unsigned clientArrays;
 
   nrIntArray* versions;
 

@@ -1,6 +1,7 @@
 // Fog node: the graphics context keeps a stack of them, scoped by environments.
 #pragma once
 
+#include "nerio3d/math/nrVec4f.h"
 #include "nerio3d/nodes/nrNode.h"
 
 class nrContext;
@@ -8,16 +9,35 @@ class nrContext;
 class nrFog : public nrNode {
   NR_DECLARE_CONTAINER_TYPE(nrFog)
 
-  enum { ON_FIELD = 2 };
+  enum FogModeEnum { LINEAR_FOG, EXP_FOG, EXP2_FOG };
+  enum { ON_FIELD = 2, MODE_FIELD, DENSITY_FIELD, START_FIELD, END_FIELD, INDEX_FIELD, COLOR_FIELD };
 
   nrFog() : nrFog(getClassType()) {}
   explicit nrFog(nrType* type) : nrNode(type) { initFieldDefaults(classType); }
 
+  void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
   unsigned char getOn() const { return on; }
-  void setOn(unsigned char value) {
-    on = value;
-    fieldChanged(ON_FIELD);
-  }
+  void setMode(FogModeEnum value) { setFieldValue(mode, static_cast<int>(value), MODE_FIELD); }
+  FogModeEnum getMode() const { return static_cast<FogModeEnum>(mode); }
+  void setDensity(float value) { setFieldValue(density, value, DENSITY_FIELD); }
+  float getDensity() const { return density; }
+  void setStart(float value) { setFieldValue(start, value, START_FIELD); }
+  float getStart() const { return start; }
+  void setEnd(float value) { setFieldValue(end, value, END_FIELD); }
+  float getEnd() const { return end; }
+  // The fog colour index in colour-index mode.
+  void setIndex(float value) { setFieldValue(index, value, INDEX_FIELD); }
+  float getIndex() const { return index; }
+  void setColor(float r, float g, float b, float a) { setColor(nrVec4f(r, g, b, a)); }
+  void setColor(const nrVec4f& value) { setFieldValue(color, value, COLOR_FIELD); }
+  const nrVec4f& getColor() const { return color; }
+  void getColor(float* r, float* g, float* b, float* a) const;
+
+  // A fog met outside an environment becomes the current fog.
+  nrTravDirective drawVisit(nrDrawAction* action) override;
+  // Hands the fog to the context and loads its parameters when the
+  // application has fog enabled and this fog is on.
+  virtual void draw(nrDrawAction* action);
 
   // The context calls push when this fog becomes the top of its fog stack, and
   // pop on the fog that is the top again after dropped was popped.
@@ -26,4 +46,16 @@ class nrFog : public nrNode {
 
  protected:
   unsigned char on;
+  int mode;
+  float density;
+  float start;
+  float end;
+  float index;
+  nrVec4f color;
+
+ private:
+  // Sends the mode, the scalar parameters and the colour.
+  void define();
+  // Applies the fog's on state and loads it when it is to be drawn.
+  void apply(nrContext* context);
 };

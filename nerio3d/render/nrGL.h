@@ -184,6 +184,7 @@
   X(void, Vertex4fv, (const GLfloat* v), (v), "4") \
   X(void, Normal3f, (GLfloat nx, GLfloat ny, GLfloat nz), (nx, ny, nz), "fff") \
   X(void, Normal3fv, (const GLfloat* v), (v), "3") \
+  X(void, Normal3sv, (const GLshort* v), (v), "3") \
   X(void, Color3f, (GLfloat red, GLfloat green, GLfloat blue), (red, green, blue), "fff") \
   X(void, Color4f, (GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha), (red, green, blue, alpha), "ffff") \
   X(void, Color3fv, (const GLfloat* v), (v), "3") \

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "nerio3d/fields/nrContainer.h"
+#include "nerio3d/math/nrVec4f.h"
 
 class nrContext;
 
@@ -9,10 +10,11 @@ class nrTexGen : public nrContainer {
   NR_DECLARE_CONTAINER_TYPE(nrTexGen)
 
   enum ModeEnum { OFF, EYE_LINEAR, EYE_LINEAR_IDENT, OBJECT_LINEAR, SPHERE_MAP };
-  enum { MODE_S, MODE_T, MODE_R, MODE_Q };
+  enum { MODE_S, MODE_T, MODE_R, MODE_Q, PLANE_S, PLANE_T, PLANE_R, PLANE_Q };
 
   nrTexGen() : nrTexGen(getClassType()) {}
-  explicit nrTexGen(nrType* type) : nrContainer(type) { initFieldDefaults(classType); }
+  explicit nrTexGen(nrType* type);
+  ~nrTexGen() override;
 
   void setModeS(ModeEnum mode) { setMode(MODE_S, mode); }
   void setModeT(ModeEnum mode) { setMode(MODE_T, mode); }
@@ -23,13 +25,36 @@ class nrTexGen : public nrContainer {
   ModeEnum getModeR() const { return static_cast<ModeEnum>(modeR); }
   ModeEnum getModeQ() const { return static_cast<ModeEnum>(modeQ); }
 
+  void setPlaneS(float a, float b, float c, float d) { setPlane(PLANE_S, a, b, c, d); }
+  void setPlaneT(float a, float b, float c, float d) { setPlane(PLANE_T, a, b, c, d); }
+  void setPlaneR(float a, float b, float c, float d) { setPlane(PLANE_R, a, b, c, d); }
+  void setPlaneQ(float a, float b, float c, float d) { setPlane(PLANE_Q, a, b, c, d); }
+  void getPlaneS(float* a, float* b, float* c, float* d) const { getPlane(PLANE_S, a, b, c, d); }
+  void getPlaneT(float* a, float* b, float* c, float* d) const { getPlane(PLANE_T, a, b, c, d); }
+  void getPlaneR(float* a, float* b, float* c, float* d) const { getPlane(PLANE_R, a, b, c, d); }
+  void getPlaneQ(float* a, float* b, float* c, float* d) const { getPlane(PLANE_Q, a, b, c, d); }
+
+  // The generator's id in the id space shared by all contexts, and its change counter.
+  int getId() const { return id; }
+  int getVersion() const { return version; }
+
  protected:
   friend class nrContext;
   // Sends the generation modes and planes to OpenGL.
   virtual void draw(nrContext* context);
+  void fieldChanged(short index) override;
 
  private:
-  void setMode(short coord, ModeEnum mode);
+  void setMode(short coord, ModeEnum value);
+  void setPlane(short index, float a, float b, float c, float d);
+  void getPlane(short index, float* a, float* b, float* c, float* d) const;
+
+  // The fields of coordinate S, T, R or Q by its number.
+  static int nrTexGen::*const modes[4];
+  static nrVec4f nrTexGen::*const planes[4];
 
   int modeS, modeT, modeR, modeQ;
+  nrVec4f planeS, planeT, planeR, planeQ;
+  int id;
+  int version;
 };

@@ -16,20 +16,23 @@ int registrationOrderFault() {
                      nrType::getType("TransformAction"), nrType::getType("nrVFCullAction"),
                      nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),
                      nrType::getType("SoundAction"), nrType::getType("Hit"), nrType::getType("Node"),
-                     nrType::getType("Group"), nrType::getType("Transform")};
+                     nrType::getType("Group"), nrType::getType("Switch"), nrType::getType("Collision"),
+                     nrType::getType("Inline"), nrType::getType("Transform"), nrType::getType("Environment"),
+                     nrType::getType("Billboard")};
   int last = -1;
   for (int i = 0; i < int(sizeof(order) / sizeof(order[0])); ++i) {
     if (!order[i] || order[i]->getObjectIndex() <= last) return i + 1;
     last = order[i]->getObjectIndex();
   }
-  if (nrType::getType("nrSphereBound") != nrSFSphereBound::classType) return 20;
-  if (nrType::getType("Node")->getParent() != nrContainer::classType) return 21;
-  if (nrType::getType("Group")->getParent() != nrNode::classType) return 22;
-  if (nrType::getType("nrAction")->getParent() != nrObject::classType) return 23;
-  if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 24;
-  if (nrType::getType("PerspCamera")->getParent() != nrType::getType("Camera")) return 25;
-  if (nrType::getType("Transform")->getParent() != nrType::getType("Group")) return 26;
-  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction")) return 27;
+  if (nrType::getType("nrSphereBound") != nrSFSphereBound::classType) return 120;
+  if (nrType::getType("Node")->getParent() != nrContainer::classType) return 121;
+  if (nrType::getType("Group")->getParent() != nrNode::classType) return 122;
+  if (nrType::getType("nrAction")->getParent() != nrObject::classType) return 123;
+  if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 124;
+  if (nrType::getType("PerspCamera")->getParent() != nrType::getType("Camera")) return 125;
+  if (nrType::getType("Transform")->getParent() != nrType::getType("Group")) return 126;
+  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction") || nrType::getType("LOD")) return 127;
+  if (nrType::getType("Inline")->getParent() != nrType::getType("Switch")) return 128;
   return 0;
 }
 

@@ -339,6 +339,7 @@ TEST_F(Context, TextureGeneratorAndMaterialHooksRunOnChangeOnly) {
 // A light whose restores are visible.
 struct tstLight : nrLight {
   tstLight() : nrLight(getClassType()) {}
+  void define(int) override {}
   void pop(int slot, const nrMatrix4f& matrix) override {
     pops.push_back(slot);
     lastMatrix = matrix;

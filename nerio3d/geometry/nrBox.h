@@ -1,0 +1,31 @@
+// The VRML box, drawn directly as six quads.
+#pragma once
+
+#include "nerio3d/geometry/nrGeometry.h"
+
+class nrBox : public nrGeometry {
+  NR_DECLARE_CONTAINER_TYPE(nrBox)
+
+  enum { SIZE_FIELD = 2, CENTER_FIELD = 3 };
+
+  nrBox() : nrBox(getClassType()) {}
+  explicit nrBox(nrType* type);
+  ~nrBox() override;
+
+  void setSize(const nrVec3f& s) { setValue(size, s, SIZE_FIELD); }
+  const nrVec3f& getSize() { return valid(size, SIZE_FIELD); }
+  void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
+  const nrVec3f& getCenter() { return valid(center, CENTER_FIELD); }
+
+  void draw(nrDrawAction* action) override;
+  // The exact box: where the segment enters it (or, from inside, leaves it),
+  // the face hit as primitive in drawing order.
+  void isect(nrIsectAction* action) override;
+  void calcBound(nrBoxBound& box) override;
+
+ protected:
+  void fieldChanged(short index) override;
+
+  nrVec3f size;
+  nrVec3f center;
+};

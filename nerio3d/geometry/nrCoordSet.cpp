@@ -1,0 +1,3 @@
+#include "nerio3d/geometry/nrCoordSet.h"
+
+NR_DEFINE_TYPE(nrCoordSet, nrContainer, "CoordSet") {}

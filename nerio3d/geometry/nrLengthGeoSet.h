@@ -1,0 +1,47 @@
+// A primitive set whose primitives each have their own vertex count, kept in
+// field 15 (strip, fan or polygon lengths).
+#pragma once
+
+#include "nerio3d/geometry/nrGeoSet.h"
+
+class nrLengthGeoSet : public nrGeoSet {
+ public:
+  enum { LENGTHS_FIELD = 15 };
+
+  int getPrimLen(int prim) override {
+    return prim >= 0 && unsigned(prim) < lengths.getCount() ? lengths[unsigned(prim)] : -1;
+  }
+
+  void setLength(int prim, int length) {
+    if (prim < 0) return;
+    lengths.set(unsigned(prim), length);
+    fieldChanged(LENGTHS_FIELD);
+  }
+  int getLength(int prim) {
+    validateField(LENGTHS_FIELD);
+    return getPrimLen(prim);
+  }
+  void setLengths(const nrIntArray& values) {
+    lengths.set(values);
+    fieldChanged(LENGTHS_FIELD);
+  }
+  void setLengths(int count, const int* values) {
+    lengths.setCount(0);
+    if (count > 0) lengths.setRange(0, unsigned(count), values);
+    fieldChanged(LENGTHS_FIELD);
+  }
+  const nrIntArray& getLengths() {
+    validateField(LENGTHS_FIELD);
+    return lengths;
+  }
+
+ protected:
+  explicit nrLengthGeoSet(nrType* type) : nrGeoSet(type) {}
+
+  void fieldChanged(short index) override {
+    if (index == LENGTHS_FIELD) boundChanged();
+    nrGeoSet::fieldChanged(index);
+  }
+
+  nrIntArray lengths;
+};

@@ -1,0 +1,3 @@
+#include "nerio3d/geometry/nrNormalSet.h"
+
+NR_DEFINE_TYPE(nrNormalSet, nrContainer, "NormalSet") {}

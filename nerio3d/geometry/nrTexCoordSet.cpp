@@ -1,0 +1,3 @@
+#include "nerio3d/geometry/nrTexCoordSet.h"
+
+NR_DEFINE_TYPE(nrTexCoordSet, nrContainer, "TexCoordSet") {}

@@ -1,0 +1,31 @@
+#include "nerio3d/nodes/nrCollision.h"
+
+#include "nerio3d/fields/nrSFRef.h"
+#include "nerio3d/fields/nrSField.h"
+
+NR_DEFINE_TYPE(nrCollision, nrGroup, "Collision") {
+  nrSFUByte::addTypeField(type, "collide", COLLIDE_FIELD, static_cast<unsigned char>(1), &nrCollision::collide);
+  nrSFRef::addTypeField(type, "proxy", PROXY_FIELD, nrNode::getClassType(), &nrCollision::proxy);
+  nrSFVec3f::addTypeField(type, "bboxCenter", BBOX_CENTER_FIELD, nrVec3f(0, 0, 0), &nrCollision::bboxCenter);
+  nrSFVec3f::addTypeField(type, "bboxSize", BBOX_SIZE_FIELD, nrVec3f(-1, -1, -1), &nrCollision::bboxSize);
+}
+
+nrCollision::nrCollision(nrType* type) : nrGroup(type) { initFieldDefaults(getClassType()); }
+
+nrCollision::~nrCollision() { destroyFieldContents(getClassType()); }
+
+unsigned char nrCollision::getCollide() {
+  validateField(COLLIDE_FIELD);
+  return collide;
+}
+
+void nrCollision::setProxy(nrNode* node) {
+  refer(proxy, node);
+  proxy = node;
+  fieldChanged(PROXY_FIELD);
+}
+
+nrNode* nrCollision::getProxy() {
+  validateField(PROXY_FIELD);
+  return static_cast<nrNode*>(proxy);
+}

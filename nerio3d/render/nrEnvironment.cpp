@@ -1,0 +1,53 @@
+#include "nerio3d/render/nrEnvironment.h"
+
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/fields/nrMFRef.h"
+#include "nerio3d/fields/nrSFRef.h"
+#include "nerio3d/render/nrContext.h"
+#include "nerio3d/render/nrFog.h"
+#include "nerio3d/render/nrLight.h"
+
+NR_DEFINE_TYPE(nrEnvironment, nrGroup, "Environment") {
+  nrMFRef::addTypeField(type, "light", LIGHT_FIELD, nrLight::getClassType(), &nrEnvironment::light);
+  nrSFRef::addTypeField(type, "fog", FOG_FIELD, nrFog::getClassType(), &nrEnvironment::fog);
+}
+
+nrEnvironment::nrEnvironment(nrType* type) : nrGroup(type) { initFieldDefaults(classType); }
+
+nrEnvironment::~nrEnvironment() { destroyFieldContents(classType); }
+
+void nrEnvironment::addLight(nrLight* value) {
+  if (value) static_cast<nrMFRef*>(getField(LIGHT_FIELD))->append(value);
+}
+
+bool nrEnvironment::removeLight(nrLight* value) { return static_cast<nrMFRef*>(getField(LIGHT_FIELD))->remove(value); }
+
+nrLight* nrEnvironment::getLight(int i) const {
+  if (i < 0 || i >= getNumLights()) return nullptr;
+  return static_cast<nrLight*>(light[static_cast<unsigned>(i)]);
+}
+
+void nrEnvironment::setFog(nrFog* value) { static_cast<nrSFRef*>(getField(FOG_FIELD))->set(value); }
+
+nrFog* nrEnvironment::getFog() const { return static_cast<nrFog*>(fog); }
+
+nrTravDirective nrEnvironment::drawVisit(nrDrawAction* action) {
+  cleanPendingFields();
+  nrTravDirective d = action->preVisit(this);
+  if (d == CONTINUE_TRAV) {
+    nrContext* context = action->getContext();
+    if (context) {
+      context->pushLights();
+      context->pushFog(getFog());
+    }
+    for (unsigned i = 0; i < light.getCount(); ++i)
+      if (light[i]) static_cast<nrLight*>(light[i])->draw(action);
+    if (fog) getFog()->draw(action);
+    d = visitChildren(action, &nrNode::drawVisit);
+    if (context) {
+      context->popFog();
+      context->popLights();
+    }
+  }
+  return nrTravCombine(d, action->postVisit(this));
+}

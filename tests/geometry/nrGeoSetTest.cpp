@@ -1,0 +1,332 @@
+#include "nerio3d/geometry/nrGeoSet.h"
+
+#include <cmath>
+
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/arrays/nrData.h"
+#include "nerio3d/fields/nrSFRef.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/geometry/nrColorSet4f.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nerio3d/render/nrPerspCamera.h"
+#include "nerio3d/render/_nrGfx.h"
+#include "nrCapture.h"
+#include "nrGeometryFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+using GeoSet = nrtest::GeometryTest;
+
+const nrVec3f red(1, 0, 0), green(0, 1, 0);
+
+class Strategies : public nrtest::GeometryTest {
+ protected:
+  // Two triangles filling the left and right halves of the view, red and
+  // green, set up to draw with the given strategy.
+  nrTriSet* halves(int strategy) {
+    nrTriSet* s = set<nrTriSet>(
+        {{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 2);
+    nrIndexSet* all = indices({0, 1, 2, 3, 4, 5});
+    bool perPrim = strategy == 0 || strategy == 2 || strategy == 4;
+    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::PER_VERTEX_COLOR);
+    s->setColorSet(perPrim ? colors({red, green}) : colors({red, red, red, green, green, green}));
+    if (strategy == 0) {
+      s->setCoordIndexSet(all);
+      s->setColorIndexSet(indices({0, 1}));
+    } else if (strategy >= 3) {
+      s->setCoordIndexSet(all);
+      s->setColorIndexSet(all);
+    }
+    return s;
+  }
+};
+
+TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
+  enum { NONE, SHARED, EQUAL_COPIES, COORDS_ONLY };
+  struct Case {
+    int normalBind, colorBind, texBind;
+    bool withColors;
+    int indexing;
+    int code;
+  } cases[] = {
+      {0, 0, 0, false, NONE, 1 << 9},
+      {0, nrGeoSet::PER_VERTEX_COLOR, 0, false, NONE, 1 << 9},  // no colour set: no colours
+      {0, nrGeoSet::PER_VERTEX_COLOR, 0, true, SHARED, 0x100 | 3 << 9},
+      {0, nrGeoSet::PER_VERTEX_COLOR, 0, true, EQUAL_COPIES, 0x100},
+      {0, nrGeoSet::PER_PRIM_COLOR, 0, true, NONE, 0x10 | 2 << 9},
+      {0, nrGeoSet::PER_PRIM_COLOR, 0, true, SHARED, 0x10 | 4 << 9},
+      {nrGeoSet::OVERALL_NORMAL, 0, nrGeoSet::PER_VERTEX_TEX_COORD, false, NONE, 0x1 | 1 << 9},
+      {nrGeoSet::PER_VERTEX_NORMAL, nrGeoSet::OVERALL_COLOR, 0, true, COORDS_ONLY, 0x80 | 0x2},
+      {nrGeoSet::PER_PRIM_NORMAL, 0, 0, false, COORDS_ONLY, 0x8},
+  };
+  for (const Case& c : cases) {
+    nrTriSet* s = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, 1);
+    s->setNormalSet(make<nrNormalSet3f>());
+    s->setNormalBind(nrGeoSet::NormalBindEnum(c.normalBind));
+    s->setColorBind(nrGeoSet::ColorBindEnum(c.colorBind));
+    s->setTexCoordBind(nrGeoSet::TexCoordBindEnum(c.texBind));
+    if (c.withColors) s->setColorSet(colors({red}));
+    if (c.indexing != NONE) s->setCoordIndexSet(indices({0, 1, 2}));
+    if (c.indexing == SHARED) s->setColorIndexSet(s->getCoordIndexSet());
+    if (c.indexing == EQUAL_COPIES) s->setColorIndexSet(indices({0, 1, 2}));
+    EXPECT_EQ(s->getDrawCode(), c.code) << "case " << &c - cases;
+  }
+}
+
+TEST_F(Strategies, AllFiveDrawTheSamePixelsEachWithItsOwnCalls) {
+  const Calls expected[5] = {
+      {"glBegin(GL_TRIANGLES)", "glColor3fv({1, 0, 0})", "glColor3fv({0, 1, 0})", "glEnd()"},
+      {"glDrawArrays(GL_TRIANGLES, 0, 6)"},
+      {"glColor3fv({1, 0, 0})", "glDrawArrays(GL_TRIANGLES, 0, 3)", "glColor3fv({0, 1, 0})",
+       "glDrawArrays(GL_TRIANGLES, 3, 3)"},
+      {"glDrawElements(GL_TRIANGLES, 6, GL_UNSIGNED_INT, ptr)"},
+      {"glColor3fv({1, 0, 0})", "glDrawElements(GL_TRIANGLES, 3, GL_UNSIGNED_INT, ptr)", "glColor3fv({0, 1, 0})",
+       "glDrawElements(GL_TRIANGLES, 3, GL_UNSIGNED_INT, ptr)"},
+  };
+  std::vector<uint32_t> first;
+  for (int strategy = 0; strategy < 5; ++strategy) {
+    nrTriSet* s = halves(strategy);
+    ASSERT_EQ(s->getStrategy(), strategy);
+    clearFrame();
+    nrGLRecorder rec;
+    s->draw(action);
+    EXPECT_EQ(only(rec, {"glBegin", "glEnd", "glDraw", "glColor3fv"}), expected[strategy]) << strategy;
+    if (strategy == 0) {
+      first = frame();
+      std::map<uint32_t, int> h = histogram();
+      EXPECT_GT(h[RED], 1000);
+      EXPECT_GT(h[GREEN], 1000);
+    } else {
+      EXPECT_EQ(frame(), first) << "strategy " << strategy;
+    }
+  }
+  nrTriSet* again = halves(1);
+  again->draw(action);
+  nrGLRecorder rec;
+  again->draw(action);
+  EXPECT_EQ(only(rec, {"glEnable", "glDisable"}), Calls{}) << "client arrays are enabled only when they change";
+}
+
+TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
+  nrData* block = keep(nrData::create(3 * 24));
+  float* v = static_cast<float*>(block->getPayload());
+  const float data[18] = {-1, -1, 0, 0, 0, 1, 1, -1, 0, 0, 0, 1, -1, 1, 0, 0, 0, 1};
+  std::copy(data, data + 18, v);
+  nrCoordSet3f* points = keep(new nrCoordSet3f(block, 0, 24));
+  nrColorSet3f* blue = keep(new nrColorSet3f(block, 12, 24));
+  EXPECT_EQ(points->getCount(), 3u);
+  EXPECT_EQ(blue->getCount(), 3u);
+  nrTriSet* s = make<nrTriSet>();
+  s->setCoordSet(points);
+  s->setColorSet(blue);
+  s->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
+  s->setPrimCount(1);
+  nrGLRecorder rec;
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glColorPointer", "glVertexPointer"}),
+            (Calls{"glColorPointer(3, GL_FLOAT, 24, ptr)", "glVertexPointer(3, GL_FLOAT, 24, ptr)"}));
+  EXPECT_EQ(pixel(5, 5), BLUE);
+}
+
+TEST_F(GeoSet, BeginDrawAppliesWhiteForColourMaterialAndTheCullFaceRule) {
+  nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {-1, 1, 0}}, 1);
+  context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  context->setCullFace(nrContext::FRONT_CULL);
+  nrGLRecorder rec;
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glColor", "glCullFace", "glEnable(GL_CULL"}), Calls{"glColor4f(1, 1, 1, 1)"})
+      << "an unwritten cull face leaves the application's in force";
+
+  s->setCullFace(nrContext::FRONT_CULL);
+  context->setCullFace(nrContext::NO_CULL);
+  rec.clear();
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glCullFace", "glEnable(GL_CULL", "glDisable(GL_CULL"}),
+            (Calls{"glEnable(GL_CULL_FACE)", "glCullFace(GL_FRONT)"}))
+      << "written once, even to the value in force, the set's own wins";
+  EXPECT_EQ(context->getGlobalState().cullFace, nrContext::NO_CULL) << "drawing records nothing";
+  EXPECT_TRUE(s->getUserSetMask().isBitSet(nrGeoSet::CULL_FACE_SET_BIT));
+}
+
+TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
+  context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
+  context->setTranspEnable(1);
+  // First component 0 and negative: solid; positive (at least 2^-125): nothing drawn.
+  const struct {
+    float first;
+    int drawn;
+  } cases[] = {{0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
+  for (const auto& c : cases) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, -1, 0}, {1, 1, 0}, {-1, 1, 0}}, 2);
+    nrColorSet4f* color = make<nrColorSet4f>();
+    color->append(nrVec4f(c.first, 1, 0, 1));
+    s->setColorSet(color);
+    s->setColorBind(nrGeoSet::OVERALL_COLOR);
+    clearFrame();
+    s->draw(action);
+    EXPECT_EQ(SIZE * SIZE - histogram()[BLACK], c.drawn) << c.first;
+  }
+}
+
+TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
+  nrTriSet* s = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 2, 0}}, 1);
+  nrShape* shape = make<nrShape>();
+  shape->addGeometry(s);
+  nrSphereBound sphere;
+  shape->getSphereBound(sphere);
+  EXPECT_NEAR(sphere.radius, std::sqrt(5.0f) / 2, 1e-4);
+
+  int version = s->getVersion();
+  nrCoordSet3f* points = static_cast<nrCoordSet3f*>(s->getCoordSet());
+  points->set(2, nrVec3f(0, 4, 0));
+  EXPECT_GT(s->getVersion(), version) << "a change inside an attribute set counts";
+  EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0));
+  shape->getSphereBound(sphere);
+  EXPECT_NEAR(sphere.radius, std::sqrt(17.0f) / 2, 1e-4) << "the shape's sphere follows its geometry";
+
+  s->setBoundMode(nrGeometry::STATIC);
+  points->set(2, nrVec3f(0, 8, 0));
+  EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0)) << "a static box stays as it was";
+  nrBoxBound box;
+  nrIntArray lengths;
+  lengths.append(2);
+  s->boundCoords(box, 3, &lengths);
+  EXPECT_EQ(box.max, nrVec3f(1, 0, 0)) << "as many vertices as the lengths give";
+  s->boundCoords(box, 3, nullptr);
+  EXPECT_EQ(box.max, nrVec3f(1, 8, 0));
+}
+
+TEST_F(GeoSet, FlattenVRMLIndicesSplitsAtNegativeValues) {
+  nrIndexSet* out = make<nrIndexSet>();
+  // Index sets' own fields serve as the lists.
+  nrMFInt* vrml = static_cast<nrMFInt*>(make<nrIndexSet>()->getField("index"));
+  nrMFInt* lengths = static_cast<nrMFInt*>(make<nrIndexSet>()->getField("index"));
+  const int list[] = {0, 1, 2, -1, 3, 4, 5};
+  vrml->setRange(0, 7, list);
+  EXPECT_EQ(nrGeoSet::flattenVRMLIndices(vrml, out, lengths), 2);
+  EXPECT_EQ(out->getCount(), 6u);
+  EXPECT_EQ(lengths->getArray().getCount(), 2u);
+  EXPECT_EQ(lengths->get(0) * 10 + lengths->get(1), 33);
+  EXPECT_EQ(nrGeoSet::flattenVRMLIndices(vrml, out, nullptr), 0);
+  vrml->setCount(0);
+  EXPECT_EQ(nrGeoSet::flattenVRMLIndices(vrml, out, lengths), 0);
+  EXPECT_EQ(out->getCount(), 0u);
+}
+
+TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
+  // A triangle facing the viewer (+z) and one facing away.
+  nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, 1, 0}, {1, -1, 0}}, 2);
+  s->buildBPCullData();
+  ASSERT_TRUE(s->existsBPCullData());
+  EXPECT_EQ((*s->getBPCullDelta())[0], 0.0f) << "one flat face: a single direction";
+  action->setBPCullEnable(1);
+  action->setViewVector(nrVec3f(0, 0, 1));
+  nrGLRecorder rec;
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
+
+  // Under a perspective camera the view vector is the eye: behind the plane
+  // of the first triangle it faces away, in front of it towards the eye.
+  nrPerspCamera* camera = make<nrPerspCamera>();
+  action->setCamera(camera);
+  action->apply(nullptr);
+  ASSERT_EQ(action->getOrthographic(), 0);
+  action->setViewVector(nrVec3f(-0.5f, 0, -5));
+  EXPECT_FALSE(s->isPrimBpcFrontFacing(0, action));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(1, action));
+  action->setViewVector(nrVec3f(-0.5f, 0, 0.1f));
+  EXPECT_TRUE(s->isPrimBpcFrontFacing(0, action));
+  action->setCamera(make<nrOrthoCamera>());
+  action->apply(nullptr);
+
+  // Replacing the coordinates rebuilds the data: now the first faces away.
+  s->setCoordSet(coords({{-1, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}));
+  action->setViewVector(nrVec3f(0, 0, 1));
+  rec.clear();
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 3, 3)"});
+
+  // Normals that cancel out give a cone that is never culled.
+  nrNormalSet3f* normals = make<nrNormalSet3f>();
+  normals->append(nrVec3f(0, 0, 1));
+  normals->append(nrVec3f(0, 0, -1));
+  normals->append(nrVec3f(0, 0, 1));
+  nrTriSet* t = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, 1);
+  t->setNormalSet(normals);
+  t->setNormalBind(nrGeoSet::PER_VERTEX_NORMAL);
+  t->setBPCullPrimNormModeEnable(1);
+  t->buildBPCullData();
+  EXPECT_EQ((*t->getBPCullDelta())[0], -2.0f);
+  EXPECT_EQ((*t->getBPCullCenter())[0], nrVec3f(0, 0, 0));
+  nrVec3f wide(1, 0, 1);
+  wide.normalize();
+  EXPECT_NEAR(t->getNormBBDelta(nrVec3f(0, 0, 1), nrVec3f(1, 0, 1), wide), -std::sqrt(0.5f), 1e-5);
+}
+
+TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
+  // A triangle facing +z, picked from in front and from behind.
+  const struct {
+    nrContext::CullFaceEnum face;
+    bool front, back;
+  } cases[] = {{nrContext::NO_CULL, true, true},
+               {nrContext::BACK_CULL, true, false},
+               {nrContext::FRONT_CULL, false, true},
+               {nrContext::BOTH_CULL, false, false}};
+  for (const auto& c : cases) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}}, 1);
+    s->setCullFace(c.face);
+    nrShape* shape = make<nrShape>();
+    shape->addGeometry(s);
+    for (float z : {5.0f, -5.0f}) {
+      nrIsectAction pick;
+      nrSeg seg;
+      seg.makePts(nrVec3f(0, 0, z), nrVec3f(0, 0, -z));
+      pick.setSeg(seg);
+      pick.apply(shape);
+      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, z > 0 ? c.front : c.back) << c.face << " from " << z;
+    }
+  }
+}
+
+TEST_F(GeoSet, VRMLFieldNamesReachTheFields) {
+  const struct {
+    nrContainer* owner;
+    const char* name;
+    int index;
+  } cases[] = {{make<nrTriSet>(), "coord", nrGeoSet::COORD_SET_FIELD},
+               {make<nrTriSet>(), "normal", nrGeoSet::NORMAL_SET_FIELD},
+               {make<nrTriSet>(), "color", nrGeoSet::COLOR_SET_FIELD},
+               {make<nrTriSet>(), "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
+               {make<nrShape>(), "appearance", nrShape::APPEARANCE_FIELD},
+               {make<nrShape>(), "geometry", nrShape::GEOMETRY_FIELD}};
+  for (const auto& c : cases) {
+    nrField* field = c.owner->getField(c.name);
+    ASSERT_NE(field, nullptr) << c.name;
+    EXPECT_EQ(field, c.owner->getField(c.index)) << c.name;
+  }
+  nrTriSet* s = make<nrTriSet>();
+  nrCoordSet3f* points = coords({{0, 0, 0}});
+  static_cast<nrSFRef*>(s->getField("coord"))->set(points);
+  EXPECT_EQ(s->getCoordSet(), points);
+  EXPECT_EQ(s->getNormalBinding(), nrGeoSet::NO_NORMAL);
+}
+
+TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutWithAMessage) {
+  nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 3);
+  nrGLRecorder rec;
+  EXPECT_EQ(nrtest::captureStderr([&] { s->draw(action); }),
+            "TriSet: only 2 of 3 primitives have all their coordinates, attributes and valid indices\n");
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 6)"});
+
+  s->setPrimCount(2);
+  s->setCoordIndexSet(indices({0, 1, 2, 3, 4, 9}));
+  rec.clear();
+  EXPECT_NE(nrtest::captureStderr([&] { s->draw(action); }), "");
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawElements(GL_TRIANGLES, 3, GL_UNSIGNED_INT, ptr)"})
+      << "an index past the coordinates ends the drawable part";
+}
+
+}  // namespace

@@ -1,0 +1,101 @@
+// A context on a 64 x 64 offscreen drawable looking at the square [-1, 1]²
+// with identity matrices, a draw action into it, and builders of small sets.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+
+#include "../render/nrRenderFixture.h"
+#include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
+#include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+
+namespace nrtest {
+
+class GeometryTest : public ContextTest {
+ protected:
+  enum { SIZE = 64 };
+
+  void SetUp() override {
+    ContextTest::SetUp();
+    action = held<nrDrawAction>();
+    action->setContext(context);
+    nrgl::ClearColor(0, 0, 0, 1);
+    nrgl::Clear(GL_COLOR_BUFFER_BIT);
+  }
+  void TearDown() override {
+    for (nrObject* o : owned) o->unref();
+    action->unref();
+    ContextTest::TearDown();
+  }
+
+  // Held for the test's length.
+  template <typename T>
+  T* keep(T* object) {
+    object->ref();
+    owned.push_back(object);
+    return object;
+  }
+  template <typename T>
+  T* make() {
+    return keep(new T);
+  }
+  nrCoordSet3f* coords(std::initializer_list<nrVec3f> points) {
+    nrCoordSet3f* set = make<nrCoordSet3f>();
+    for (const nrVec3f& p : points) set->append(p);
+    return set;
+  }
+  nrColorSet3f* colors(std::initializer_list<nrVec3f> values) {
+    nrColorSet3f* set = make<nrColorSet3f>();
+    for (const nrVec3f& c : values) set->append(c);
+    return set;
+  }
+  nrIndexSet* indices(std::initializer_list<int> values) {
+    nrIndexSet* set = make<nrIndexSet>();
+    for (int i : values) set->append(i);
+    return set;
+  }
+  // A set of type T over points with primCount primitives.
+  template <typename T>
+  T* set(std::initializer_list<nrVec3f> points, int primCount) {
+    T* s = make<T>();
+    s->setCoordSet(coords(points));
+    s->setPrimCount(primCount);
+    return s;
+  }
+
+  // The frame as RGBA words, bottom row first; clear() wipes it.
+  std::vector<uint32_t> frame() {
+    std::vector<uint32_t> pixels(SIZE * SIZE);
+    nrgl::ReadPixels(0, 0, SIZE, SIZE, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    return pixels;
+  }
+  void clearFrame() { nrgl::Clear(GL_COLOR_BUFFER_BIT); }
+  uint32_t pixel(int x, int y) { return frame()[y * SIZE + x]; }
+  // Pixels of each colour in the frame.
+  std::map<uint32_t, int> histogram() {
+    std::map<uint32_t, int> counts;
+    for (uint32_t p : frame()) ++counts[p];
+    return counts;
+  }
+  // The recorded calls whose text starts with one of prefixes.
+  static Calls only(const nrGLRecorder& rec, std::initializer_list<const char*> prefixes) {
+    Calls kept;
+    for (const std::string& call : rec.calls())
+      for (const char* p : prefixes)
+        if (call.rfind(p, 0) == 0) {
+          kept.push_back(call);
+          break;
+        }
+    return kept;
+  }
+
+  static constexpr uint32_t BLACK = 0xff000000, RED = 0xff0000ff, GREEN = 0xff00ff00, BLUE = 0xffff0000;
+
+  nrDrawAction* action = nullptr;
+  std::vector<nrObject*> owned;
+};
+
+}  // namespace nrtest

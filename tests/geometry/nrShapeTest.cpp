@@ -1,0 +1,122 @@
+#include "nerio3d/geometry/nrShape.h"
+
+#include "nerio3d/actions/nrCompileAction.h"
+#include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+#include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrOrthoCamera.h"
+#include "nrGeometryFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+using Shape = nrtest::GeometryTest;
+
+const std::initializer_list<nrVec3f> fullView = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
+
+TEST_F(Shape, WithoutAppearanceItDrawsWithTheApplicationsState) {
+  nrAppearance* lit = make<nrAppearance>();
+  lit->setLightEnable(1);
+  nrShape* first = make<nrShape>();
+  first->setAppearance(lit);
+  first->addGeometry(set<nrQuadSet>(fullView, 1));
+  nrShape* second = make<nrShape>();
+  second->addGeometry(set<nrQuadSet>(fullView, 1));
+  nrGLRecorder rec;
+  first->draw(action);
+  second->draw(action);
+  EXPECT_EQ(only(rec, {"glEnable(GL_LIGHTING", "glDisable(GL_LIGHTING", "glDraw"}),
+            (Calls{"glEnable(GL_LIGHTING)", "glDrawArrays(GL_QUADS, 0, 4)", "glDisable(GL_LIGHTING)",
+                   "glDrawArrays(GL_QUADS, 0, 4)"}));
+}
+
+TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
+  nrShape* shape = make<nrShape>();
+  nrQuadSet* a = set<nrQuadSet>(fullView, 1);
+  nrQuadSet* b = set<nrQuadSet>({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, 1);
+  nrQuadSet* stranger = make<nrQuadSet>();
+  shape->addGeometry(a);
+  shape->addGeometry(b);
+  EXPECT_EQ(a->getParentCount(), 1);
+  EXPECT_EQ(shape->removeGeometry(stranger), 0);
+  EXPECT_EQ(shape->getGeometryCount(), 2);
+  nrSphereBound sphere;
+  shape->getSphereBound(sphere);
+  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(1.5f, 1.5f, 0), 1e-5f)) << "around the union of the boxes";
+
+  EXPECT_EQ(shape->replaceGeometry(a, stranger), 1);
+  EXPECT_EQ(a->getParentCount(), 0);
+  EXPECT_EQ(shape->findGeometry(stranger), 0);
+  shape->insertGeometry(0, a);
+  EXPECT_EQ(shape->getGeometry(0), a);
+  EXPECT_EQ(shape->removeGeometry(b), 1);
+  shape->setGeometryCount(1);
+  EXPECT_EQ(shape->getGeometryCount(), 1);
+  EXPECT_EQ(stranger->getParentCount(), 0);
+  shape->getSphereBound(sphere);
+  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(0, 0, 0), 1e-5f));
+}
+
+TEST_F(Shape, OutsideTheViewItIsNeitherDrawnNorVisited) {
+  nrOrthoCamera* camera = make<nrOrthoCamera>();
+  camera->setPosition(0, 0, 5);
+  action->setCamera(camera);
+  nrShape* shape = make<nrShape>();
+  shape->addGeometry(set<nrQuadSet>({{10, 10, 0}, {11, 10, 0}, {11, 11, 0}, {10, 11, 0}}, 1));
+  nrGLRecorder rec;
+  EXPECT_EQ(action->apply(shape), PRUNE_TRAV);
+  EXPECT_EQ(shape->getLastCullResult(), 0);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{});
+
+  shape->setGeometry(0, set<nrQuadSet>(fullView, 1));
+  nrVFCullAction cull;
+  cull.setCamera(camera);
+  EXPECT_EQ(cull.apply(shape), CONTINUE_TRAV);
+  EXPECT_NE(shape->getLastCullResult(), 0);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{}) << "culling alone draws nothing";
+}
+
+TEST_F(Shape, CompiledStripsReplayTheirListUntilTheyChange) {
+  nrTriStripSet* strip = set<nrTriStripSet>(fullView, 1);
+  strip->setLength(0, 4);
+  nrCompileAction compile;
+  compile.apply(nullptr);
+  nrGLRecorder rec;
+  strip->compile(&compile);
+  int id = strip->getDisplayListId();
+  ASSERT_GE(id, 1);
+  const std::string list = std::to_string(id);
+  EXPECT_EQ(only(rec, {"glNewList", "glEndList", "glCallList"}),
+            (Calls{"glNewList(" + list + ", GL_COMPILE)", "glEndList()"}));
+  rec.clear();
+  strip->draw(action);
+  strip->draw(action);
+  EXPECT_EQ(only(rec, {"glNewList", "glCallList", "glDraw"}),
+            (Calls{"glCallList(" + list + ")", "glCallList(" + list + ")"}));
+  EXPECT_EQ(pixel(50, 10), 0xffffffff);
+
+  static_cast<nrCoordSet3f*>(strip->getCoordSet())->set(3, nrVec3f(-1, 0, 0));
+  rec.clear();
+  strip->draw(action);
+  strip->draw(action);
+  EXPECT_EQ(only(rec, {"glNewList", "glCallList", "glDraw"}),
+            (Calls{"glNewList(" + list + ", GL_COMPILE)", "glDrawArrays(GL_TRIANGLE_STRIP, 0, 4)",
+                   "glCallList(" + list + ")", "glCallList(" + list + ")"}));
+}
+
+TEST_F(Shape, ScreenDoorTransparencyHalfLetsHalfThePixelsThrough) {
+  nrMaterial* glass = make<nrMaterial>();
+  glass->setTransparency(0.5f);
+  nrAppearance* app = make<nrAppearance>();
+  app->setMaterial(glass);
+  app->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
+  app->setTranspEnable(1);
+  nrShape* shape = make<nrShape>();
+  shape->setAppearance(app);
+  shape->addGeometry(set<nrQuadSet>(fullView, 1));
+  shape->draw(action);
+  EXPECT_EQ(histogram()[BLACK], SIZE * SIZE / 2);
+}
+
+}  // namespace

@@ -1,0 +1,176 @@
+#include <cmath>
+#include <vector>
+
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/geometry/nrBox.h"
+#include "nerio3d/geometry/nrCone.h"
+#include "nerio3d/geometry/nrCylinder.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/geometry/nrSphere.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+#include "nrGeometryFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+using Solid = nrtest::GeometryTest;
+
+const std::initializer_list<const char*> placement = {"glPushMatrix", "glPopMatrix", "glScalef", "glTranslatef",
+                                                      "glEnable(GL_NORMALIZE)", "glDisable(GL_NORMALIZE)"};
+
+TEST_F(Solid, CurvedSolidsDrawTheSharedTessellationUnderTheirOwnPlacement) {
+  nrCylinder* unit = make<nrCylinder>();
+  nrGLRecorder rec;
+  unit->draw(action);
+  EXPECT_EQ(only(rec, placement), Calls{}) << "a default cylinder needs no matrix";
+  EXPECT_EQ(only(rec, {"glDraw"}), (Calls{"glDrawArrays(GL_TRIANGLE_STRIP, 0, 66)", "glDrawArrays(GL_TRIANGLE_STRIP, 0, 32)",
+                                           "glDrawArrays(GL_TRIANGLE_STRIP, 0, 32)"}));
+
+  nrCylinder* big = make<nrCylinder>();
+  big->setRadius(2);
+  big->setHeight(4);
+  rec.clear();
+  big->draw(action);
+  EXPECT_EQ(only(rec, placement), (Calls{"glPushMatrix()", "glScalef(2, 2, 2)", "glEnable(GL_NORMALIZE)",
+                                         "glDisable(GL_NORMALIZE)", "glPopMatrix()"}));
+
+  nrCone* cone = make<nrCone>();
+  cone->setBottom(0);
+  cone->setCenter(nrVec3f(1, 0, 0));
+  rec.clear();
+  cone->draw(action);
+  EXPECT_EQ(only(rec, placement), (Calls{"glPushMatrix()", "glTranslatef(1, 0, 0)", "glPopMatrix()"}));
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLE_STRIP, 0, 66)"}) << "only the side";
+
+  context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  nrSphere* a = make<nrSphere>();
+  rec.clear();
+  a->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}).size(), 40u);
+  EXPECT_EQ(only(rec, {"glDisable(GL_COLOR"}), Calls{"glDisable(GL_COLOR_MATERIAL)"}) << "solids carry no colours";
+  nrTriStripSet* shared = nrSphere::getUnitSphere();
+  EXPECT_EQ(shared->getPrimCount(), 40);
+  int vertices = 0;
+  for (int i = 0; i < 40; ++i) vertices += shared->getLength(i);
+  EXPECT_EQ(vertices, (5 + 2) * 5 * 8);
+
+  nrBox* box = make<nrBox>();
+  rec.clear();
+  box->draw(action);
+  EXPECT_EQ(only(rec, {"glBegin", "glEnd"}), (Calls{"glBegin(GL_QUADS)", "glEnd()"}));
+  EXPECT_EQ(only(rec, {"glNormal3f"}).size(), 6u);
+  EXPECT_EQ(only(rec, {"glVertex3f"}).size(), 24u);
+}
+
+TEST_F(Solid, UnitTessellationsFaceOutwardWithTheirNormalsAndMapTextures) {
+  nrTriStripSet* parts[] = {nrCylinder::getUnitSide(), nrCylinder::getUnitTop(), nrCylinder::getUnitBottom(),
+                            nrCone::getUnitSide(),     nrCone::getUnitBottom(),  nrSphere::getUnitSphere()};
+  for (nrTriStripSet* part : parts) {
+    auto* normals = static_cast<nrNormalSet3f*>(part->getNormalSet());
+    auto* texCoords = static_cast<nrTexCoordSet2f*>(part->getTexCoordSet());
+    int triangles = 0, first = 0;
+    for (int p = 0; p < part->getPrimCount(); first += part->getLength(p), ++p) {
+      int v[3];
+      for (int t = 0; part->getPrimTri(first, part->getLength(p), t, v); ++t) {
+        nrVec3f face, smooth(0, 0, 0);
+        nrGeoSet::getTriNormal(static_cast<nrCoordSet3f*>(part->getCoordSet())->get(v[0]),
+                               static_cast<nrCoordSet3f*>(part->getCoordSet())->get(v[1]),
+                               static_cast<nrCoordSet3f*>(part->getCoordSet())->get(v[2]), face);
+        for (int k : v) smooth.add(smooth, normals->get(k));
+        if (face.length() == 0) continue;  // the cone's apex
+        EXPECT_GT(face.dot(smooth), 0) << part << " triangle " << t << " of strip " << p;
+        ++triangles;
+      }
+    }
+    EXPECT_GT(triangles, 0);
+    for (unsigned i = 0; i < texCoords->getCount(); ++i) {
+      const nrVec2f& tc = texCoords->get(i);
+      EXPECT_TRUE(tc[0] >= 0 && tc[0] <= 1 && tc[1] >= 0 && tc[1] <= 1);
+    }
+  }
+  // The side's seam is at the back: s = 0 and s = 1 both lie on -z.
+  auto* side = static_cast<nrCoordSet3f*>(nrCylinder::getUnitSide()->getCoordSet());
+  EXPECT_TRUE(side->get(0).almostEqual(nrVec3f(0, 1, -1), 1e-6f));
+  EXPECT_TRUE(side->get(64).almostEqual(nrVec3f(0, 1, -1), 1e-6f));
+}
+
+TEST_F(Solid, BoundsComeFromTheFields) {
+  nrBox* box = make<nrBox>();
+  box->setSize(nrVec3f(2, 4, 6));
+  box->setCenter(nrVec3f(1, 0, 0));
+  nrCone* cone = make<nrCone>();
+  cone->setBottomRadius(3);
+  nrCylinder* cylinder = make<nrCylinder>();
+  cylinder->setHeight(10);
+  nrSphere* sphere = make<nrSphere>();
+  sphere->setRadius(0.5f);
+  sphere->setCenter(nrVec3f(0, 0, -1));
+  const struct {
+    nrGeometry* solid;
+    nrVec3f min, max;
+  } cases[] = {{box, {0, -2, -3}, {2, 2, 3}},
+               {cone, {-3, -1, -3}, {3, 1, 3}},
+               {cylinder, {-1, -5, -1}, {1, 5, 1}},
+               {sphere, {-0.5f, -0.5f, -1.5f}, {0.5f, 0.5f, -0.5f}}};
+  // The scene reader sets the VRML fields by these names.
+  const struct {
+    nrGeometry* solid;
+    std::vector<const char*> names;
+  } vrml[] = {{box, {"size", "center"}},
+              {cone, {"bottomRadius", "height", "side", "bottom", "center"}},
+              {cylinder, {"radius", "height", "side", "top", "bottom", "center"}},
+              {sphere, {"center", "radius"}}};
+  for (const auto& v : vrml)
+    for (const char* name : v.names) EXPECT_NE(v.solid->getField(name), nullptr) << name;
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.solid->getBoxBound().min, c.min) << c.solid->getType()->getName();
+    EXPECT_EQ(c.solid->getBoxBound().max, c.max) << c.solid->getType()->getName();
+  }
+}
+
+TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
+  nrCylinder* open = make<nrCylinder>();
+  open->setTop(0);
+  nrCone* cone = make<nrCone>();
+  nrSphere* sphere = make<nrSphere>();
+  sphere->setRadius(2);
+  nrBox* box = make<nrBox>();
+  const struct {
+    nrGeometry* solid;
+    nrVec3f from, to;
+    bool hits;
+    nrVec3f point, normal;
+  } cases[] = {
+      {sphere, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 2}, {0, 0, 1}},
+      {sphere, {2.1f, 0, 5}, {2.1f, 0, -5}, false, {}, {}},
+      {open, {0, 5, 0}, {0, -5, 0}, true, {0, -1, 0}, {0, -1, 0}},  // no top: the bottom from inside
+      {open, {5, 0, 0}, {-5, 0, 0}, true, {1, 0, 0}, {1, 0, 0}},
+      {cone, {0.9f, 5, 0.9f}, {0.9f, -5, 0.9f}, false, {}, {}},  // inside its box, outside the cone
+      {cone, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 0.5f}, {0, 0.5f, 1}},
+      {cone, {0, -5, 0.5f}, {0, 5, 0.5f}, true, {0, -1, 0.5f}, {0, -1, 0}},
+      {box, {5, 0.5f, 0.5f}, {-5, 0.5f, 0.5f}, true, {1, 0.5f, 0.5f}, {1, 0, 0}},
+      {box, {3, 3, 0}, {-3, -3, 0}, true, {1, 1, 0}, {0, 0, 0}},  // an edge: no one normal
+  };
+  for (const auto& c : cases) {
+    nrShape* shape = make<nrShape>();
+    shape->addGeometry(c.solid);
+    nrIsectAction pick;
+    nrSeg seg;
+    seg.makePts(c.from, c.to);
+    pick.setSeg(seg);
+    pick.apply(shape);
+    const nrHit& hit = pick.getHit();
+    int i = static_cast<int>(&c - cases);
+    ASSERT_EQ(hit.getGeometry() != nullptr, c.hits) << "case " << i;
+    if (!c.hits) continue;
+    EXPECT_EQ(hit.getShape(), shape);
+    EXPECT_TRUE(hit.getWorldPoint().almostEqual(c.point, 1e-5f)) << "case " << i;
+    nrVec3f normal = c.normal;
+    if (normal.normalize() > 0) {
+      EXPECT_TRUE(hit.getWorldNormal().almostEqual(normal, 1e-5f)) << "case " << i;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,279 @@
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "nerio3d/platform/nrImageFile.h"
+#include "nerio3d/render/nrImage.h"
+#include "nerio3d/render/nrImageTexture.h"
+#include "nerio3d/render/nrTexGen.h"
+#include "nerio3d/render/nrTexture.h"
+#include "nrCapture.h"
+#include "nrRenderFixture.h"
+
+namespace {
+
+using nrtest::Calls;
+
+// A context, and a folder of image files the tests write, removed afterwards.
+class Texture : public nrtest::ContextTest {
+ protected:
+  void SetUp() override {
+    ContextTest::SetUp();
+    char pattern[] = "/tmp/nrTextureTestXXXXXX";
+    dir = mkdtemp(pattern);
+  }
+  void TearDown() override {
+    std::filesystem::remove_all(dir);
+    ContextTest::TearDown();
+  }
+
+  // Writes a PNG whose channel c at column x, row y (0 the top row) is value(x, y, c).
+  std::string png(const char* name, int w, int h, int channels, std::function<int(int, int, int)> value) {
+    std::vector<unsigned char> pixels;
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x)
+        for (int c = 0; c < channels; ++c) pixels.push_back(static_cast<unsigned char>(value(x, y, c)));
+    std::string path = dir + "/" + name;
+    EXPECT_TRUE(nrImageFile::writePNG(path.c_str(), w, h, channels, pixels.data(), false));
+    return path;
+  }
+
+  // The glTexImage2D calls among what drawing texture records.
+  Calls uploads(nrTexture* texture) {
+    nrGLRecorder rec;
+    context->setTexture(texture);
+    context->setTexture(nullptr);
+    Calls found;
+    for (const std::string& call : rec.calls())
+      if (call.rfind("glTexImage2D", 0) == 0) found.push_back(call);
+    return found;
+  }
+
+  std::string dir;
+};
+
+const unsigned char* pixel(nrImage* image, int x, int y) {
+  return image->getPixels() + (y * image->getWidth() + x) * image->getComponentCount();
+}
+
+TEST_F(Texture, LoadingReportsResamplesToPowersOfTwoAndPutsTheBottomRowFirst) {
+  std::string odd = png("odd.png", 100, 60, 3, [](int x, int y, int c) { return c == 0 ? x : c == 1 ? y : 7; });
+  std::string square = png("square.png", 64, 64, 4, [](int x, int y, int c) { return x + y + c; });
+  nrTexture* texture = nrtest::held<nrTexture>();
+
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(odd.c_str()); }),
+            "Reading texture map, " + odd + ", 100 60, 3\nResampling image up to, 128 64\n");
+  ASSERT_EQ(texture->getImageLevelCount(), 1);
+  nrImage* level = texture->getImageLevel(0);
+  EXPECT_EQ(level->getWidth(), 128);
+  EXPECT_EQ(level->getHeight(), 64);
+  EXPECT_EQ(level->getMemoryFormat(), nrImage::RGB);
+  EXPECT_EQ(texture->getComponentCount(), 3);
+  // Nearest sample: column i of 128 from column 100i/128, row j of 64 (from the
+  // bottom) from row 60j/64 of the bottom-first source.
+  for (int j = 0; j < 64; ++j)
+    for (int i = 0; i < 128; ++i) {
+      const unsigned char* p = pixel(level, i, j);
+      ASSERT_EQ(p[0], i * 100 / 128) << i << "," << j;
+      ASSERT_EQ(p[1], 59 - j * 60 / 64) << i << "," << j;
+    }
+
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(square.c_str()); }),
+            "Reading texture map, " + square + ", 64 64, 4\n");
+  level = texture->getImageLevel(0);
+  EXPECT_EQ(texture->getImageLevelCount(), 1);
+  EXPECT_EQ(level->getWidth(), 64);
+  EXPECT_EQ(pixel(level, 5, 0)[2], 5 + 63 + 2);
+  EXPECT_EQ(texture->getComponentCount(), 4);
+
+  int version = texture->getVersion();
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(square.c_str()); }), "");
+  EXPECT_EQ(texture->getVersion(), version) << "the name already loaded changes nothing";
+  std::string missing = dir + "/missing.png";
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(missing.c_str()); }),
+            "Can't read image file " + missing + "\n");
+  EXPECT_EQ(texture->getImageLevel(0), level);
+
+  // 16-bit channels are read as 8 bits after a notice on standard output.
+  std::string deep = dir + "/deep.pgm";
+  std::ofstream(deep, std::ios::binary) << "P5 2 1 65535\n" << std::string("\x12\x12\xab\xab", 4);
+  std::string out = nrtest::captureStdout([&] { nrtest::captureStderr([&] { texture->setFileName(deep.c_str()); }); });
+  EXPECT_EQ(out, "nrTexture(): currently only supports unsigned char data types\n");
+  level = texture->getImageLevel(0);
+  EXPECT_EQ(level->getMemoryFormat(), nrImage::LUMINANCE);
+  EXPECT_EQ(pixel(level, 1, 0)[0], 0xab);
+  texture->unref();
+}
+
+TEST_F(Texture, FormatFollowsLevelZeroAndEachVersionIsUploadedOnce) {
+  struct Case {
+    nrImage::MemoryFormatEnum memory;
+    nrTexture::FormatEnum format;
+    const char* internal;
+    int components;
+  } cases[] = {{nrImage::RGBA, nrTexture::TEXEL32, "GL_RGBA8", 4},
+               {nrImage::RGBA, nrTexture::TEXEL16, "GL_RGBA4", 4},
+               {nrImage::RGB, nrTexture::TEXEL32, "GL_RGB8", 3},
+               {nrImage::RGB, nrTexture::TEXEL16, "GL_RGB5", 3},
+               {nrImage::LUMINANCE_ALPHA, nrTexture::TEXEL32, "GL_LUMINANCE16_ALPHA16", 2},
+               {nrImage::LUMINANCE_ALPHA, nrTexture::TEXEL16, "GL_LUMINANCE8_ALPHA8", 2},
+               {nrImage::LUMINANCE, nrTexture::TEXEL32, "GL_LUMINANCE16", 1},
+               {nrImage::RGB, nrTexture::RGB2, "GL_R3_G3_B2", 3},
+               {nrImage::RGBA, nrTexture::TEXEL8, "0", 4}};
+  const char* formatNames[] = {"GL_LUMINANCE", "GL_LUMINANCE_ALPHA", "GL_RGB", "GL_RGBA"};
+  for (const Case& c : cases) {
+    nrTexture* texture = nrtest::held<nrTexture>();
+    texture->setFormat(c.format);
+    EXPECT_EQ(texture->getEffectiveFormat(), c.format) << "without an image";
+    nrImage* image = new nrImage;
+    image->setImage(1, 1, c.memory, nrImage::UNSIGNED_BYTE, "\x10\x20\x30\x40");
+    texture->addImageLevel(image);
+    EXPECT_EQ(texture->getComponentCount(), c.components);
+    EXPECT_EQ(uploads(texture), Calls{std::string("glTexImage2D(GL_TEXTURE_2D, 0, ") + c.internal + ", 1, 1, 0, " +
+                                      formatNames[c.memory] + ", GL_UNSIGNED_BYTE, ptr)"})
+        << c.internal;
+    texture->unref();
+  }
+  EXPECT_EQ(getInt(GL_UNPACK_ALIGNMENT), 4) << "restored after rows of 3 bytes";
+
+  // Mipmap levels average 2 x 2 blocks down to 1 x 1.
+  nrTexture* texture = nrtest::held<nrTexture>();
+  nrImage* image = new nrImage;
+  unsigned char rgba[32] = {};
+  const unsigned char red[8] = {0, 10, 20, 30, 40, 50, 60, 71};
+  for (int i = 0; i < 8; ++i) rgba[i * 4] = red[i];
+  image->setImage(4, 2, nrImage::RGBA, nrImage::UNSIGNED_BYTE, rgba);
+  texture->addImageLevel(image);
+  texture->setMinFilter(nrTexture::MIPMAP);
+  ASSERT_EQ(texture->getImageLevelCount(), 3);
+  EXPECT_EQ(pixel(texture->getImageLevel(1), 0, 0)[0], 25);
+  EXPECT_EQ(pixel(texture->getImageLevel(1), 1, 0)[0], 45) << "rounded to nearest";
+  EXPECT_EQ(pixel(texture->getImageLevel(2), 0, 0)[0], 35);
+
+  nrGLRecorder rec;
+  context->setTexture(texture);
+  Calls expected = {"glBindTexture(GL_TEXTURE_2D, " + std::to_string(texture->getId()) + ")",
+                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR)",
+                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST)",
+                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT)",
+                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT)"};
+  for (int level = 0; level < 3; ++level) {
+    nrImage* l = texture->getImageLevel(level);
+    expected.push_back("glTexImage2D(GL_TEXTURE_2D, " + std::to_string(level) + ", GL_RGBA4, " +
+                       std::to_string(l->getWidth()) + ", " + std::to_string(l->getHeight()) +
+                       ", 0, GL_RGBA, GL_UNSIGNED_BYTE, ptr)");
+  }
+  EXPECT_EQ(rec.calls(), expected);
+  rec.clear();
+  context->setTexture(nullptr);
+  context->setTexture(texture);
+  context->setTexture(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{expected[0]}) << "the context holds this version";
+  texture->setMinFilter(nrTexture::LINEAR_MIN);
+  EXPECT_EQ(texture->getImageLevelCount(), 1);
+  EXPECT_EQ(uploads(texture).size(), 1u);
+  texture->unref();
+}
+
+TEST_F(Texture, ATexturedQuadShowsTheImageUpright) {
+  const int corners[4][3] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
+  std::string path = png("corners.png", 2, 2, 3, [&](int x, int y, int c) { return corners[y * 2 + x][c]; });
+  nrTexture* texture = nrtest::held<nrTexture>();
+  nrtest::captureStderr([&] { texture->setFileName(path.c_str()); });
+  context->setTexture(texture);
+  context->setTexEnable(1);
+  nrgl::Begin(GL_QUADS);
+  const float quad[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+  for (const auto& v : quad) {
+    nrgl::TexCoord2f(v[0], v[1]);
+    nrgl::Vertex2f(v[0] * 2 - 1, v[1] * 2 - 1);
+  }
+  nrgl::End();
+  // Top left, top right, bottom left, bottom right of the 64 x 64 drawable.
+  const int at[4][2] = {{8, 56}, {56, 56}, {8, 8}, {56, 8}};
+  for (int i = 0; i < 4; ++i) {
+    unsigned char p[4];
+    nrgl::ReadPixels(at[i][0], at[i][1], 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+    EXPECT_EQ(std::vector<int>(p, p + 3), std::vector<int>(corners[i], corners[i] + 3)) << "corner " << i;
+  }
+  texture->unref();
+}
+
+TEST_F(Texture, ImagesLoadOnDemandAndImageTexturesFollowTheirUrl) {
+  std::string red = png("red.png", 2, 2, 3, [](int, int, int c) { return c == 0 ? 255 : 0; });
+  std::string blue = png("blue.png", 3, 1, 3, [](int, int, int c) { return c == 2 ? 255 : 0; });
+  std::string text = dir + "/text.png";
+  std::ofstream(text) << "not an image";
+
+  nrImage* image = nrtest::held<nrImage>();
+  image->setFileName((dir + "/absent.png").c_str());
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(image->load(), 0); }), "");
+  image->setFileName(text.c_str());
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(image->load(), 0); }),
+            "nrImage::load() Could not read texture image " + text + ".");
+  image->setFileName(red.c_str());
+  context->clear(nrContext::COLOR_CLEAR);
+  // Drawing loads the image first: the pixels land at the raster position.
+  EXPECT_EQ(nrtest::captureStderr([&] { image->draw(-1, -1, 0); }),
+            "nrImage::load() Reading texture image " + red + "\n");
+  EXPECT_EQ(image->getWidth(), 2);
+  unsigned char p[4];
+  nrgl::ReadPixels(1, 1, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+  EXPECT_EQ(p[0], 255);
+  nrgl::ReadPixels(2, 2, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+  EXPECT_EQ(p[0], 0);
+  image->unref();
+
+  nrImageTexture* texture = nrtest::held<nrImageTexture>();
+  nrtest::captureStderr([&] { texture->setUrl(red.c_str()); });
+  nrString name;
+  texture->getFileName(name);
+  EXPECT_STREQ(name.getString(), red.c_str());
+  nrImage* level = texture->getImageLevel(0);
+  ASSERT_NE(level, nullptr);
+  texture->setMinFilter(nrTexture::MIPMAP);
+  EXPECT_EQ(texture->getImageLevelCount(), 2);
+  int version = texture->getVersion();
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setUrl(blue.c_str()); }),
+            "nrImage::load() Reading texture image " + blue + "\n")
+      << "level 0 reloads itself, as it is";
+  EXPECT_EQ(texture->getImageLevel(0), level);
+  EXPECT_EQ(level->getWidth(), 3);
+  EXPECT_EQ(pixel(level, 0, 0)[2], 255);
+  EXPECT_EQ(texture->getImageLevelCount(), 1) << "levels of the old image are dropped";
+  EXPECT_GT(texture->getVersion(), version);
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setUrl(blue.c_str()); }), "");
+  texture->unref();
+}
+
+TEST_F(Texture, GenerationGivesEveryPlaneAsObjectPlane) {
+  nrTexGen* texGen = nrtest::held<nrTexGen>();
+  texGen->setModeS(nrTexGen::EYE_LINEAR);
+  texGen->setModeT(nrTexGen::EYE_LINEAR_IDENT);
+  texGen->setModeR(nrTexGen::OBJECT_LINEAR);
+  texGen->setModeQ(nrTexGen::SPHERE_MAP);
+  texGen->setPlaneR(1, 2, 3, 4);
+  float a, b, c, d;
+  texGen->getPlaneT(&a, &b, &c, &d);
+  EXPECT_EQ(std::vector<float>({a, b, c, d}), std::vector<float>({0, 1, 0, 0}));
+  context->setTexGenEnable(1);
+  nrGLRecorder rec;
+  context->setTexGen(texGen);
+  EXPECT_EQ(
+      rec.calls(),
+      (Calls{"glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_EYE_LINEAR)", "glTexGenfv(GL_S, GL_OBJECT_PLANE, {1, 0, 0, 0})",
+             "glPushMatrix()", "glLoadIdentity()", "glTexGenfv(GL_T, GL_OBJECT_PLANE, {0, 1, 0, 0})",
+             "glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
+             "glTexGeni(GL_R, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR)",
+             "glTexGenfv(GL_R, GL_OBJECT_PLANE, {1, 2, 3, 4})", "glTexGeni(GL_Q, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)",
+             "glPopMatrix()", "glEnable(GL_TEXTURE_GEN_S)", "glEnable(GL_TEXTURE_GEN_T)", "glEnable(GL_TEXTURE_GEN_R)",
+             "glEnable(GL_TEXTURE_GEN_Q)"}));
+  texGen->setModeR(nrTexGen::OFF);
+  context->setTexGen(nullptr);
+  context->setTexGen(texGen);
+  EXPECT_FALSE(isOn(GL_TEXTURE_GEN_R));
+  EXPECT_TRUE(isOn(GL_TEXTURE_GEN_Q));
+  texGen->unref();
+}
+
+}  // namespace
