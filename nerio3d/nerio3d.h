@@ -38,6 +38,7 @@
 #include "nerio3d/events/nrColorInterpolator.h"
 #include "nerio3d/events/nrCoordinateInterpolator.h"
 #include "nerio3d/events/nrDispatch.h"
+#include "nerio3d/events/nrDragSensor.h"
 #include "nerio3d/events/nrEngine.h"
 #include "nerio3d/events/nrEngineIO.h"
 #include "nerio3d/events/nrInterpolator.h"

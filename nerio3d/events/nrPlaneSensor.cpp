@@ -10,47 +10,31 @@ NR_DEFINE_TYPE(nrPlaneSensor, nrPickSensor, "PlaneSensor") {
   nrSFVec2f::addTypeField(type, "minPosition", MIN_POSITION_FIELD, nrVec2f(0, 0), &nrPlaneSensor::minPosition);
   nrSFVec3f::addTypeField(type, "offset", OFFSET_FIELD, nrVec3f(0, 0, 0), &nrPlaneSensor::offset);
   nrSFVec3f::addTypeField(type, "trackPoint", TRACK_POINT_FIELD, nrVec3f(0, 0, 0), &nrPlaneSensor::trackPoint);
-  nrSFVec3f::addTypeField(type, "translation", TRANSLATION_FIELD, nrVec3f(0, 0, 0), &nrPlaneSensor::translation);
+  nrSFVec3f::addTypeField(type, "translation", TRANSLATION_FIELD, nrVec3f(0, 0, 0), &nrPlaneSensor::output);
 }
 
-nrPlaneSensor::nrPlaneSensor(nrType* type) : nrPickSensor(type), moved(false) {
+nrPlaneSensor::nrPlaneSensor(nrType* type)
+    : nrDragSensor(type, AUTO_OFFSET_FIELD, OFFSET_FIELD, TRACK_POINT_FIELD, TRANSLATION_FIELD) {
   initFieldDefaults(getClassType());
-  toLocal.makeIdent();
-  start.set(0, 0, 0);
 }
 
 nrPlaneSensor::~nrPlaneSensor() { destroyFieldContents(getClassType()); }
 
-void nrPlaneSensor::beginGrab(const nrHit& hit) {
-  calcLocalHit(hit, toLocal, start);
-  moved = false;
-  setFieldValue(isActive, static_cast<unsigned char>(1), IS_ACTIVE_FIELD);
-}
-
 void nrPlaneSensor::motion(const nrHit&) {
   nrSeg ray;
-  if (!isActive || !getLocalPickRay(toLocal, ray)) return;
   // A ray along the plane, or one that meets it behind the eye, moves nothing.
-  if (std::fabs(ray.dir[2]) < 1e-6f) return;
+  if (!getDragRay(ray) || std::fabs(ray.dir[2]) < 1e-6f) return;
   const float t = (start[2] - ray.pos[2]) / ray.dir[2];
   if (t < 0) return;
   nrVec3f track;
   ray.getPoint(t, track);
-  validateField(MIN_POSITION_FIELD);
-  validateField(MAX_POSITION_FIELD);
-  validateField(OFFSET_FIELD);
-  nrVec3f moveTo(track[0] - start[0] + offset[0], track[1] - start[1] + offset[1], offset[2]);
+  const nrVec2f low = getMinPosition(), high = getMaxPosition();
+  const nrVec3f base = getOffset();
+  nrVec3f moveTo(track[0] - start[0] + base[0], track[1] - start[1] + base[1], base[2]);
   for (int i = 0; i < 2; ++i) {
-    if (minPosition[i] > maxPosition[i]) continue;
-    if (moveTo[i] < minPosition[i]) moveTo[i] = minPosition[i];
-    if (moveTo[i] > maxPosition[i]) moveTo[i] = maxPosition[i];
+    if (low[i] > high[i]) continue;
+    if (moveTo[i] < low[i]) moveTo[i] = low[i];
+    if (moveTo[i] > high[i]) moveTo[i] = high[i];
   }
-  moved = true;
-  setFieldValue(trackPoint, track, TRACK_POINT_FIELD);
-  setFieldValue(translation, moveTo, TRANSLATION_FIELD);
-}
-
-void nrPlaneSensor::endGrab(const nrHit&) {
-  setFieldValue(isActive, static_cast<unsigned char>(0), IS_ACTIVE_FIELD);
-  if (moved && getAutoOffset()) setFieldValue(offset, translation, OFFSET_FIELD);
+  report(track, moveTo);
 }

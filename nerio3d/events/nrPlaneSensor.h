@@ -9,11 +9,10 @@
 // from there.
 #pragma once
 
-#include "nerio3d/events/nrPickSensor.h"
+#include "nerio3d/events/nrDragSensor.h"
 #include "nerio3d/math/nrVec2f.h"
-#include "nerio3d/math/nrVec3f.h"
 
-class nrPlaneSensor : public nrPickSensor {
+class nrPlaneSensor : public nrDragSensor<nrVec3f> {
   NR_DECLARE_CONTAINER_TYPE(nrPlaneSensor)
 
   enum {
@@ -29,32 +28,16 @@ class nrPlaneSensor : public nrPickSensor {
   explicit nrPlaneSensor(nrType* type);
   ~nrPlaneSensor() override;
 
-  void setAutoOffset(unsigned char on) { setFieldValue(autoOffset, on, AUTO_OFFSET_FIELD); }
-  unsigned char getAutoOffset() { return read(autoOffset, AUTO_OFFSET_FIELD); }
   void setMaxPosition(float x, float y) { setFieldValue(maxPosition, nrVec2f(x, y), MAX_POSITION_FIELD); }
   nrVec2f getMaxPosition() { return read(maxPosition, MAX_POSITION_FIELD); }
   void setMinPosition(float x, float y) { setFieldValue(minPosition, nrVec2f(x, y), MIN_POSITION_FIELD); }
   nrVec2f getMinPosition() { return read(minPosition, MIN_POSITION_FIELD); }
   void setOffset(float x, float y, float z) { setFieldValue(offset, nrVec3f(x, y, z), OFFSET_FIELD); }
-  nrVec3f getOffset() { return read(offset, OFFSET_FIELD); }
-  nrVec3f getTrackPoint() { return read(trackPoint, TRACK_POINT_FIELD); }
-  nrVec3f getTranslation() { return read(translation, TRANSLATION_FIELD); }
+  nrVec3f getTranslation() { return read(output, TRANSLATION_FIELD); }
 
-  void beginGrab(const nrHit& hit) override;
   void motion(const nrHit& hit) override;
-  void endGrab(const nrHit& hit) override;
 
  protected:
-  unsigned char autoOffset;
   nrVec2f maxPosition;
   nrVec2f minPosition;
-  nrVec3f offset;
-  nrVec3f trackPoint;
-  nrVec3f translation;
-
- private:
-  // Fixed for the length of a grab: world to sensor coordinates and the point grabbed.
-  nrMatrix4f toLocal;
-  nrVec3f start;
-  bool moved;
 };

@@ -7,28 +7,21 @@
 NR_DEFINE_TYPE(nrSphereSensor, nrPickSensor, "SphereSensor") {
   nrSFUByte::addTypeField(type, "autoOffset", AUTO_OFFSET_FIELD, 1, &nrSphereSensor::autoOffset);
   nrSFRotation::addTypeField(type, "offset", OFFSET_FIELD, nrRotation(0, 1, 0, 0), &nrSphereSensor::offset);
-  nrSFRotation::addTypeField(type, "rotation", ROTATION_FIELD, nrRotation(0, 0, 1, 0), &nrSphereSensor::rotation);
+  nrSFRotation::addTypeField(type, "rotation", ROTATION_FIELD, nrRotation(0, 0, 1, 0), &nrSphereSensor::output);
   nrSFVec3f::addTypeField(type, "trackPoint", TRACK_POINT_FIELD, nrVec3f(0, 0, 0), &nrSphereSensor::trackPoint);
 }
 
-nrSphereSensor::nrSphereSensor(nrType* type) : nrPickSensor(type), moved(false) {
+nrSphereSensor::nrSphereSensor(nrType* type)
+    : nrDragSensor(type, AUTO_OFFSET_FIELD, OFFSET_FIELD, TRACK_POINT_FIELD, ROTATION_FIELD) {
   initFieldDefaults(getClassType());
-  toLocal.makeIdent();
-  start.set(0, 0, 0);
 }
 
 nrSphereSensor::~nrSphereSensor() { destroyFieldContents(getClassType()); }
 
-void nrSphereSensor::beginGrab(const nrHit& hit) {
-  calcLocalHit(hit, toLocal, start);
-  moved = false;
-  setFieldValue(isActive, static_cast<unsigned char>(1), IS_ACTIVE_FIELD);
-}
-
 void nrSphereSensor::motion(const nrHit&) {
   nrSeg ray;
   const float radius = start.length();
-  if (!isActive || radius < 1e-6f || !getLocalPickRay(toLocal, ray)) return;
+  if (radius < 1e-6f || !getDragRay(ray)) return;
   // With the unit direction d: |p + t d|^2 = r^2 at t = -b -+ sqrt(b^2 - c),
   // b = p.d, c = p.p - r^2. The nearer crossing in front of the eye is the
   // visible one; a ray that misses takes the point of the sphere nearest to it.
@@ -50,12 +43,5 @@ void nrSphereSensor::motion(const nrHit&) {
   if (axis.normalize() > 1e-6f) drag.set(axis[0], axis[1], axis[2], turn);
   nrRotation total;
   total.mult(getOffset(), drag);
-  moved = true;
-  setFieldValue(trackPoint, track, TRACK_POINT_FIELD);
-  setFieldValue(rotation, total, ROTATION_FIELD);
-}
-
-void nrSphereSensor::endGrab(const nrHit&) {
-  setFieldValue(isActive, static_cast<unsigned char>(0), IS_ACTIVE_FIELD);
-  if (moved && getAutoOffset()) setFieldValue(offset, rotation, OFFSET_FIELD);
+  report(track, total);
 }

@@ -7,11 +7,10 @@
 // makes the last rotation the new offset.
 #pragma once
 
-#include "nerio3d/events/nrPickSensor.h"
+#include "nerio3d/events/nrDragSensor.h"
 #include "nerio3d/math/nrRotation.h"
-#include "nerio3d/math/nrVec3f.h"
 
-class nrSphereSensor : public nrPickSensor {
+class nrSphereSensor : public nrDragSensor<nrRotation> {
   NR_DECLARE_CONTAINER_TYPE(nrSphereSensor)
 
   enum { AUTO_OFFSET_FIELD = 4, OFFSET_FIELD, ROTATION_FIELD, TRACK_POINT_FIELD };
@@ -20,28 +19,10 @@ class nrSphereSensor : public nrPickSensor {
   explicit nrSphereSensor(nrType* type);
   ~nrSphereSensor() override;
 
-  void setAutoOffset(unsigned char on) { setFieldValue(autoOffset, on, AUTO_OFFSET_FIELD); }
-  unsigned char getAutoOffset() { return read(autoOffset, AUTO_OFFSET_FIELD); }
   void setOffset(float x, float y, float z, float angle) {
     setFieldValue(offset, nrRotation(x, y, z, angle), OFFSET_FIELD);
   }
-  nrRotation getOffset() { return read(offset, OFFSET_FIELD); }
-  nrRotation getRotation() { return read(rotation, ROTATION_FIELD); }
-  nrVec3f getTrackPoint() { return read(trackPoint, TRACK_POINT_FIELD); }
+  nrRotation getRotation() { return read(output, ROTATION_FIELD); }
 
-  void beginGrab(const nrHit& hit) override;
   void motion(const nrHit& hit) override;
-  void endGrab(const nrHit& hit) override;
-
- protected:
-  unsigned char autoOffset;
-  nrRotation offset;
-  nrRotation rotation;
-  nrVec3f trackPoint;
-
- private:
-  // Fixed for the length of a grab: world to sensor coordinates and the point grabbed.
-  nrMatrix4f toLocal;
-  nrVec3f start;
-  bool moved;
 };

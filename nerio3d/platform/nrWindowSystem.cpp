@@ -19,6 +19,8 @@ struct WindowRecord {
   int id;
   Window xwindow;
   void (*close)();
+  // The toolkit is destroying the window on its own.
+  bool dying;
 };
 
 struct TimerRecord {
@@ -66,6 +68,10 @@ void forget(WindowRecord* r) {
 
 bool haveWindow() { return opened && glutGetWindow() != 0; }
 
+void onCurrent(void (*call)()) {
+  if (haveWindow()) call();
+}
+
 // freeglut destroys a window the moment WM_DELETE_WINDOW reaches it, whatever
 // its close callback would answer. The request is therefore taken off the wire
 // before the event queue sees it, and handed to the window's own close callback
@@ -92,14 +98,15 @@ void adoptDisplay() {
   convertClientMessage = XESetWireToEvent(display, ClientMessage, captureCloseRequest);
 }
 
-// The toolkit destroyed a window on its own (glutDestroyWindow called by the
-// application): its close callback learns of it, and the id is dead from now on.
+// The toolkit destroys a window on its own (glutDestroyWindow called by the
+// application): its close callback learns of it, and the id is dead afterwards.
 void toolkitClosed() {
-  WindowRecord* r = findWindow(glutGetWindow());
+  const int id = glutGetWindow();
+  WindowRecord* r = findWindow(id);
   if (!r) return;
-  void (*close)() = r->close;
-  forget(r);
-  if (close) close();
+  r->dying = true;
+  if (r->close) r->close();
+  if ((r = findWindow(id))) forget(r);
 }
 
 void timerExpired(int value, void* data) {
@@ -159,7 +166,7 @@ int createWindow(unsigned long mode, int x, int y, int width, int height, const 
   glutInitWindowSize(width, height);
   const int id = glutCreateWindow(title ? title : "");
   if (!display) adoptDisplay();
-  windows.append(new WindowRecord{id, glXGetCurrentDrawable(), nullptr});
+  windows.append(new WindowRecord{id, glXGetCurrentDrawable(), nullptr, false});
   // The window exists on the server before anyone uses its handles.
   if (display) XSync(display, False);
   return id;
@@ -167,7 +174,10 @@ int createWindow(unsigned long mode, int x, int y, int width, int height, const 
 
 void destroyWindow(int id) {
   WindowRecord* r = findWindow(id);
-  if (!r) return;
+  if (!r || r->dying) {
+    if (r) forget(r);
+    return;
+  }
   glutSetWindow(id);
   glutCloseFunc(nullptr);
   glutSetWindowData(nullptr);
@@ -186,7 +196,8 @@ void setWindowData(void* data) {
   if (haveWindow()) glutSetWindowData(data);
 }
 
-void* getWindowData() { return haveWindow() ? glutGetWindowData() : nullptr; }
+// Windows that the application made with the toolkit directly carry data of its own.
+void* getWindowData() { return haveWindow() && findWindow(glutGetWindow()) ? glutGetWindowData() : nullptr; }
 
 void setCallbacks(const Callbacks& c) {
   WindowRecord* r = opened ? findWindow(glutGetWindow()) : nullptr;
@@ -231,29 +242,17 @@ void reshape(int width, int height) {
   if (haveWindow()) glutReshapeWindow(width, height);
 }
 
-void push() {
-  if (haveWindow()) glutPushWindow();
-}
+void push() { onCurrent(glutPushWindow); }
 
-void pop() {
-  if (haveWindow()) glutPopWindow();
-}
+void pop() { onCurrent(glutPopWindow); }
 
-void iconify() {
-  if (haveWindow()) glutIconifyWindow();
-}
+void iconify() { onCurrent(glutIconifyWindow); }
 
-void show() {
-  if (haveWindow()) glutShowWindow();
-}
+void show() { onCurrent(glutShowWindow); }
 
-void hide() {
-  if (haveWindow()) glutHideWindow();
-}
+void hide() { onCurrent(glutHideWindow); }
 
-void fullScreen() {
-  if (haveWindow()) glutFullScreen();
-}
+void fullScreen() { onCurrent(glutFullScreen); }
 
 int get(int query) { return open() ? glutGet(static_cast<GLenum>(query)) : 0; }
 

@@ -40,7 +40,7 @@ void destroyWindow(int id);
 void setWindow(int id);
 // The current window's id, 0 without one.
 int getWindow();
-// The pointer attached to the current window; null without a window.
+// The pointer attached to the current window; null without one of this layer's windows.
 void setWindowData(void* data);
 void* getWindowData();
 void setCallbacks(const Callbacks& callbacks);

@@ -197,6 +197,11 @@ TEST_F(WindowLoop, CloseRequestsAndMainLoopReturningWhenTheLastWindowGoes) {
   EXPECT_TRUE(nrWindow::getWindows().isEmpty());
   Recorder& after = open("after");
   EXPECT_EQ(nrWindow::getCurrent(), after.window);
+
+  // A window the toolkit destroys behind the library's back is reported closed too.
+  glutDestroyWindow(glutGetWindow());
+  ASSERT_TRUE(pumpUntil([] { return nrWindow::getWindows().isEmpty(); }));
+  EXPECT_EQ(after.count(nrEvent::CLOSE_EVENT), 1u);
 }
 
 TEST_F(WindowLoop, TimerTicksAtItsIntervalAndTheArmedOneExpiresOnceAfterDisable) {
