@@ -22,14 +22,14 @@ void nrEnvironment::addLight(nrLight* value) {
 
 bool nrEnvironment::removeLight(nrLight* value) { return static_cast<nrMFRef*>(getField(LIGHT_FIELD))->remove(value); }
 
-nrLight* nrEnvironment::getLight(int i) const {
+nrLight* nrEnvironment::getLight(int i) {
   if (i < 0 || i >= getNumLights()) return nullptr;
   return static_cast<nrLight*>(light[static_cast<unsigned>(i)]);
 }
 
 void nrEnvironment::setFog(nrFog* value) { static_cast<nrSFRef*>(getField(FOG_FIELD))->set(value); }
 
-nrFog* nrEnvironment::getFog() const { return static_cast<nrFog*>(fog); }
+nrFog* nrEnvironment::getFog() { return static_cast<nrFog*>(getFieldValue(fog, FOG_FIELD)); }
 
 nrTravDirective nrEnvironment::drawVisit(nrDrawAction* action) {
   cleanPendingFields();
