@@ -29,6 +29,8 @@ class nrEnvironment : public nrGroup {
   nrTravDirective drawVisit(nrDrawAction* action) override;
 
  protected:
+  void fieldChanged(short index) override;
+
   nrRefArray light;
   nrContainer* fog;
 };

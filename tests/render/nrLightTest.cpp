@@ -2,6 +2,7 @@
 
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrEnvironment.h"
 #include "nerio3d/render/nrFog.h"
@@ -9,6 +10,7 @@
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrSpotLight.h"
+#include "nrCapture.h"
 #include "nrRenderFixture.h"
 
 namespace {
@@ -71,6 +73,13 @@ TEST(nrLightFields, SitAtTheirIndicesUnderTheirNames) {
       EXPECT_STREQ(type->getFieldInfo(static_cast<int>(i) + 2)->getName().getString(), names[i]) << type->getName();
   EXPECT_EQ(nrSpotLight().getCutOffAngle(), 180);
   EXPECT_EQ(nrFog().getMode(), nrFog::EXP_FOG);
+
+  nrEnvironment* env = new nrEnvironment;
+  env->ref();
+  std::string said = nrtest::captureStderr([&] { static_cast<nrSFRef*>(env->getField("fog"))->set(new nrGroup); });
+  EXPECT_EQ(said, "nrEnvironment: Group is not a Fog; no fog is kept\n");
+  EXPECT_EQ(env->getFog(), nullptr);
+  env->unref();
 }
 
 TEST(nrLightFields, GettersReadWhatConnectionsBring) {
