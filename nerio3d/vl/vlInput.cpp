@@ -254,6 +254,14 @@ void vlInput::skipWhiteSpace() {
   scan.back(firstTokenChar(scan));
 }
 
+unsigned char vlInput::peek(char& c) {
+  Scan scan(this);
+  int ch = firstTokenChar(scan);
+  scan.back(ch);
+  c = static_cast<char>(ch);
+  return ch != EOF;
+}
+
 unsigned char vlInput::read(char& c) {
   Scan scan(this);
   int ch = firstTokenChar(scan);

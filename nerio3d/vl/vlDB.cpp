@@ -1,0 +1,777 @@
+#include "nerio3d/vl/vlDB.h"
+
+#include <sys/stat.h>
+
+#include <cstring>
+#include <string>
+
+#include "nerio3d/audio/nrAudioClip.h"
+#include "nerio3d/audio/nrAudioSamples.h"
+#include "nerio3d/audio/nrSound.h"
+#include "nerio3d/core/nrDict.h"
+#include "nerio3d/core/nrGlobal.h"
+#include "nerio3d/events/nrColorInterpolator.h"
+#include "nerio3d/events/nrCoordinateInterpolator.h"
+#include "nerio3d/events/nrNormalInterpolator.h"
+#include "nerio3d/events/nrOrientationInterpolator.h"
+#include "nerio3d/events/nrPositionInterpolator.h"
+#include "nerio3d/events/nrScalarInterpolator.h"
+#include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/fields/nrMFRef.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSFRef.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrBox.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrCone.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
+#include "nerio3d/geometry/nrCylinder.h"
+#include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrLineSet.h"
+#include "nerio3d/geometry/nrLineStripSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrPolySet.h"
+#include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/geometry/nrSphere.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
+#include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+#include "nerio3d/nodes/nrBillboard.h"
+#include "nerio3d/nodes/nrCollision.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrInline.h"
+#include "nerio3d/nodes/nrSwitch.h"
+#include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/platform/nrFileStream.h"
+#include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrDirectionalLight.h"
+#include "nerio3d/render/nrEnvironment.h"
+#include "nerio3d/render/nrImageTexture.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrPointLight.h"
+#include "nerio3d/vl/vlDebugError.h"
+#include "nerio3d/vl/vlInput.h"
+#include "nerio3d/vl/vlReadError.h"
+
+namespace {
+
+enum Conversion { NO_CONVERSION, SHAPE_CONVERSION, AUDIO_CLIP_CONVERSION, INLINE_CONVERSION, APPEARANCE_CONVERSION };
+
+template <typename C>
+nrContainer* make() {
+  return new C;
+}
+
+struct ClassEntry {
+  const char* name;
+  nrContainer* (*make)();
+  Conversion conversion;
+};
+
+// The file's class names and the library classes they make.
+const ClassEntry classTable[] = {
+    {"LineSet", make<nrLineSet>, NO_CONVERSION},
+    {"LineStripSet", make<nrLineStripSet>, NO_CONVERSION},
+    {"TriSet", make<nrTriSet>, NO_CONVERSION},
+    {"QuadSet", make<nrQuadSet>, NO_CONVERSION},
+    {"PolySet", make<nrPolySet>, NO_CONVERSION},
+    {"TriStripSet", make<nrTriStripSet>, NO_CONVERSION},
+    {"IndexSet", make<nrIndexSet>, NO_CONVERSION},
+    {"Appearance", make<nrAppearance>, APPEARANCE_CONVERSION},
+    {"AudioClip", make<nrAudioClip>, AUDIO_CLIP_CONVERSION},
+    {"Billboard", make<nrBillboard>, NO_CONVERSION},
+    {"Box", make<nrBox>, NO_CONVERSION},
+    {"Collision", make<nrCollision>, NO_CONVERSION},
+    {"Color", make<nrColorSet3f>, NO_CONVERSION},
+    {"ColorInterpolator", make<nrColorInterpolator>, NO_CONVERSION},
+    {"Cone", make<nrCone>, NO_CONVERSION},
+    {"Coordinate", make<nrCoordSet3f>, NO_CONVERSION},
+    {"CoordinateInterpolator", make<nrCoordinateInterpolator>, NO_CONVERSION},
+    {"Cylinder", make<nrCylinder>, NO_CONVERSION},
+    {"DirectionalLight", make<nrDirectionalLight>, NO_CONVERSION},
+    {"Environment", make<nrEnvironment>, NO_CONVERSION},
+    {"Group", make<nrGroup>, NO_CONVERSION},
+    {"ImageTexture", make<nrImageTexture>, NO_CONVERSION},
+    {"Material", make<nrMaterial>, NO_CONVERSION},
+    {"Normal", make<nrNormalSet3f>, NO_CONVERSION},
+    {"NormalInterpolator", make<nrNormalInterpolator>, NO_CONVERSION},
+    {"OrientationInterpolator", make<nrOrientationInterpolator>, NO_CONVERSION},
+    {"PointLight", make<nrPointLight>, NO_CONVERSION},
+    {"PositionInterpolator", make<nrPositionInterpolator>, NO_CONVERSION},
+    {"ScalarInterpolator", make<nrScalarInterpolator>, NO_CONVERSION},
+    {"Shape", make<nrShape>, SHAPE_CONVERSION},
+    {"Sound", make<nrSound>, NO_CONVERSION},
+    {"Sphere", make<nrSphere>, NO_CONVERSION},
+    {"Switch", make<nrSwitch>, NO_CONVERSION},
+    {"TextureCoordinate", make<nrTexCoordSet2f>, NO_CONVERSION},
+    {"TimeSensor", make<nrTimeSensor>, NO_CONVERSION},
+    {"Transform", make<nrTransform>, NO_CONVERSION},
+    {"Inline", make<nrInline>, INLINE_CONVERSION},
+    // The library's own names of the attribute sets, as its text output
+    // writes them outside the face and line sets, so that output reads back.
+    {"CoordSet3f", make<nrCoordSet3f>, NO_CONVERSION},
+    {"NormalSet3f", make<nrNormalSet3f>, NO_CONVERSION},
+    {"ColorSet3f", make<nrColorSet3f>, NO_CONVERSION},
+    {"TexCoordSet2f", make<nrTexCoordSet2f>, NO_CONVERSION},
+};
+
+const char* const refusedClasses[] = {
+    "Background", "BoxProximitySensor", "ClickSensor", "CylinderSensor", "DirectedSound", "DiskSensor",
+    "ElevationGrid", "Fog", "FontStyle", "GeneralCylinder", "LOD", "NavigationInfo", "PointSet", "PointSound",
+    "Script", "SpotLight", "Text", "Texture2Transform", "Viewpoint", "WorldInfo", "WWWAnchor"};
+
+// Nodes nested deeper than this are skipped: reading recurses once per level.
+constexpr int MAX_NESTING = 200;
+
+// What every read shares, made once and kept for the life of the process
+// (allocated, never freed, so that it stays reachable).
+struct Shared {
+  // Given to every shape read without an appearance.
+  nrAppearance* defaultAppearance;
+  // Textures that appearances kept, in order of first use, each referenced;
+  // appearances naming the same file share the first.
+  nrPtrArray textureCache;
+  // The class table by interned name.
+  nrDict classes{251};
+  // The first element of the most recently read string list (an Inline's url).
+  nrString lastString;
+  // The caller's array, handed to the reads of inlined files.
+  nrPtrArray* list = nullptr;
+  // The files being read, outermost first, so that a file that inlines
+  // itself (directly or not) is not read again.
+  nrPtrArray openFiles;
+
+  Shared() {
+    defaultAppearance = new nrAppearance;
+    defaultAppearance->ref();
+    defaultAppearance->setLightEnable(0);
+    defaultAppearance->setTexEnable(0);
+    for (const ClassEntry& entry : classTable)
+      classes.enter(reinterpret_cast<unsigned long>(nrName(entry.name).getEntry()), const_cast<ClassEntry*>(&entry));
+  }
+};
+
+Shared* shared = nullptr;
+
+bool equal(const nrName& name, const char* text) { return !strcmp(name.getString(), text); }
+bool isEmpty(const nrName& name) { return !name.getString()[0]; }
+
+// Grows a value array geometrically to hold index i; false when it cannot
+// (a view of a shared block keeps its size).
+template <typename A>
+bool makeRoom(A& array, unsigned i) {
+  if (i < array.getSize()) return true;
+  unsigned size = array.getSize();
+  array.setSize(size < 16 ? 32 : size * 2);
+  return i < array.getSize();
+}
+
+}  // namespace
+
+// The input of one file and the objects made while reading it: each is
+// referenced until the file is done, so that DEF names stay valid and what
+// no node kept (a failed node, a top-level non-node) is released at the end.
+struct vlDB::FileState {
+  vlInput in;
+  nrPtrArray made;
+  int depth = 0;
+
+  ~FileState() {
+    for (unsigned i = 0; i < made.getCount(); ++i) static_cast<nrContainer*>(made[i])->unref();
+  }
+};
+
+void vlDB::init() {
+  nrObject::initClasses();
+  if (!shared) shared = new Shared;
+}
+
+// ---- files ----
+
+unsigned char vlDB::readFile(const char* fileName, nrContainer*& root, nrPtrArray& list) {
+  init();
+  root = nullptr;
+  nrString path;
+  if (!nrGlobal::findFile(fileName, path, nrGlobal::READ_TEXT_FMODE)) return 0;
+  FILE* stream = nullptr;
+  struct stat status;
+  if (stat(path.getString(), &status) == 0 && !S_ISDIR(status.st_mode)) stream = nrFileStream::open(path.getString());
+  if (!stream) {
+    // The message text stands where the function name goes and the file name
+    // where the message goes: long-standing wording.
+    vlDebugError::post("Can't open file: %s\n", "%s", fileName);
+    return 0;
+  }
+  for (unsigned i = 0; i < shared->openFiles.getCount(); ++i) {
+    if (!strcmp(static_cast<nrString*>(shared->openFiles[i])->getString(), path.getString())) {
+      vlDebugError::post("vlDB::readFile", "%s is inlined within itself", fileName);
+      fclose(stream);
+      return 0;
+    }
+  }
+  shared->openFiles.append(&path);
+
+  // Files named by the scene (textures, inlines) are looked for next to it
+  // as well, as users expect: its directory joins the search path while the
+  // file is read.
+  const char* previous = nrGlobal::getFilePath();
+  std::string savedPath = previous ? previous : "";
+  const char* slash = strrchr(path.getString(), '/');
+  if (slash) {
+    std::string directory(path.getString(), slash == path.getString() ? 1 : size_t(slash - path.getString()));
+    nrGlobal::setFilePath(savedPath.empty() ? directory.c_str() : (directory + ":" + savedPath).c_str());
+  }
+  unsigned char ok = readStream(stream, root, list);
+  if (slash) nrGlobal::setFilePath(previous ? savedPath.c_str() : nullptr);
+
+  shared->openFiles.setCount(shared->openFiles.getCount() - 1);
+  fclose(stream);
+  return ok;
+}
+
+unsigned char vlDB::readStream(FILE* stream, nrContainer*& root, nrPtrArray& list) {
+  init();
+  nrPtrArray* outerList = shared->list;
+  shared->list = &list;
+  unsigned char ok;
+  {
+    FileState file;
+    file.in.setFilePointer(stream);
+    ok = read(file, root);
+    freeFields(file, root);
+  }
+  shared->list = outerList;
+  return ok && root;
+}
+
+// Frees the unconnected fields of the root and of every group's children,
+// each container once however often it is shared.
+void vlDB::freeFields(FileState& file, nrContainer* root) {
+  nrDict visited(file.made.getCount() * 2 + 1);
+  nrPtrArray pending;
+  pending.append(root);
+  while (pending.getCount()) {
+    nrContainer* c = static_cast<nrContainer*>(pending[pending.getCount() - 1]);
+    pending.setCount(pending.getCount() - 1);
+    if (!visited.enter(reinterpret_cast<unsigned long>(c), c)) continue;
+    c->freeUnconnectedFields();
+    if (!c->isOfType(nrGroup::getClassType())) continue;
+    nrGroup* group = static_cast<nrGroup*>(c);
+    for (int i = group->getNumChildren() - 1; i >= 0; --i)
+      if (nrNode* child = group->getChild(i)) pending.append(child);
+  }
+}
+
+// ---- statements and nodes ----
+
+unsigned char vlDB::read(FileState& file, nrContainer*& root) {
+  vlInput& in = file.in;
+  nrGroup* group = new nrGroup;
+  root = group;
+  unsigned char result = 1;
+  nrString token;
+  char c;
+  while (in.peek(c)) {
+    if (!vlInput::isIdentStartChar(c)) {
+      in.read(token);
+      vlReadError::post(&in, "Expected a node or ROUTE; got \"%s\"", token.getString());
+      result = 0;
+      continue;
+    }
+    in.read(token);
+    const char* word = token.getString();
+    if (!strcmp(word, "PROTO")) {
+      vlReadError::post(&in, "This version of the parser does not parse PROTOs yet");
+      result = 0;
+    } else if (!strcmp(word, "EXTERNPROTO")) {
+      vlReadError::post(&in, "This version of the parser does not parse EXTERNPROTOs yet");
+      result = 0;
+    } else if (!strcmp(word, "ROUTE")) {
+      result = readRoute(file);
+    } else {
+      in.putBack(word);
+      nrContainer* object = nullptr;
+      result = readObject(file, object);
+      if (object && object->isOfType(nrNode::getClassType())) group->addChild(static_cast<nrNode*>(object));
+    }
+  }
+  return in.isHeaderOk() ? result : 0;
+}
+
+unsigned char vlDB::readObject(FileState& file, nrContainer*& object) {
+  vlInput& in = file.in;
+  object = nullptr;
+  nrName word;
+  if (!in.read(word, 1)) return in.isHeaderOk();
+  if (isEmpty(word) || equal(word, "NULL")) return 1;
+  if (equal(word, "USE")) {
+    nrName name;
+    if (!in.read(name, 1)) {
+      vlReadError::post(&in, "Premature end of file after USE");
+      return 0;
+    }
+    object = in.findReference(name);
+    if (!object) {
+      vlReadError::post(&in, "Unknown reference \"%s\"", name.getString());
+      return 0;
+    }
+    return 1;
+  }
+  if (equal(word, "DEF")) {
+    nrName name, className;
+    if (!in.read(name, 1) || !in.read(className, 1)) {
+      vlReadError::post(&in, "Premature end of file after DEF");
+      return 0;
+    }
+    if (isEmpty(name)) {
+      vlReadError::post(&in, "No name given after");
+      return 0;
+    }
+    if (isEmpty(className)) {
+      vlReadError::post(&in, "Invalid definition of %s", name.getString());
+      return 0;
+    }
+    return readNode(file, name, className, object);
+  }
+  return readNode(file, nrName(), word, object);
+}
+
+// Reads the next non-blank character, which should be expected; another one
+// is left unread.
+static unsigned char expect(vlInput& in, char expected) {
+  char c;
+  if (!in.read(c)) {
+    vlReadError::post(&in, "Expected '%c'; got EOF", expected);
+    return 0;
+  }
+  if (c != expected) {
+    vlReadError::post(&in, "Expected '%c'; got '%c'", expected, c);
+    in.putBack(c);
+    return 0;
+  }
+  return 1;
+}
+
+unsigned char vlDB::readNode(FileState& file, const nrName& defName, const nrName& className, nrContainer*& object) {
+  vlInput& in = file.in;
+  object = nullptr;
+  if (!expect(in, '{')) return 0;
+  if (file.depth >= MAX_NESTING) {
+    vlReadError::post(&in, "Nodes nested deeper than %d levels", MAX_NESTING);
+    flushInput(file);
+    return 0;
+  }
+  ++file.depth;
+  nrContainer* made = nullptr;
+  unsigned char ok = readNodeInstance(file, className, made);
+  --file.depth;
+  if (!ok) {
+    flushInput(file);
+    return 0;
+  }
+  if (!isEmpty(defName)) in.addReference(defName, made);
+  if (!expect(in, '}')) {
+    flushInput(file);
+    return 0;
+  }
+  object = made;
+  return 1;
+}
+
+unsigned char vlDB::readNodeInstance(FileState& file, const nrName& className, nrContainer*& object) {
+  int conversion;
+  object = createInstanceFromName(className, conversion);
+  if (!object) {
+    const char* format = "Unknown class \"%s\"";
+    for (const char* refused : refusedClasses)
+      if (equal(className, refused)) format = "Unsupported class \"%s\"";
+    vlReadError::post(&file.in, format, className.getString());
+    return 0;
+  }
+  object->ref();
+  makeRoom(file.made, file.made.getCount());
+  file.made.append(object);
+  if (!readFields(file, object)) return 0;
+  convert(object, conversion);
+  return 1;
+}
+
+nrContainer* vlDB::createInstanceFromName(const nrName& className, int& conversion) {
+  void* value;
+  if (!shared->classes.find(reinterpret_cast<unsigned long>(className.getEntry()), value)) return nullptr;
+  const ClassEntry* entry = static_cast<const ClassEntry*>(value);
+  conversion = entry->conversion;
+  return entry->make();
+}
+
+void vlDB::convert(nrContainer* object, int conversion) {
+  switch (conversion) {
+    case SHAPE_CONVERSION: {
+      nrShape* shape = static_cast<nrShape*>(object);
+      if (!shape->getAppearance()) shape->setAppearance(shared->defaultAppearance);
+      break;
+    }
+    case AUDIO_CLIP_CONVERSION: {
+      nrAudioClip* clip = static_cast<nrAudioClip*>(object);
+      nrAudioSamples* samples = new nrAudioSamples;
+      samples->setFileName(clip->getUrl().getCount() ? clip->getUrl()[0].getString() : nullptr);
+      samples->load();
+      clip->setSamples(samples);
+      break;
+    }
+    case INLINE_CONVERSION: {
+      nrInline* node = static_cast<nrInline*>(object);
+      // The name is the first element of the string list read last: the
+      // node's own url, or whatever list came before when it has none.
+      nrString name = shared->lastString;
+      const char* text = name.isNull() ? "" : name.getString();
+      vlDebugError::post("vlDB::readNodeInstance", "Reading Inline %s", text);
+      nrContainer* inlined = nullptr;
+      readFile(text, inlined, *shared->list);
+      if (inlined) {
+        node->addChild(static_cast<nrNode*>(inlined));
+        node->setWhichChild(0);
+      }
+      break;
+    }
+    case APPEARANCE_CONVERSION: {
+      nrAppearance* app = static_cast<nrAppearance*>(object);
+      nrTexture* texture = app->getTexture();
+      if (texture) {
+        nrString name;
+        texture->getFileName(name);
+        const char* text = name.isNull() ? "" : name.getString();
+        bool cached = false;
+        for (unsigned i = 0; i < shared->textureCache.getCount() && !cached; ++i) {
+          nrTexture* candidate = static_cast<nrTexture*>(shared->textureCache[i]);
+          nrString other;
+          candidate->getFileName(other);
+          if (!strcmp(text, other.isNull() ? "" : other.getString())) {
+            if (candidate != texture) app->setTexture(candidate);
+            texture = candidate;
+            cached = true;
+          }
+        }
+        if (!cached) {
+          texture->ref();
+          shared->textureCache.append(texture);
+        }
+        app->setTexEnv(texture->getComponentCount() < 3 ? nrContext::MODULATE_TENV : nrContext::REPLACE_TENV);
+      }
+      app->setTexEnable(texture != nullptr);
+      app->setLightEnable(app->getMaterial() != nullptr);
+      break;
+    }
+  }
+}
+
+// ---- fields ----
+
+unsigned char vlDB::readFields(FileState& file, nrContainer* container) {
+  vlInput& in = file.in;
+  nrName name;
+  for (;;) {
+    if (!in.read(name, 1) || isEmpty(name)) return 1;
+    if (equal(name, "ROUTE")) {
+      readRoute(file);
+      continue;
+    }
+    int ok = readvlField(file, container, name);
+    if (ok < 0) vlReadError::post(&in, "Unknown field %s\n", name.getString());
+    if (ok <= 0) return 0;
+  }
+}
+
+int vlDB::readvlField(FileState& file, nrContainer* container, const nrName& fieldName) {
+  nrField* field = container->getField(fieldName.getString());
+  if (!field) {
+    vlReadError::post(&file.in, "Could not get nerio field %s\n", fieldName.getString());
+    return -1;
+  }
+  return readNerioField(file, field);
+}
+
+// True when the next token can start a node (a class name, DEF, USE or
+// NULL); nothing is read.
+static bool startsNode(vlInput& in) {
+  char c;
+  return in.peek(c) && vlInput::isIdentStartChar(c);
+}
+
+unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
+  vlInput& in = file.in;
+  nrType* type = field->getType();
+  unsigned char ok;
+  if (field->isOfType(nrMField::getClassType())) {
+    ok = readMFField(file, static_cast<nrMField*>(field));
+  } else if (type == nrSFString::getClassType()) {
+    nrString value;
+    ok = in.read(value);
+    if (ok) static_cast<nrSFString*>(field)->set(value);
+  } else if (type == nrSFUByte::getClassType()) {
+    unsigned char value;
+    ok = in.readBool(value);
+    if (ok) static_cast<nrSFUByte*>(field)->set(value);
+  } else if (type == nrSFInt::getClassType()) {
+    int value;
+    ok = in.read(value);
+    if (ok) static_cast<nrSFInt*>(field)->set(value);
+  } else if (type == nrSFEnum::getClassType()) {
+    int value;
+    ok = in.read(value);
+    if (!ok) {
+      // Besides numbers, the names of the field's values (as the library
+      // writes them) and TRUE or FALSE (the file format's flags that the
+      // library keeps as two-valued enumerations, such as repeatS).
+      nrName word;
+      ok = in.read(word, 1) && !isEmpty(word);
+      if (ok && !field->getFieldInfo()->findEnumValue(word.getString(), value)) {
+        ok = equal(word, "TRUE") || equal(word, "FALSE");
+        value = equal(word, "TRUE");
+      }
+    }
+    if (ok) static_cast<nrSFEnum*>(field)->set(value);
+  } else if (type == nrSFFloat::getClassType()) {
+    float value;
+    ok = in.read(value);
+    if (ok) static_cast<nrSFFloat*>(field)->set(value);
+  } else if (type == nrSFTime::getClassType()) {
+    double value;
+    ok = in.read(value);
+    if (ok) static_cast<nrSFTime*>(field)->set(nrTime(value));
+  } else if (type == nrSFVec4f::getClassType()) {
+    nrVec4f value;
+    ok = in.read(value[0]) && in.read(value[1]) && in.read(value[2]) && in.read(value[3]);
+    if (ok) static_cast<nrSFVec4f*>(field)->set(value);
+  } else if (type == nrSFVec3f::getClassType()) {
+    nrVec3f value;
+    ok = readMFElt(file, value);
+    if (ok) static_cast<nrSFVec3f*>(field)->set(value);
+  } else if (type == nrSFVec2f::getClassType()) {
+    nrVec2f value;
+    ok = readMFElt(file, value);
+    if (ok) static_cast<nrSFVec2f*>(field)->set(value);
+  } else if (type == nrSFRotation::getClassType()) {
+    nrRotation value;
+    ok = readMFElt(file, value);
+    if (ok) static_cast<nrSFRotation*>(field)->set(value);
+  } else if (type == nrSFRef::getClassType()) {
+    ok = startsNode(in);
+    nrContainer* value;
+    // A node that failed has been read to its end: the field keeps its value
+    // and the fields after it are read.
+    if (ok && readSFNode(file, value)) static_cast<nrSFRef*>(field)->set(value);
+  } else if (type == nrSFBitMask::getClassType()) {
+    // Masks (an appearance's inherit mask) are read as the library writes
+    // them, a hexadecimal number.
+    unsigned long value;
+    ok = in.read(value);
+    if (ok) static_cast<nrSFBitMask*>(field)->set(nrBitMask::fromBits(value));
+  } else if (type == nrSFSphereBound::getClassType() || type == nrSFBoxBound::getClassType()) {
+    // Bounds are computed, not read: the values are read and dropped.
+    float value;
+    ok = 1;
+    for (int i = type == nrSFBoxBound::getClassType() ? 6 : 4; ok && i > 0; --i) ok = in.read(value);
+  } else {
+    vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
+    return 0;
+  }
+  if (!ok) vlReadError::post(&in, "Couldn't read value for field \"%s\"", field->getName());
+  return ok;
+}
+
+unsigned char vlDB::readSFNode(FileState& file, nrContainer*& object) {
+  object = nullptr;
+  nrString token;
+  if (!file.in.read(token)) return 0;
+  if (!strcmp(token.getString(), "NULL")) return 1;
+  file.in.putBack(token.getString());
+  return readObject(file, object);
+}
+
+unsigned char vlDB::readMFField(FileState& file, nrMField* field) {
+  nrType* type = field->getType();
+  if (type == nrMFRef::getClassType()) return readMFNodes(file, field);
+  if (type == nrMFString::getClassType()) return readMFValues(file, static_cast<nrMFString*>(field));
+  if (type == nrMFInt::getClassType()) return readMFValues(file, static_cast<nrMFInt*>(field));
+  if (type == nrMFFloat::getClassType()) return readMFValues(file, static_cast<nrMFFloat*>(field));
+  if (type == nrMFVec3f::getClassType()) return readMFValues(file, static_cast<nrMFVec3f*>(field));
+  if (type == nrMFVec2f::getClassType()) return readMFValues(file, static_cast<nrMFVec2f*>(field));
+  if (type == nrMFRotation::getClassType()) return readMFValues(file, static_cast<nrMFRotation*>(field));
+  vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
+  return 0;
+}
+
+// The loop shared by value and node lists: "[ ]" with elements separated by
+// white space and at most one comma each, or a single element without
+// brackets. element(index) reads one element and says whether it took the
+// index; it returns -1 when it could not read anything.
+template <typename Element>
+static unsigned char readList(vlInput& in, Element element) {
+  char c;
+  if (!in.peek(c)) return 0;
+  if (c != '[') return element(0) >= 0;
+  in.get(c);
+  unsigned index = 0;
+  for (;;) {
+    if (!in.peek(c)) return 0;
+    if (c == ']') {
+      in.get(c);
+      return 1;
+    }
+    int took = element(index);
+    if (took < 0) return 0;
+    index += took;
+    if (in.peek(c) && c == ',') in.get(c);
+  }
+}
+
+template <typename Field>
+unsigned char vlDB::readMFValues(FileState& file, Field* field) {
+  typename Field::Array& array = *field->getStorage();
+  unsigned count = array.getCount(), end = 0;
+  unsigned char ok = readList(file.in, [&](unsigned index) {
+    typename Field::T value;
+    if (!readMFElt(file, value) || !makeRoom(array, index)) return -1;
+    if constexpr (std::is_same_v<Field, nrMFString>)
+      if (index == 0) shared->lastString = value;
+    array[index] = value;
+    end = index + 1;
+    return 1;
+  });
+  if (end) {
+    if (end > count) array.setCount(end);
+    field->valuesChanged();
+  }
+  if (!ok) vlReadError::post(&file.in, "Couldn't read value for field \"%s\"", field->getName());
+  return ok;
+}
+
+// Nodes are stored by index in runs, each run with one change of the field.
+// A NULL element, or one that failed, leaves the value at its index; past the
+// field's current count it takes no index, so that lists get no holes.
+unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
+  nrMFRef* list = static_cast<nrMFRef*>(field);
+  nrRefInfo* info = static_cast<nrRefInfo*>(field->getFieldInfo());
+  nrContainer* owner = field->getContainer();
+  unsigned count = list->getCount();
+  nrRefArray run;
+  unsigned runStart = 0;
+  auto flush = [&] {
+    if (run.getCount()) list->setRange(runStart, run.getCount(), run.getArray());
+    run.setCount(0);
+  };
+  unsigned char ok = readList(file.in, [&](unsigned index) {
+    if (!startsNode(file.in)) return -1;
+    nrContainer* node;
+    if (!readSFNode(file, node)) return 0;
+    if (!node || !info->checkType("nrMFRef::set(int, nrContainer*)", node, owner)) {
+      if (index >= count) return 0;
+      flush();
+      return 1;
+    }
+    if (!run.getCount()) runStart = index;
+    if (makeRoom(run, run.getCount())) run.append(node);
+    return 1;
+  });
+  flush();
+  if (!ok) vlReadError::post(&file.in, "Couldn't read value for field \"%s\"", field->getName());
+  return ok;
+}
+
+unsigned char vlDB::readMFElt(FileState& file, int& value) { return file.in.read(value); }
+
+unsigned char vlDB::readMFElt(FileState& file, float& value) { return file.in.read(value); }
+
+unsigned char vlDB::readMFElt(FileState& file, nrVec2f& value) { return file.in.read(value[0]) && file.in.read(value[1]); }
+
+unsigned char vlDB::readMFElt(FileState& file, nrVec3f& value) {
+  return file.in.read(value[0]) && file.in.read(value[1]) && file.in.read(value[2]);
+}
+
+unsigned char vlDB::readMFElt(FileState& file, nrRotation& value) {
+  nrVec3f axis;
+  float angle;
+  if (!readMFElt(file, axis) || !file.in.read(angle)) return 0;
+  // A zero axis stays as written (its rotation is the identity).
+  axis.normalize();
+  value.set(axis[0], axis[1], axis[2], angle);
+  return 1;
+}
+
+unsigned char vlDB::readMFElt(FileState& file, nrString& value) { return file.in.read(value); }
+
+// ---- routes ----
+
+unsigned char vlDB::readRoute(FileState& file) {
+  vlInput& in = file.in;
+  unsigned char ok = 1;
+  nrField* ends[2] = {nullptr, nullptr};
+  static const char* const missingNode[] = {"No node named %s to route from", "No node named %s to route to"};
+  static const char* const missingFieldName[] = {"Expected route source, got EOF", "Expected route destination, got EOF"};
+  static const char* const missingField[] = {"No field named %s to route from", "No field named %s to route to"};
+  for (int end = 0; end < 2; ++end) {
+    nrName word;
+    if (end == 1) {
+      if (!in.read(word, 1)) {
+        vlReadError::post(&in, "Expected %s, got %s", "TO", "EOF");
+        return 0;
+      }
+      if (!equal(word, "TO")) {
+        vlReadError::post(&in, "Expected %s, got %s", "TO", word.getString());
+        ok = 0;
+      }
+    }
+    nrName nodeName, fieldName;
+    if (!in.read(nodeName, 1)) {
+      vlReadError::post(&in, "Expected node name, got EOF");
+      return 0;
+    }
+    nrContainer* node = in.findReference(nodeName);
+    if (!node) {
+      vlReadError::post(&in, missingNode[end], nodeName.getString());
+      ok = 0;
+    }
+    char c;
+    if (!in.read(c)) {
+      vlReadError::post(&in, "Expected %c, got EOF", '.');
+      return 0;
+    }
+    if (c != '.') {
+      vlReadError::post(&in, "Expected %c, got %c", '.', c);
+      in.putBack(c);
+      ok = 0;
+    }
+    if (!in.read(fieldName, 1)) {
+      vlReadError::post(&in, "%s", missingFieldName[end]);
+      return 0;
+    }
+    if (node && !(ends[end] = node->getField(fieldName.getString()))) {
+      vlReadError::post(&in, missingField[end], fieldName.getString());
+      ok = 0;
+    }
+  }
+  if (ends[0] && ends[1]) ends[0]->connect(ends[1]);
+  return ok;
+}
+
+// Skips the rest of a node whose opening brace has been read: to the brace
+// that closes it, or the end of the input. Braces inside quoted strings and
+// comments do not count.
+void vlDB::flushInput(FileState& file) {
+  vlInput& in = file.in;
+  int depth = 1;
+  char c;
+  nrString skipped;
+  while (depth > 0 && in.read(c)) {
+    if (c == '{') {
+      ++depth;
+    } else if (c == '}') {
+      --depth;
+    } else if (c == '"') {
+      in.putBack(c);
+      in.read(skipped);
+    }
+  }
+}
