@@ -47,6 +47,8 @@
 #include "nerio3d/geometry/nrGeoSet.h"
 #include "nerio3d/geometry/nrGeometry.h"
 #include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrIndexedFaceSet.h"
+#include "nerio3d/geometry/nrIndexedLineSet.h"
 #include "nerio3d/geometry/nrLineSet.h"
 #include "nerio3d/geometry/nrLineStripSet.h"
 #include "nerio3d/geometry/nrNormalSet.h"
@@ -151,11 +153,13 @@ void nrObject::initClasses() {
   registerClass<nrPointSet>();
   registerClass<nrLineSet>();
   registerClass<nrLineStripSet>();
+  registerClass<nrIndexedLineSet>();
   registerClass<nrTriSet>();
   registerClass<nrTriStripSet>();
   registerClass<nrTriFanSet>();
   registerClass<nrQuadSet>();
   registerClass<nrPolySet>();
+  registerClass<nrIndexedFaceSet>();
   registerClass<nrImage>();
   registerClass<nrTexture>();
   registerClass<nrImageTexture>();

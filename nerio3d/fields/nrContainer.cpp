@@ -347,19 +347,25 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
   for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
 }
 
-void nrContainer::write(nrOutput* out) {
+void nrContainer::write(nrOutput* out) { writeAs(out, getType()->getName()); }
+
+void nrContainer::writeAs(nrOutput* out, const char* typeName) {
   nrBitMask pending = sideEffects | staleInputs;
   if (!pending.isZero()) internalCleanFields(pending);
-  if (writeHeader(out)) return;
+  if (writeHeader(out, typeName)) return;
   nrType* t = getType();
   for (int i = 0; i < t->getNumFields(); ++i) t->getFieldInfo(i)->write(out, this);
+  writeClose(out);
+}
+
+void nrContainer::writeClose(nrOutput* out) {
   out->decLevel();
   out->indent();
   fputs("}", out->getStream());
   fflush(out->getStream());
 }
 
-int nrContainer::writeHeader(nrOutput* out) {
+int nrContainer::writeHeader(nrOutput* out, const char* typeName) {
   FILE* f = out->getStream();
   int number = -1;
   if (getParentCount() > 1) {
@@ -378,7 +384,7 @@ int nrContainer::writeHeader(nrOutput* out) {
     fprintf(f, "DEF %s ", name);
   else if (number >= 0)
     fprintf(f, "DEF Obj%d ", number);
-  fprintf(f, "%s {\n", getType()->getName());
+  fprintf(f, "%s {\n", typeName);
   out->incLevel();
   return 0;
 }

@@ -51,6 +51,9 @@ class nrContainer : public nrObject {
   // Writes the container as text: a header (with DEF, or USE when written
   // before), one line per field that differs from its default, and "}".
   void write(nrOutput* out) override;
+  // As write, with typeName in the header in place of the type's own name:
+  // the file format's name of a class whose registered name differs.
+  void writeAs(nrOutput* out, const char* typeName);
 
   // Drops field objects that hold nothing of their own; values stay.
   void freeUnconnectedFields();
@@ -101,7 +104,10 @@ class nrContainer : public nrObject {
   void initFieldDefaults(nrType* type);
   // Writes "USE ..." and returns 1 for a shared container written before;
   // otherwise writes the header line, raises the level and returns 0.
-  int writeHeader(nrOutput* out);
+  int writeHeader(nrOutput* out) { return writeHeader(out, getType()->getName()); }
+  int writeHeader(nrOutput* out, const char* typeName);
+  // Lowers the level and writes the closing brace at it.
+  void writeClose(nrOutput* out);
   void destroyFieldContents(nrType* type);
 
  private:

@@ -9,11 +9,11 @@
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
-#include "nerio3d/geometry/nrColorSet.h"
-#include "nerio3d/geometry/nrCoordSet.h"
+#include "nerio3d/geometry/nrColorSet3f.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexSet.h"
-#include "nerio3d/geometry/nrNormalSet.h"
-#include "nerio3d/geometry/nrTexCoordSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrGL.h"
 #include "nerio3d/render/nrMaterial.h"
@@ -548,23 +548,106 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
 // ---- VRML index lists ----
 
 int nrGeoSet::flattenVRMLIndices(nrMFInt* vrmlIndices, nrIndexSet* out, nrMFInt* primLengths) {
-  nrIntArray indices, lengths;
   const nrIntArray& in = vrmlIndices->getArray();
-  int count = 0;
-  for (unsigned i = 0; i < in.getCount(); ++i) {
-    if (in[i] >= 0) {
-      indices.append(in[i]);
+  const int* list = in.getArray();
+  unsigned n = in.getCount(), ends = 0;
+  for (unsigned i = 0; i < n; ++i) ends += list[i] < 0;
+  // Both results are sized exactly first and filled in place: lists of
+  // millions of indices cost two passes and no growth.
+  int* indices = nullptr;
+  if (out) {
+    out->setCount(n - ends);
+    indices = out->edit();
+  }
+  int* lengths = nullptr;
+  if (primLengths) {
+    primLengths->setCount(n && list[n - 1] >= 0 ? ends + 1 : ends);
+    lengths = primLengths->edit();
+  }
+  int count = 0, prims = 0;
+  for (unsigned i = 0; i < n; ++i) {
+    if (list[i] >= 0) {
+      if (indices) *indices++ = list[i];
       ++count;
     } else {
-      lengths.append(count);
+      if (lengths) lengths[prims] = count;
+      ++prims;
       count = 0;
     }
   }
-  if (count > 0) lengths.append(count);
-  if (out) out->set(indices);
+  if (count > 0 && lengths) lengths[prims++] = count;
+  if (out) out->changed();
   if (!primLengths) return 0;
-  primLengths->set(lengths);
-  return static_cast<int>(lengths.getCount());
+  primLengths->setCount(unsigned(prims));
+  return prims;
+}
+
+void nrGeoSet::indexAttribute(nrMFInt* list, nrIndexSet*& own, nrContainer*& member, short setField) {
+  nrContainer* target = coordIndexSet;
+  if (list->getCount() > 0) {
+    if (!own) {
+      own = new nrIndexSet;
+      own->ref();
+    }
+    target = own;
+  }
+  if (member != target) setRef(member, target, setField);
+  // An empty list leaves the coordinates' indices, now shared, as they are.
+  if (target == own) flattenVRMLIndices(list, own, nullptr);
+}
+
+void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
+  nrContainer** sets[] = {&coordIndexSet, &normalIndexSet, &colorIndexSet, &texCoordIndexSet};
+  // Copying shares references without releasing what was held before.
+  for (nrContainer** s : sets) {
+    unrefer(*s);
+    *s = nullptr;
+  }
+  nrGeometry::copy(from, table);
+  for (nrContainer** s : sets) {
+    unrefer(*s);
+    *s = nullptr;
+  }
+  if (from->isOfType(getClassType())) userSet = static_cast<nrGeoSet*>(from)->userSet;
+  setCoordIndexSet(new nrIndexSet);
+}
+
+void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
+  cleanPendingFields();
+  if (writeHeader(out)) return;
+  FILE* f = out->getStream();
+  // Attribute sets of the kinds the file format knows take its class names.
+  const struct {
+    nrContainer* set;
+    const char* field;
+    nrType* vrmlType;
+    const char* vrmlName;
+  } attributes[] = {{coordSet, "coord", nrCoordSet3f::getClassType(), "Coordinate"},
+                    {normalSet, "normal", nrNormalSet3f::getClassType(), "Normal"},
+                    {colorSet, "color", nrColorSet3f::getClassType(), "Color"},
+                    {texCoordSet, "texCoord", nrTexCoordSet2f::getClassType(), "TextureCoordinate"}};
+  for (const auto& a : attributes) {
+    if (!a.set) continue;
+    out->indent();
+    fprintf(f, "%s ", a.field);
+    if (a.set->getType() == a.vrmlType)
+      a.set->writeAs(out, a.vrmlName);
+    else
+      a.set->write(out);
+    fputs("\n", f);
+  }
+  for (int i = 0; i < count; ++i) {
+    nrFieldInfo* info = getType()->getFieldInfo(ownFields[i]);
+    if (info->getFieldType() != nrSFUByte::getClassType()) {
+      info->write(out, this);
+    } else if (!info->isDefault(this)) {
+      // The file syntax spells its flags as words.
+      out->indent();
+      fprintf(f, "%s %s\n", info->getName().getString(),
+              static_cast<nrSFUByte*>(getField(ownFields[i]))->get() ? "TRUE" : "FALSE");
+    }
+  }
+  writeClose(out);
 }
 
 // ---- per-primitive back-face culling ----

@@ -228,6 +228,18 @@ class nrGeoSet : public nrGeometry {
   // Moves the cursors of attrs past a primitive of count vertices that is not drawn.
   void skipPrim(nrGLAttrSet& attrs, int count);
 
+  // Points an attribute's index set field (member, index setField) at own,
+  // made on first need and filled from the VRML list, or at the coordinates'
+  // index set itself when the list is empty, so that the attribute follows them.
+  void indexAttribute(nrMFInt* list, nrIndexSet*& own, nrContainer*& member, short setField);
+  // Copies from as nrContainer::copy does, with its user-set bits, but
+  // keeps index sets to itself: this set ends with a new, empty coordinate
+  // index set and no others, for the index lists to fill again.
+  void copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table);
+  // VRML text: the header, the attribute sets under their VRML names, the
+  // fields listed that differ from their defaults, and "}".
+  void writeVRML(nrOutput* out, const short* ownFields, int count);
+
   // The number of primitives whose data is all present, from primCount,
   // the lengths and the attribute and index sets; recomputed after a change.
   int getDrawablePrimCount();

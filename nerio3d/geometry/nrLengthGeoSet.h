@@ -25,11 +25,7 @@ class nrLengthGeoSet : public nrGeoSet {
     lengths.set(values);
     fieldChanged(LENGTHS_FIELD);
   }
-  void setLengths(int count, const int* values) {
-    lengths.setCount(0);
-    if (count > 0) lengths.setRange(0, unsigned(count), values);
-    fieldChanged(LENGTHS_FIELD);
-  }
+  void setLengths(int count, const int* values) { setList(lengths, count, values, LENGTHS_FIELD); }
   const nrIntArray& getLengths() {
     validateField(LENGTHS_FIELD);
     return lengths;
@@ -41,6 +37,13 @@ class nrLengthGeoSet : public nrGeoSet {
   void fieldChanged(short index) override {
     if (index == LENGTHS_FIELD) boundChanged();
     nrGeoSet::fieldChanged(index);
+  }
+
+  // Replaces an integer list field's values and reports the change.
+  void setList(nrIntArray& list, int count, const int* values, short index) {
+    list.setCount(0);
+    if (count > 0) list.setRange(0, unsigned(count), values);
+    fieldChanged(index);
   }
 
   nrIntArray lengths;

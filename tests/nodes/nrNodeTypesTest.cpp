@@ -11,7 +11,9 @@ namespace {
 int registrationOrderFault() {
   nrObject::initClasses();
   nrType* order[] = {nrSFRotation::classType, nrSFSphereBound::classType, nrSFBoxBound::classType,
-                     nrSFString::classType, nrMFString::classType, nrType::getType("Camera"),
+                     nrSFString::classType, nrMFString::classType, nrType::getType("LineStripSet"),
+                     nrType::getType("IndexedLineSet"), nrType::getType("TriSet"), nrType::getType("PolySet"),
+                     nrType::getType("IndexedFaceSet"), nrType::getType("Camera"),
                      nrType::getType("OrthoCamera"), nrType::getType("PerspCamera"), nrType::getType("nrAction"),
                      nrType::getType("TransformAction"), nrType::getType("nrVFCullAction"),
                      nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),

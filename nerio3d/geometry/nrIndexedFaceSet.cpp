@@ -1,0 +1,165 @@
+#include "nerio3d/geometry/nrIndexedFaceSet.h"
+
+#include <initializer_list>
+
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSField.h"
+
+NR_DEFINE_TYPE(nrIndexedFaceSet, nrPolySet, "IndexedFaceSet") {
+  nrSFUByte::addTypeField(type, "ccw", CCW_FIELD, 1, &nrIndexedFaceSet::ccw);
+  nrSFUByte::addTypeField(type, "solid", SOLID_FIELD, 1, &nrIndexedFaceSet::solid);
+  nrSFUByte::addTypeField(type, "convex", CONVEX_FIELD, 1, &nrIndexedFaceSet::convex);
+  nrSFFloat::addTypeField(type, "creaseAngle", CREASE_ANGLE_FIELD, 0.0f, &nrIndexedFaceSet::creaseAngle);
+  nrMFInt::addTypeField(type, "coordIndex", COORD_INDEX_FIELD, &nrIndexedFaceSet::coordIndex);
+  nrMFInt::addTypeField(type, "colorIndex", COLOR_INDEX_FIELD, &nrIndexedFaceSet::colorIndex);
+  nrMFInt::addTypeField(type, "texCoordIndex", TEX_COORD_INDEX_FIELD, &nrIndexedFaceSet::texCoordIndex);
+  nrMFInt::addTypeField(type, "normalIndex", NORMAL_INDEX_FIELD, &nrIndexedFaceSet::normalIndex);
+  nrSFUByte::addTypeField(type, "colorPerVertex", COLOR_PER_VERTEX_FIELD, 1, &nrIndexedFaceSet::colorPerVertex);
+  nrSFUByte::addTypeField(type, "normalPerVertex", NORMAL_PER_VERTEX_FIELD, 1, &nrIndexedFaceSet::normalPerVertex);
+}
+
+nrIndexedFaceSet::nrIndexedFaceSet(nrType* type)
+    : nrPolySet(type),
+      pending(0),
+      normalIndexFromSet(false),
+      ownNormalIndexSet(nullptr),
+      ownColorIndexSet(nullptr),
+      ownTexCoordIndexSet(nullptr) {
+  initFieldDefaults(classType);
+  setColorBind(PER_VERTEX_COLOR);
+  setNormalBind(PER_VERTEX_NORMAL);
+  setCoordIndexSet(new nrIndexSet);
+}
+
+nrIndexedFaceSet::~nrIndexedFaceSet() {
+  for (nrIndexSet* own : {ownNormalIndexSet, ownColorIndexSet, ownTexCoordIndexSet})
+    if (own) own->unref();
+  destroyFieldContents(classType);
+}
+
+void nrIndexedFaceSet::fieldChanged(short index) {
+  switch (index) {
+    case CCW_FIELD:
+    case SOLID_FIELD:
+      setCullFace(!solid ? nrContext::NO_CULL : ccw ? nrContext::BACK_CULL : nrContext::FRONT_CULL);
+      break;
+    case COLOR_PER_VERTEX_FIELD:
+      setColorBind(colorPerVertex ? PER_VERTEX_COLOR : PER_PRIM_COLOR);
+      break;
+    case NORMAL_PER_VERTEX_FIELD:
+      setNormalBind(normalPerVertex ? PER_VERTEX_NORMAL : PER_PRIM_NORMAL);
+      break;
+    case COORD_INDEX_FIELD:
+      schedule(COORD_PENDING);
+      break;
+    case COLOR_INDEX_FIELD:
+      schedule(COLOR_PENDING);
+      break;
+    case TEX_COORD_INDEX_FIELD:
+      schedule(TEX_COORD_PENDING);
+      break;
+    case NORMAL_INDEX_FIELD:
+      normalIndexFromSet = false;
+      schedule(NORMAL_PENDING);
+      break;
+    default:
+      if (index < CCW_FIELD) {
+        nrPolySet::fieldChanged(index);
+        return;
+      }
+  }
+  touchField(index);
+}
+
+// The side effects sit on the fields a conversion produces, so reading any of
+// them (or the box, or drawing, picking and writing) converts first.
+void nrIndexedFaceSet::schedule(int conversions) {
+  // Lists read one element at a time land here for every element.
+  if ((pending & conversions) == conversions) return;
+  pending |= conversions;
+  if (conversions & COORD_PENDING) {
+    boundChanged();
+    propagateSideEffect(PRIM_COUNT_FIELD);
+    propagateSideEffect(COORD_INDEX_SET_FIELD);
+    propagateSideEffect(POLY_LENGTH_FIELD);
+  }
+  if (conversions & NORMAL_PENDING) propagateSideEffect(NORMAL_INDEX_SET_FIELD);
+  if (conversions & COLOR_PENDING) propagateSideEffect(COLOR_INDEX_SET_FIELD);
+  if (conversions & TEX_COORD_PENDING) propagateSideEffect(TEX_COORD_INDEX_SET_FIELD);
+}
+
+void nrIndexedFaceSet::cleanSideEffect(short index) {
+  if (pending) convert();
+  if (index == NORMAL_INDEX_FIELD && normalIndexFromSet) rebuildNormalIndex();
+  nrPolySet::cleanSideEffect(index);
+}
+
+void nrIndexedFaceSet::convert() {
+  // Cleared first: the conversions read fields, which would convert again.
+  int todo = pending;
+  pending = 0;
+  if (!coordIndexSet) {
+    setCoordIndexSet(new nrIndexSet);
+    todo = ALL_PENDING;
+  }
+  if (todo & COORD_PENDING) {
+    nrMFInt* lengths = static_cast<nrMFInt*>(getField(POLY_LENGTH_FIELD));
+    setPrimCount(flattenVRMLIndices(static_cast<nrMFInt*>(getField(COORD_INDEX_FIELD)),
+                                    static_cast<nrIndexSet*>(coordIndexSet), lengths));
+    // Attributes without lists of their own follow the coordinates.
+    if (!normalIndex.getCount() && !normalIndexFromSet) todo |= NORMAL_PENDING;
+    if (!colorIndex.getCount()) todo |= COLOR_PENDING;
+    if (!texCoordIndex.getCount()) todo |= TEX_COORD_PENDING;
+  }
+  if (todo & NORMAL_PENDING)
+    indexAttribute(static_cast<nrMFInt*>(getField(NORMAL_INDEX_FIELD)), ownNormalIndexSet, normalIndexSet,
+                   NORMAL_INDEX_SET_FIELD);
+  if (todo & COLOR_PENDING)
+    indexAttribute(static_cast<nrMFInt*>(getField(COLOR_INDEX_FIELD)), ownColorIndexSet, colorIndexSet,
+                   COLOR_INDEX_SET_FIELD);
+  if (todo & TEX_COORD_PENDING)
+    indexAttribute(static_cast<nrMFInt*>(getField(TEX_COORD_INDEX_FIELD)), ownTexCoordIndexSet, texCoordIndexSet,
+                   TEX_COORD_INDEX_SET_FIELD);
+}
+
+nrIndexSet* nrIndexedFaceSet::useNormalIndexSet(int count) {
+  pending &= ~NORMAL_PENDING;
+  if (!ownNormalIndexSet) {
+    ownNormalIndexSet = new nrIndexSet;
+    ownNormalIndexSet->ref();
+  }
+  if (normalIndexSet != ownNormalIndexSet) setNormalIndexSet(ownNormalIndexSet);
+  ownNormalIndexSet->setCount(unsigned(count > 0 ? count : 0));
+  normalIndexFromSet = true;
+  propagateSideEffect(NORMAL_INDEX_FIELD);
+  return ownNormalIndexSet;
+}
+
+// Read back into VRML form without reporting a change: the list only
+// catches up with the index set it already describes.
+void nrIndexedFaceSet::rebuildNormalIndex() {
+  normalIndexFromSet = false;
+  const nrIntArray& flat = ownNormalIndexSet->getArray();
+  unsigned corners = flat.getCount(), faces = unsigned(primCount), k = 0;
+  normalIndex.setCount(0);
+  normalIndex.setCount(corners + faces);
+  int* list = normalIndex.getArray();
+  unsigned slot = 0;
+  for (unsigned f = 0; f < faces && f < lengths.getCount(); ++f) {
+    for (int c = 0; c < lengths[f] && k < corners; ++c) list[slot++] = flat[k++];
+    list[slot++] = -1;
+  }
+  normalIndex.setCount(slot);
+}
+
+void nrIndexedFaceSet::copy(nrContainer* from, nrCloneTable* table) {
+  copyWithOwnIndexSets(from, table);
+  schedule(ALL_PENDING);
+}
+
+void nrIndexedFaceSet::write(nrOutput* out) {
+  static const short fields[] = {
+      CCW_FIELD,         SOLID_FIELD,           CONVEX_FIELD,       CREASE_ANGLE_FIELD,     COORD_INDEX_FIELD,
+      COLOR_INDEX_FIELD, TEX_COORD_INDEX_FIELD, NORMAL_INDEX_FIELD, COLOR_PER_VERTEX_FIELD, NORMAL_PER_VERTEX_FIELD};
+  writeVRML(out, fields, int(sizeof fields / sizeof fields[0]));
+}
