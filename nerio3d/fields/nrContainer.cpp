@@ -358,6 +358,14 @@ void nrContainer::writeAs(nrOutput* out, const char* typeName) {
   writeClose(out);
 }
 
+void nrContainer::writeFields(nrOutput* out, std::initializer_list<short> indices) {
+  nrBitMask pending = sideEffects | staleInputs;
+  if (!pending.isZero()) internalCleanFields(pending);
+  if (writeHeader(out)) return;
+  for (short i : indices) type->getFieldInfo(i)->write(out, this);
+  writeClose(out);
+}
+
 void nrContainer::writeClose(nrOutput* out) {
   out->decLevel();
   out->indent();

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -27,6 +28,8 @@
 #include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrCylinder.h"
 #include "nerio3d/geometry/nrIndexSet.h"
+#include "nerio3d/geometry/nrIndexedFaceSet.h"
+#include "nerio3d/geometry/nrIndexedLineSet.h"
 #include "nerio3d/geometry/nrLineSet.h"
 #include "nerio3d/geometry/nrLineStripSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
@@ -51,12 +54,20 @@
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/vl/vlDebugError.h"
+#include "nerio3d/vl/vlGeom.h"
 #include "nerio3d/vl/vlInput.h"
 #include "nerio3d/vl/vlReadError.h"
 
 namespace {
 
-enum Conversion { NO_CONVERSION, SHAPE_CONVERSION, AUDIO_CLIP_CONVERSION, INLINE_CONVERSION, APPEARANCE_CONVERSION };
+enum Conversion {
+  NO_CONVERSION,
+  SHAPE_CONVERSION,
+  AUDIO_CLIP_CONVERSION,
+  INLINE_CONVERSION,
+  FACE_SET_CONVERSION,
+  APPEARANCE_CONVERSION
+};
 
 template <typename C>
 nrContainer* make() {
@@ -77,6 +88,7 @@ const ClassEntry classTable[] = {
     {"QuadSet", make<nrQuadSet>, NO_CONVERSION},
     {"PolySet", make<nrPolySet>, NO_CONVERSION},
     {"TriStripSet", make<nrTriStripSet>, NO_CONVERSION},
+    {"IndexedLineSet", make<nrIndexedLineSet>, NO_CONVERSION},
     {"IndexSet", make<nrIndexSet>, NO_CONVERSION},
     {"Appearance", make<nrAppearance>, APPEARANCE_CONVERSION},
     {"AudioClip", make<nrAudioClip>, AUDIO_CLIP_CONVERSION},
@@ -93,6 +105,7 @@ const ClassEntry classTable[] = {
     {"Environment", make<nrEnvironment>, NO_CONVERSION},
     {"Group", make<nrGroup>, NO_CONVERSION},
     {"ImageTexture", make<nrImageTexture>, NO_CONVERSION},
+    {"IndexedFaceSet", make<nrIndexedFaceSet>, FACE_SET_CONVERSION},
     {"Material", make<nrMaterial>, NO_CONVERSION},
     {"Normal", make<nrNormalSet3f>, NO_CONVERSION},
     {"NormalInterpolator", make<nrNormalInterpolator>, NO_CONVERSION},
@@ -167,6 +180,106 @@ bool makeRoom(A& array, unsigned i) {
   return i < array.getSize();
 }
 
+// Reads the next non-blank character, which should be expected; another one
+// is left unread.
+unsigned char expect(vlInput& in, char expected) {
+  char c;
+  if (!in.read(c)) {
+    vlReadError::post(&in, "Expected '%c'; got EOF", expected);
+    return 0;
+  }
+  if (c != expected) {
+    vlReadError::post(&in, "Expected '%c'; got '%c'", expected, c);
+    in.putBack(c);
+    return 0;
+  }
+  return 1;
+}
+
+// True when the next token can start a node (a class name, DEF, USE or
+// NULL); nothing is read.
+bool startsNode(vlInput& in) {
+  char c;
+  return in.peek(c) && vlInput::isIdentStartChar(c);
+}
+
+// One value of each kind, as the file writes it.
+unsigned char readValue(vlInput& in, nrString& v) { return in.read(v); }
+unsigned char readValue(vlInput& in, unsigned char& v) { return in.readBool(v); }
+unsigned char readValue(vlInput& in, int& v) { return in.read(v); }
+unsigned char readValue(vlInput& in, float& v) { return in.read(v); }
+unsigned char readValue(vlInput& in, nrTime& v) {
+  double seconds;
+  if (!in.read(seconds)) return 0;
+  v = nrTime(seconds);
+  return 1;
+}
+unsigned char readValue(vlInput& in, nrVec2f& v) { return in.read(v[0]) && in.read(v[1]); }
+unsigned char readValue(vlInput& in, nrVec3f& v) { return in.read(v[0]) && in.read(v[1]) && in.read(v[2]); }
+unsigned char readValue(vlInput& in, nrVec4f& v) {
+  return in.read(v[0]) && in.read(v[1]) && in.read(v[2]) && in.read(v[3]);
+}
+unsigned char readValue(vlInput& in, nrRotation& v) {
+  nrVec3f axis;
+  float angle;
+  if (!readValue(in, axis) || !in.read(angle)) return 0;
+  // A zero axis stays as written (its rotation is the identity).
+  axis.normalize();
+  v.set(axis[0], axis[1], axis[2], angle);
+  return 1;
+}
+// Masks (an appearance's inherit mask) as the library writes them: a
+// hexadecimal number.
+unsigned char readValue(vlInput& in, nrBitMask& v) {
+  unsigned long bits;
+  if (!in.read(bits)) return 0;
+  v = nrBitMask::fromBits(bits);
+  return 1;
+}
+// Besides numbers, the names of the field's values (as the library writes
+// them), and TRUE or FALSE: the file format's flags that the library keeps
+// as two-valued enumerations, such as repeatS.
+unsigned char readEnum(vlInput& in, const nrFieldInfo* info, int& v) {
+  if (in.read(v)) return 1;
+  nrName word;
+  if (!in.read(word, 1) || isEmpty(word)) return 0;
+  if (info->findEnumValue(word.getString(), v)) return 1;
+  v = equal(word, "TRUE");
+  return v || equal(word, "FALSE");
+}
+
+template <typename Field>
+unsigned char readSFValue(vlInput& in, nrField* field) {
+  typename Field::Value value;
+  if (!readValue(in, value)) return 0;
+  static_cast<Field*>(field)->set(value);
+  return 1;
+}
+
+// The loop shared by value and node lists: "[ ]" with elements separated by
+// white space and at most one comma each, or a single element without
+// brackets. element(index) reads one element and says whether it took the
+// index; it returns -1 when it could not read anything.
+template <typename Element>
+unsigned char readList(vlInput& in, Element element) {
+  char c;
+  if (!in.peek(c)) return 0;
+  if (c != '[') return element(0) >= 0;
+  in.get(c);
+  unsigned index = 0;
+  for (;;) {
+    if (!in.peek(c)) return 0;
+    if (c == ']') {
+      in.get(c);
+      return 1;
+    }
+    int took = element(index);
+    if (took < 0) return 0;
+    index += took;
+    if (in.peek(c) && c == ',') in.get(c);
+  }
+}
+
 }  // namespace
 
 // The input of one file and the objects made while reading it: each is
@@ -194,8 +307,8 @@ unsigned char vlDB::readFile(const char* fileName, nrContainer*& root, nrPtrArra
   root = nullptr;
   nrString path;
   if (!nrGlobal::findFile(fileName, path, nrGlobal::READ_TEXT_FMODE)) return 0;
-  FILE* stream = nullptr;
   struct stat status;
+  FILE* stream = nullptr;
   if (stat(path.getString(), &status) == 0 && !S_ISDIR(status.st_mode)) stream = nrFileStream::open(path.getString());
   if (!stream) {
     // The message text stands where the function name goes and the file name
@@ -203,29 +316,34 @@ unsigned char vlDB::readFile(const char* fileName, nrContainer*& root, nrPtrArra
     vlDebugError::post("Can't open file: %s\n", "%s", fileName);
     return 0;
   }
-  for (unsigned i = 0; i < shared->openFiles.getCount(); ++i) {
-    if (!strcmp(static_cast<nrString*>(shared->openFiles[i])->getString(), path.getString())) {
+  char* canonical = realpath(path.getString(), nullptr);
+  for (unsigned i = 0; canonical && i < shared->openFiles.getCount(); ++i) {
+    const char* open = static_cast<char*>(shared->openFiles[i]);
+    if (open && !strcmp(open, canonical)) {
       vlDebugError::post("vlDB::readFile", "%s is inlined within itself", fileName);
+      free(canonical);
       fclose(stream);
       return 0;
     }
   }
-  shared->openFiles.append(&path);
+  shared->openFiles.append(canonical);
 
   // Files named by the scene (textures, inlines) are looked for next to it
   // as well, as users expect: its directory joins the search path while the
   // file is read.
   const char* previous = nrGlobal::getFilePath();
-  std::string savedPath = previous ? previous : "";
+  bool hadPath = previous != nullptr;
+  std::string savedPath = hadPath ? previous : "";
   const char* slash = strrchr(path.getString(), '/');
   if (slash) {
     std::string directory(path.getString(), slash == path.getString() ? 1 : size_t(slash - path.getString()));
-    nrGlobal::setFilePath(savedPath.empty() ? directory.c_str() : (directory + ":" + savedPath).c_str());
+    nrGlobal::setFilePath(hadPath ? (directory + ":" + savedPath).c_str() : directory.c_str());
   }
   unsigned char ok = readStream(stream, root, list);
-  if (slash) nrGlobal::setFilePath(previous ? savedPath.c_str() : nullptr);
+  if (slash) nrGlobal::setFilePath(hadPath ? savedPath.c_str() : nullptr);
 
   shared->openFiles.setCount(shared->openFiles.getCount() - 1);
+  free(canonical);
   fclose(stream);
   return ok;
 }
@@ -233,6 +351,20 @@ unsigned char vlDB::readFile(const char* fileName, nrContainer*& root, nrPtrArra
 unsigned char vlDB::readStream(FILE* stream, nrContainer*& root, nrPtrArray& list) {
   init();
   nrPtrArray* outerList = shared->list;
+  if (!outerList) {
+    // Before a new outermost read, the cache lets go of the textures that
+    // only it still holds.
+    nrPtrArray& cache = shared->textureCache;
+    unsigned kept = 0;
+    for (unsigned i = 0; i < cache.getCount(); ++i) {
+      nrTexture* texture = static_cast<nrTexture*>(cache[i]);
+      if (texture->getRefCount() == 1)
+        texture->unref();
+      else
+        cache[kept++] = texture;
+    }
+    cache.setCount(kept);
+  }
   shared->list = &list;
   unsigned char ok;
   {
@@ -337,22 +469,6 @@ unsigned char vlDB::readObject(FileState& file, nrContainer*& object) {
   return readNode(file, nrName(), word, object);
 }
 
-// Reads the next non-blank character, which should be expected; another one
-// is left unread.
-static unsigned char expect(vlInput& in, char expected) {
-  char c;
-  if (!in.read(c)) {
-    vlReadError::post(&in, "Expected '%c'; got EOF", expected);
-    return 0;
-  }
-  if (c != expected) {
-    vlReadError::post(&in, "Expected '%c'; got '%c'", expected, c);
-    in.putBack(c);
-    return 0;
-  }
-  return 1;
-}
-
 unsigned char vlDB::readNode(FileState& file, const nrName& defName, const nrName& className, nrContainer*& object) {
   vlInput& in = file.in;
   object = nullptr;
@@ -435,6 +551,14 @@ void vlDB::convert(nrContainer* object, int conversion) {
       }
       break;
     }
+    case FACE_SET_CONVERSION: {
+      nrIndexedFaceSet* set = static_cast<nrIndexedFaceSet*>(object);
+      if (!set->getNormalSet()) vlGeom::computeNorms(set, set->getCreaseAngle());
+      if (set->getTexCoordSet()) set->setTexCoordBind(nrGeoSet::PER_VERTEX_TEX_COORD);
+      if (!set->getColorSet()) set->setColorBind(nrGeoSet::NO_COLOR);
+      vlGeom::calcStaticBound(set);
+      break;
+    }
     case APPEARANCE_CONVERSION: {
       nrAppearance* app = static_cast<nrAppearance*>(object);
       nrTexture* texture = app->getTexture();
@@ -492,82 +616,41 @@ int vlDB::readvlField(FileState& file, nrContainer* container, const nrName& fie
   return readNerioField(file, field);
 }
 
-// True when the next token can start a node (a class name, DEF, USE or
-// NULL); nothing is read.
-static bool startsNode(vlInput& in) {
-  char c;
-  return in.peek(c) && vlInput::isIdentStartChar(c);
-}
-
 unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
   vlInput& in = file.in;
+  if (field->isOfType(nrMField::getClassType())) return readMFField(file, static_cast<nrMField*>(field));
   nrType* type = field->getType();
   unsigned char ok;
-  if (field->isOfType(nrMField::getClassType())) {
-    ok = readMFField(file, static_cast<nrMField*>(field));
-  } else if (type == nrSFString::getClassType()) {
-    nrString value;
-    ok = in.read(value);
-    if (ok) static_cast<nrSFString*>(field)->set(value);
+  if (type == nrSFString::getClassType()) {
+    ok = readSFValue<nrSFString>(in, field);
   } else if (type == nrSFUByte::getClassType()) {
-    unsigned char value;
-    ok = in.readBool(value);
-    if (ok) static_cast<nrSFUByte*>(field)->set(value);
+    ok = readSFValue<nrSFUByte>(in, field);
   } else if (type == nrSFInt::getClassType()) {
-    int value;
-    ok = in.read(value);
-    if (ok) static_cast<nrSFInt*>(field)->set(value);
+    ok = readSFValue<nrSFInt>(in, field);
   } else if (type == nrSFEnum::getClassType()) {
     int value;
-    ok = in.read(value);
-    if (!ok) {
-      // Besides numbers, the names of the field's values (as the library
-      // writes them) and TRUE or FALSE (the file format's flags that the
-      // library keeps as two-valued enumerations, such as repeatS).
-      nrName word;
-      ok = in.read(word, 1) && !isEmpty(word);
-      if (ok && !field->getFieldInfo()->findEnumValue(word.getString(), value)) {
-        ok = equal(word, "TRUE") || equal(word, "FALSE");
-        value = equal(word, "TRUE");
-      }
-    }
+    ok = readEnum(in, field->getFieldInfo(), value);
     if (ok) static_cast<nrSFEnum*>(field)->set(value);
   } else if (type == nrSFFloat::getClassType()) {
-    float value;
-    ok = in.read(value);
-    if (ok) static_cast<nrSFFloat*>(field)->set(value);
+    ok = readSFValue<nrSFFloat>(in, field);
   } else if (type == nrSFTime::getClassType()) {
-    double value;
-    ok = in.read(value);
-    if (ok) static_cast<nrSFTime*>(field)->set(nrTime(value));
+    ok = readSFValue<nrSFTime>(in, field);
   } else if (type == nrSFVec4f::getClassType()) {
-    nrVec4f value;
-    ok = in.read(value[0]) && in.read(value[1]) && in.read(value[2]) && in.read(value[3]);
-    if (ok) static_cast<nrSFVec4f*>(field)->set(value);
+    ok = readSFValue<nrSFVec4f>(in, field);
   } else if (type == nrSFVec3f::getClassType()) {
-    nrVec3f value;
-    ok = readMFElt(file, value);
-    if (ok) static_cast<nrSFVec3f*>(field)->set(value);
+    ok = readSFValue<nrSFVec3f>(in, field);
   } else if (type == nrSFVec2f::getClassType()) {
-    nrVec2f value;
-    ok = readMFElt(file, value);
-    if (ok) static_cast<nrSFVec2f*>(field)->set(value);
+    ok = readSFValue<nrSFVec2f>(in, field);
   } else if (type == nrSFRotation::getClassType()) {
-    nrRotation value;
-    ok = readMFElt(file, value);
-    if (ok) static_cast<nrSFRotation*>(field)->set(value);
+    ok = readSFValue<nrSFRotation>(in, field);
+  } else if (type == nrSFBitMask::getClassType()) {
+    ok = readSFValue<nrSFBitMask>(in, field);
   } else if (type == nrSFRef::getClassType()) {
     ok = startsNode(in);
     nrContainer* value;
     // A node that failed has been read to its end: the field keeps its value
     // and the fields after it are read.
     if (ok && readSFNode(file, value)) static_cast<nrSFRef*>(field)->set(value);
-  } else if (type == nrSFBitMask::getClassType()) {
-    // Masks (an appearance's inherit mask) are read as the library writes
-    // them, a hexadecimal number.
-    unsigned long value;
-    ok = in.read(value);
-    if (ok) static_cast<nrSFBitMask*>(field)->set(nrBitMask::fromBits(value));
   } else if (type == nrSFSphereBound::getClassType() || type == nrSFBoxBound::getClassType()) {
     // Bounds are computed, not read: the values are read and dropped.
     float value;
@@ -592,60 +675,50 @@ unsigned char vlDB::readSFNode(FileState& file, nrContainer*& object) {
 
 unsigned char vlDB::readMFField(FileState& file, nrMField* field) {
   nrType* type = field->getType();
-  if (type == nrMFRef::getClassType()) return readMFNodes(file, field);
-  if (type == nrMFString::getClassType()) return readMFValues(file, static_cast<nrMFString*>(field));
-  if (type == nrMFInt::getClassType()) return readMFValues(file, static_cast<nrMFInt*>(field));
-  if (type == nrMFFloat::getClassType()) return readMFValues(file, static_cast<nrMFFloat*>(field));
-  if (type == nrMFVec3f::getClassType()) return readMFValues(file, static_cast<nrMFVec3f*>(field));
-  if (type == nrMFVec2f::getClassType()) return readMFValues(file, static_cast<nrMFVec2f*>(field));
-  if (type == nrMFRotation::getClassType()) return readMFValues(file, static_cast<nrMFRotation*>(field));
-  vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
-  return 0;
-}
-
-// The loop shared by value and node lists: "[ ]" with elements separated by
-// white space and at most one comma each, or a single element without
-// brackets. element(index) reads one element and says whether it took the
-// index; it returns -1 when it could not read anything.
-template <typename Element>
-static unsigned char readList(vlInput& in, Element element) {
-  char c;
-  if (!in.peek(c)) return 0;
-  if (c != '[') return element(0) >= 0;
-  in.get(c);
-  unsigned index = 0;
-  for (;;) {
-    if (!in.peek(c)) return 0;
-    if (c == ']') {
-      in.get(c);
-      return 1;
-    }
-    int took = element(index);
-    if (took < 0) return 0;
-    index += took;
-    if (in.peek(c) && c == ',') in.get(c);
+  unsigned char ok;
+  if (type == nrMFRef::getClassType())
+    ok = readMFNodes(file, field);
+  else if (type == nrMFString::getClassType())
+    ok = readMFValues(file, static_cast<nrMFString*>(field));
+  else if (type == nrMFInt::getClassType())
+    ok = readMFValues(file, static_cast<nrMFInt*>(field));
+  else if (type == nrMFFloat::getClassType())
+    ok = readMFValues(file, static_cast<nrMFFloat*>(field));
+  else if (type == nrMFVec3f::getClassType())
+    ok = readMFValues(file, static_cast<nrMFVec3f*>(field));
+  else if (type == nrMFVec2f::getClassType())
+    ok = readMFValues(file, static_cast<nrMFVec2f*>(field));
+  else if (type == nrMFRotation::getClassType())
+    ok = readMFValues(file, static_cast<nrMFRotation*>(field));
+  else {
+    vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
+    return 0;
   }
+  if (!ok) vlReadError::post(&file.in, "Couldn't read value for field \"%s\"", field->getName());
+  return ok;
 }
 
 template <typename Field>
 unsigned char vlDB::readMFValues(FileState& file, Field* field) {
   typename Field::Array& array = *field->getStorage();
   unsigned count = array.getCount(), end = 0;
-  unsigned char ok = readList(file.in, [&](unsigned index) {
-    typename Field::T value;
-    if (!readMFElt(file, value) || !makeRoom(array, index)) return -1;
-    if constexpr (std::is_same_v<Field, nrMFString>)
-      if (index == 0) shared->lastString = value;
-    array[index] = value;
-    end = index + 1;
-    return 1;
-  });
+  unsigned char ok = readList(file.in, [&](unsigned index) { return readMFElt(file, array, index, end); });
   if (end) {
     if (end > count) array.setCount(end);
     field->valuesChanged();
   }
-  if (!ok) vlReadError::post(&file.in, "Couldn't read value for field \"%s\"", field->getName());
   return ok;
+}
+
+template <typename A>
+int vlDB::readMFElt(FileState& file, A& array, unsigned index, unsigned& end) {
+  typename A::ElementType value;
+  if (!readValue(file.in, value) || !makeRoom(array, index)) return -1;
+  if constexpr (std::is_same_v<A, nrStringArray>)
+    if (index == 0) shared->lastString = value;
+  array[index] = value;
+  end = index + 1;
+  return 1;
 }
 
 // Nodes are stored by index in runs, each run with one change of the field.
@@ -676,31 +749,8 @@ unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
     return 1;
   });
   flush();
-  if (!ok) vlReadError::post(&file.in, "Couldn't read value for field \"%s\"", field->getName());
   return ok;
 }
-
-unsigned char vlDB::readMFElt(FileState& file, int& value) { return file.in.read(value); }
-
-unsigned char vlDB::readMFElt(FileState& file, float& value) { return file.in.read(value); }
-
-unsigned char vlDB::readMFElt(FileState& file, nrVec2f& value) { return file.in.read(value[0]) && file.in.read(value[1]); }
-
-unsigned char vlDB::readMFElt(FileState& file, nrVec3f& value) {
-  return file.in.read(value[0]) && file.in.read(value[1]) && file.in.read(value[2]);
-}
-
-unsigned char vlDB::readMFElt(FileState& file, nrRotation& value) {
-  nrVec3f axis;
-  float angle;
-  if (!readMFElt(file, axis) || !file.in.read(angle)) return 0;
-  // A zero axis stays as written (its rotation is the identity).
-  axis.normalize();
-  value.set(axis[0], axis[1], axis[2], angle);
-  return 1;
-}
-
-unsigned char vlDB::readMFElt(FileState& file, nrString& value) { return file.in.read(value); }
 
 // ---- routes ----
 

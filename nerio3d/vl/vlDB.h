@@ -13,10 +13,6 @@ class nrContainer;
 class nrField;
 class nrMField;
 class nrPtrArray;
-class nrRotation;
-class nrString;
-class nrVec2f;
-class nrVec3f;
 
 class vlDB {
  public:
@@ -53,13 +49,11 @@ class vlDB {
   // array; the field learns of the change once, at the end.
   template <typename Field>
   static unsigned char readMFValues(FileState& file, Field* field);
+  // Element index of array; end becomes the index after the last element
+  // stored. 1 when stored, -1 when no element could be read.
+  template <typename A>
+  static int readMFElt(FileState& file, A& array, unsigned index, unsigned& end);
   static unsigned char readMFNodes(FileState& file, nrMField* field);
-  static unsigned char readMFElt(FileState& file, int& value);
-  static unsigned char readMFElt(FileState& file, float& value);
-  static unsigned char readMFElt(FileState& file, nrVec2f& value);
-  static unsigned char readMFElt(FileState& file, nrVec3f& value);
-  static unsigned char readMFElt(FileState& file, nrRotation& value);
-  static unsigned char readMFElt(FileState& file, nrString& value);
   static unsigned char readRoute(FileState& file);
   static void flushInput(FileState& file);
 
