@@ -801,6 +801,13 @@ unsigned char vlDB::readRoute(FileState& file) {
       vlReadError::post(&in, missingField[end], fieldName.getString());
       ok = 0;
     }
+    // Nodes passed along a route could make a node its own descendant.
+    nrType* kind = ends[end] ? ends[end]->getType() : nullptr;
+    if (end == 0 && (kind == nrSFRef::getClassType() || kind == nrMFRef::getClassType())) {
+      vlReadError::post(&in, "Cannot route node field %s", fieldName.getString());
+      ends[0] = nullptr;
+      ok = 0;
+    }
   }
   if (ends[0] && ends[1]) ends[0]->connect(ends[1]);
   return ok;

@@ -1,5 +1,6 @@
 #include "nerio3d/vl/vlDB.h"
 
+#include <dirent.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -284,12 +285,43 @@ TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
   EXPECT_EQ(root, nullptr);
 }
 
+TEST(vlDB, HostileInputReadsToItsEnd) {
+  char path[] = "/tmp/vlDBTest-XXXXXX";
+  int fd = mkstemp(path);
+  ASSERT_GE(fd, 0);
+  std::string nested = "#VRML V2.0 utf8\n";
+  for (int i = 0; i < 300; ++i) nested += "Group { children [ ";
+  for (int i = 0; i < 300; ++i) nested += "] } ";
+  ASSERT_EQ(write(fd, nested.data(), nested.size()), ssize_t(nested.size()));
+  close(fd);
+  {
+    Scene deep(path);
+    EXPECT_EQ(deep.messages, readError("Nodes nested deeper than 200 levels", 2));
+    int depth = 0;
+    for (nrGroup* g = deep.group(); g->getNumChildren(); g = static_cast<nrGroup*>(g->getChild(0))) ++depth;
+    EXPECT_EQ(depth, 200);
+  }
+  unlink(path);
+
+  // Inputs that once broke the reader.
+  std::string regressions = DATA + "/fuzz-regressions";
+  DIR* dir = opendir(regressions.c_str());
+  ASSERT_NE(dir, nullptr);
+  while (dirent* entry = readdir(dir)) {
+    if (entry->d_name[0] == '.') continue;
+    SCOPED_TRACE(entry->d_name);
+    Scene scene(regressions + "/" + entry->d_name);
+    EXPECT_NE(scene.root, nullptr);
+  }
+  closedir(dir);
+}
+
 // The sample scenes: every file of the test data.
 std::vector<std::string> sampleScenes() {
   std::vector<std::string> names;
   for (const char* name : {"transform.wrl", "refused.wrl", "routes.wrl", "def-use.wrl", "lists.wrl", "booleans.wrl",
                            "statements.wrl", "textures.wrl", "face-set.wrl", "crease.wrl", "inline.wrl",
-                           "audio.wrl", "city.wrl", "anim.wrl"})
+                           "audio.wrl", "city.wrl", "anim.wrl", "scene.wrl", "scene-part.wrl"})
     names.push_back(name);
   return names;
 }
