@@ -61,7 +61,7 @@ fuzz:
 	@mkdir -p $(FUZZ_DIR)/corpus
 	@cd tests/data && $(FUZZ_DIR)/fuzz/vlDBFuzz $(FUZZ_DIR)/corpus . -artifact_prefix=$(FUZZ_DIR)/ \
 	  -dict=$(CURDIR)/fuzz/vrml.dict -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 \
-	  -close_fd_mask=2 -print_final_stats=1
+	  -max_len=4096 -close_fd_mask=2 -print_final_stats=1
 
 clean:
 	@rm -rf $(BUILD_DIR) $(BUILD_DIR)-bench $(BUILD_DIR)-sanitize $(BUILD_DIR)-fuzz

@@ -154,6 +154,18 @@ struct Shared {
   // The files being read, outermost first, so that a file that inlines
   // itself (directly or not) is not read again.
   nrPtrArray openFiles;
+  // Per type, the index of each field name that files used with it.
+  nrDict fieldIndices{127};
+
+  nrDict* fieldsOf(nrType* type) {
+    unsigned long key = reinterpret_cast<unsigned long>(type);
+    void* known;
+    if (!fieldIndices.find(key, known)) {
+      known = new nrDict(61);
+      fieldIndices.enter(key, known);
+    }
+    return static_cast<nrDict*>(known);
+  }
 
   Shared() {
     defaultAppearance = new nrAppearance;
@@ -267,17 +279,19 @@ unsigned char readList(vlInput& in, Element element) {
   if (c != '[') return element(0) >= 0;
   in.get(c);
   unsigned index = 0;
-  for (;;) {
-    if (!in.peek(c)) return 0;
-    if (c == ']') {
-      in.get(c);
-      return 1;
-    }
+  if (!in.peek(c)) return 0;
+  while (c != ']') {
     int took = element(index);
     if (took < 0) return 0;
     index += took;
-    if (in.peek(c) && c == ',') in.get(c);
+    if (!in.peek(c)) return 0;
+    if (c == ',') {
+      in.get(c);
+      if (!in.peek(c)) return 0;
+    }
   }
+  in.get(c);
+  return 1;
 }
 
 }  // namespace
@@ -288,6 +302,7 @@ unsigned char readList(vlInput& in, Element element) {
 struct vlDB::FileState {
   vlInput in;
   nrPtrArray made;
+  nrRefArray pendingNodes;
   int depth = 0;
 
   ~FileState() {
@@ -608,7 +623,15 @@ unsigned char vlDB::readFields(FileState& file, nrContainer* container) {
 }
 
 int vlDB::readvlField(FileState& file, nrContainer* container, const nrName& fieldName) {
-  nrField* field = container->getField(fieldName.getString());
+  // Names found before are looked up by identity instead of by text.
+  nrDict* known = shared->fieldsOf(container->getType());
+  unsigned long key = reinterpret_cast<unsigned long>(fieldName.getEntry());
+  void* index;
+  nrField* field;
+  if (known->find(key, index))
+    field = container->getField(int(reinterpret_cast<intptr_t>(index)));
+  else if ((field = container->getField(fieldName.getString())))
+    known->enter(key, reinterpret_cast<void*>(intptr_t(field->getIndex())));
   if (!field) {
     vlReadError::post(&file.in, "Could not get nerio field %s\n", fieldName.getString());
     return -1;
@@ -664,14 +687,8 @@ unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
   return ok;
 }
 
-unsigned char vlDB::readSFNode(FileState& file, nrContainer*& object) {
-  object = nullptr;
-  nrString token;
-  if (!file.in.read(token)) return 0;
-  if (!strcmp(token.getString(), "NULL")) return 1;
-  file.in.putBack(token.getString());
-  return readObject(file, object);
-}
+// NULL, which readObject turns into no object, or a node with DEF and USE.
+unsigned char vlDB::readSFNode(FileState& file, nrContainer*& object) { return readObject(file, object); }
 
 unsigned char vlDB::readMFField(FileState& file, nrMField* field) {
   nrType* type = field->getType();
@@ -721,7 +738,8 @@ int vlDB::readMFElt(FileState& file, A& array, unsigned index, unsigned& end) {
   return 1;
 }
 
-// Nodes are stored by index in runs, each run with one change of the field.
+// Nodes are stored by index in runs, each run with one change of the field;
+// the runs of nested lists wait on one stack in the file state.
 // A NULL element, or one that failed, leaves the value at its index; past the
 // field's current count it takes no index, so that lists get no holes.
 unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
@@ -729,11 +747,12 @@ unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
   nrRefInfo* info = static_cast<nrRefInfo*>(field->getFieldInfo());
   nrContainer* owner = field->getContainer();
   unsigned count = list->getCount();
-  nrRefArray run;
+  nrRefArray& pending = file.pendingNodes;
+  const unsigned base = pending.getCount();
   unsigned runStart = 0;
   auto flush = [&] {
-    if (run.getCount()) list->setRange(runStart, run.getCount(), run.getArray());
-    run.setCount(0);
+    if (unsigned n = pending.getCount() - base) list->setRange(runStart, n, pending.getArray() + base);
+    pending.setCount(base);
   };
   unsigned char ok = readList(file.in, [&](unsigned index) {
     if (!startsNode(file.in)) return -1;
@@ -744,8 +763,8 @@ unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
       flush();
       return 1;
     }
-    if (!run.getCount()) runStart = index;
-    if (makeRoom(run, run.getCount())) run.append(node);
+    if (pending.getCount() == base) runStart = index;
+    if (makeRoom(pending, pending.getCount())) pending.append(node);
     return 1;
   });
   flush();

@@ -347,11 +347,11 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
   if (c == EOF) return 0;
   char text[MAX_IDENT + 1];
   int n = 0;
-  if (isIdentStartChar(static_cast<char>(c))) {
+  if (is(c, IDENT) && !is(c, DIGIT)) {
     do {
       if (n < MAX_IDENT) text[n++] = static_cast<char>(c);
       c = scan.next();
-    } while (c != EOF && isIdentChar(static_cast<char>(c)));
+    } while (is(c, IDENT));
   }
   scan.back(c);
   text[n] = '\0';
