@@ -17,7 +17,10 @@
 #include "nerio3d/events/nrOrientationInterpolator.h"
 #include "nerio3d/events/nrPositionInterpolator.h"
 #include "nerio3d/events/nrScalarInterpolator.h"
+#include "nerio3d/events/nrPlaneSensor.h"
+#include "nerio3d/events/nrSphereSensor.h"
 #include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/events/nrTouchSensor.h"
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrSFRef.h"
@@ -90,6 +93,8 @@ const ClassEntry classTable[] = {
     {"TriStripSet", make<nrTriStripSet>, NO_CONVERSION},
     {"IndexedLineSet", make<nrIndexedLineSet>, NO_CONVERSION},
     {"IndexSet", make<nrIndexSet>, NO_CONVERSION},
+    {"SphereSensor", make<nrSphereSensor>, NO_CONVERSION},
+    {"PlaneSensor", make<nrPlaneSensor>, NO_CONVERSION},
     {"Appearance", make<nrAppearance>, APPEARANCE_CONVERSION},
     {"AudioClip", make<nrAudioClip>, AUDIO_CLIP_CONVERSION},
     {"Billboard", make<nrBillboard>, NO_CONVERSION},
@@ -119,6 +124,7 @@ const ClassEntry classTable[] = {
     {"Switch", make<nrSwitch>, NO_CONVERSION},
     {"TextureCoordinate", make<nrTexCoordSet2f>, NO_CONVERSION},
     {"TimeSensor", make<nrTimeSensor>, NO_CONVERSION},
+    {"TouchSensor", make<nrTouchSensor>, NO_CONVERSION},
     {"Transform", make<nrTransform>, NO_CONVERSION},
     {"Inline", make<nrInline>, INLINE_CONVERSION},
     // The library's own names of the attribute sets, as its text output
