@@ -411,8 +411,10 @@ void vlDB::freeFields(FileState& file, nrContainer* root) {
     c->freeUnconnectedFields();
     if (!c->isOfType(nrGroup::getClassType())) continue;
     nrGroup* group = static_cast<nrGroup*>(c);
-    for (int i = group->getNumChildren() - 1; i >= 0; --i)
-      if (nrNode* child = group->getChild(i)) pending.append(child);
+    for (int i = group->getNumChildren() - 1; i >= 0; --i) {
+      nrNode* child = group->getChild(i);
+      if (child && makeRoom(pending, pending.getCount())) pending.append(child);
+    }
   }
 }
 
