@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "nerio3d/audio/nrAudioClip.h"
 #include "nerio3d/audio/nrAudioSamples.h"
@@ -254,24 +255,48 @@ unsigned char readValue(vlInput& in, nrBitMask& v) {
   v = nrBitMask::fromBits(bits);
   return 1;
 }
+
+template <typename Field>
+unsigned char readSFValue(vlInput& in, Field* field) {
+  typename Field::Value value;
+  if (!readValue(in, value)) return 0;
+  field->set(value);
+  return 1;
+}
 // Besides numbers, the names of the field's values (as the library writes
 // them), and TRUE or FALSE: the file format's flags that the library keeps
 // as two-valued enumerations, such as repeatS.
-unsigned char readEnum(vlInput& in, const nrFieldInfo* info, int& v) {
-  if (in.read(v)) return 1;
-  nrName word;
-  if (!in.read(word, 1) || isEmpty(word)) return 0;
-  if (info->findEnumValue(word.getString(), v)) return 1;
-  v = equal(word, "TRUE");
-  return v || equal(word, "FALSE");
-}
-
-template <typename Field>
-unsigned char readSFValue(vlInput& in, nrField* field) {
-  typename Field::Value value;
-  if (!readValue(in, value)) return 0;
-  static_cast<Field*>(field)->set(value);
+unsigned char readSFValue(vlInput& in, nrSFEnum* field) {
+  int v;
+  if (!in.read(v)) {
+    nrName word;
+    if (!in.read(word, 1) || isEmpty(word)) return 0;
+    if (!field->getFieldInfo()->findEnumValue(word.getString(), v)) {
+      if (!equal(word, "TRUE") && !equal(word, "FALSE")) return 0;
+      v = equal(word, "TRUE");
+    }
+  }
+  field->set(v);
   return 1;
+}
+// Bounds are computed, not read: their values are read and dropped.
+unsigned char skipReals(vlInput& in, int n) {
+  float v;
+  while (n-- > 0)
+    if (!in.read(v)) return 0;
+  return 1;
+}
+unsigned char readSFValue(vlInput& in, nrSFSphereBound*) { return skipReals(in, 4); }
+unsigned char readSFValue(vlInput& in, nrSFBoxBound*) { return skipReals(in, 6); }
+
+// read(static_cast<Kind*>(field)) for the first of the Kinds that is the
+// field's kind; -1 when none is.
+template <typename... Kinds, typename Read>
+int readAsOneOf(nrField* field, Read read) {
+  nrType* type = field->getType();
+  int result = -1;
+  ((result < 0 && type == Kinds::getClassType() ? void(result = read(static_cast<Kinds*>(field))) : void()), ...);
+  return result;
 }
 
 // The loop shared by value and node lists: "[ ]" with elements separated by
@@ -650,44 +675,20 @@ int vlDB::readvlField(FileState& file, nrContainer* container, const nrName& fie
 unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
   vlInput& in = file.in;
   if (field->isOfType(nrMField::getClassType())) return readMFField(file, static_cast<nrMField*>(field));
-  nrType* type = field->getType();
-  unsigned char ok;
-  if (type == nrSFString::getClassType()) {
-    ok = readSFValue<nrSFString>(in, field);
-  } else if (type == nrSFUByte::getClassType()) {
-    ok = readSFValue<nrSFUByte>(in, field);
-  } else if (type == nrSFInt::getClassType()) {
-    ok = readSFValue<nrSFInt>(in, field);
-  } else if (type == nrSFEnum::getClassType()) {
-    int value;
-    ok = readEnum(in, field->getFieldInfo(), value);
-    if (ok) static_cast<nrSFEnum*>(field)->set(value);
-  } else if (type == nrSFFloat::getClassType()) {
-    ok = readSFValue<nrSFFloat>(in, field);
-  } else if (type == nrSFTime::getClassType()) {
-    ok = readSFValue<nrSFTime>(in, field);
-  } else if (type == nrSFVec4f::getClassType()) {
-    ok = readSFValue<nrSFVec4f>(in, field);
-  } else if (type == nrSFVec3f::getClassType()) {
-    ok = readSFValue<nrSFVec3f>(in, field);
-  } else if (type == nrSFVec2f::getClassType()) {
-    ok = readSFValue<nrSFVec2f>(in, field);
-  } else if (type == nrSFRotation::getClassType()) {
-    ok = readSFValue<nrSFRotation>(in, field);
-  } else if (type == nrSFBitMask::getClassType()) {
-    ok = readSFValue<nrSFBitMask>(in, field);
-  } else if (type == nrSFRef::getClassType()) {
-    ok = startsNode(in);
-    nrContainer* value;
-    // A node that failed has been read to its end: the field keeps its value
-    // and the fields after it are read.
-    if (ok && readSFNode(file, value)) static_cast<nrSFRef*>(field)->set(value);
-  } else if (type == nrSFSphereBound::getClassType() || type == nrSFBoxBound::getClassType()) {
-    // Bounds are computed, not read: the values are read and dropped.
-    float value;
-    ok = 1;
-    for (int i = type == nrSFBoxBound::getClassType() ? 6 : 4; ok && i > 0; --i) ok = in.read(value);
-  } else {
+  int ok = readAsOneOf<nrSFString, nrSFUByte, nrSFInt, nrSFEnum, nrSFFloat, nrSFTime, nrSFVec4f, nrSFVec3f, nrSFVec2f,
+                       nrSFRotation, nrSFRef, nrSFBitMask, nrSFSphereBound, nrSFBoxBound>(field, [&](auto* f) -> int {
+    if constexpr (std::is_same_v<decltype(f), nrSFRef*>) {
+      // A node that failed has been read to its end: the field keeps its
+      // value and the fields after it are read.
+      nrContainer* node;
+      if (!startsNode(in)) return 0;
+      if (readSFNode(file, node)) f->set(node);
+      return 1;
+    } else {
+      return readSFValue(in, f);
+    }
+  });
+  if (ok < 0) {
     vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
     return 0;
   }
@@ -699,23 +700,11 @@ unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
 unsigned char vlDB::readSFNode(FileState& file, nrContainer*& object) { return readObject(file, object); }
 
 unsigned char vlDB::readMFField(FileState& file, nrMField* field) {
-  nrType* type = field->getType();
-  unsigned char ok;
-  if (type == nrMFRef::getClassType())
-    ok = readMFNodes(file, field);
-  else if (type == nrMFString::getClassType())
-    ok = readMFValues(file, static_cast<nrMFString*>(field));
-  else if (type == nrMFInt::getClassType())
-    ok = readMFValues(file, static_cast<nrMFInt*>(field));
-  else if (type == nrMFFloat::getClassType())
-    ok = readMFValues(file, static_cast<nrMFFloat*>(field));
-  else if (type == nrMFVec3f::getClassType())
-    ok = readMFValues(file, static_cast<nrMFVec3f*>(field));
-  else if (type == nrMFVec2f::getClassType())
-    ok = readMFValues(file, static_cast<nrMFVec2f*>(field));
-  else if (type == nrMFRotation::getClassType())
-    ok = readMFValues(file, static_cast<nrMFRotation*>(field));
-  else {
+  int ok = field->getType() == nrMFRef::getClassType()
+               ? readMFNodes(file, field)
+               : readAsOneOf<nrMFString, nrMFInt, nrMFFloat, nrMFVec3f, nrMFVec2f, nrMFRotation>(
+                     field, [&](auto* f) { return readMFValues(file, f); });
+  if (ok < 0) {
     vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
     return 0;
   }
