@@ -149,6 +149,7 @@
 #include "nerio3d/render/nrSpotLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
+#include "nerio3d/vl/vlDB.h"
 #include "nerio3d/vl/vlDebugError.h"
 #include "nerio3d/vl/vlGeom.h"
 #include "nerio3d/vl/vlInput.h"

@@ -17,6 +17,8 @@ nrAudioClip::nrAudioClip(nrType* type) : nrContainer(type), samples(nullptr) { i
 
 nrAudioClip::~nrAudioClip() { unrefer(samples); }
 
+void nrAudioClip::write(nrOutput* out) { writeFields(out, {DESCRIPTION, LOOP, PITCH, START_TIME, STOP_TIME, URL}); }
+
 void nrAudioClip::setUrl(unsigned index, const char* text) {
   url.set(index, text);
   fieldChanged(URL);

@@ -32,6 +32,9 @@ class nrAudioClip : public nrContainer {
   void setUrl(unsigned index, const char* text);
   const nrStringArray& getUrl() const { return url; }
 
+  // Every field, the strings in quotes as the scene reader takes them.
+  void write(nrOutput* out) override;
+
   // The clip references its samples.
   void setSamples(nrAudioSamples* samples);
   nrAudioSamples* getSamples() const { return samples; }

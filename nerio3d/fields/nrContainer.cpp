@@ -9,6 +9,7 @@
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrOutput.h"
+#include "nerio3d/fields/nrSField.h"
 
 NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
 
@@ -355,6 +356,47 @@ void nrContainer::writeAs(nrOutput* out, const char* typeName) {
   if (writeHeader(out, typeName)) return;
   nrType* t = getType();
   for (int i = 0; i < t->getNumFields(); ++i) t->getFieldInfo(i)->write(out, this);
+  writeClose(out);
+}
+
+// Text in double quotes, a quote inside escaped with a backslash.
+static void writeQuoted(FILE* f, const nrString& text) {
+  fputc('"', f);
+  for (const char* p = text.isNull() ? "" : text.getString(); *p; ++p) {
+    if (*p == '"') fputc('\\', f);
+    fputc(*p, f);
+  }
+  fputc('"', f);
+}
+
+void nrContainer::writeFields(nrOutput* out, std::initializer_list<short> indices) {
+  nrBitMask pending = sideEffects | staleInputs;
+  if (!pending.isZero()) internalCleanFields(pending);
+  if (writeHeader(out)) return;
+  FILE* f = out->getStream();
+  for (short i : indices) {
+    nrFieldInfo* info = type->getFieldInfo(i);
+    nrType* kind = info->getFieldType();
+    bool single = kind == nrSFString::getClassType();
+    if ((!single && kind != nrMFString::getClassType()) || info->isDefault(this)) {
+      info->write(out, this);
+      continue;
+    }
+    out->indent();
+    fprintf(f, "%s ", info->getName().getString());
+    if (single) {
+      writeQuoted(f, *static_cast<nrSFStringInfo*>(info)->valueIn(this));
+    } else {
+      const nrStringArray& list = *static_cast<nrMFStringInfo*>(info)->valueIn(this);
+      fputs("[", f);
+      for (unsigned k = 0; k < list.getCount(); ++k) {
+        fputs(k ? ", " : " ", f);
+        writeQuoted(f, list[k]);
+      }
+      fputs(" ]", f);
+    }
+    fputs("\n", f);
+  }
   writeClose(out);
 }
 

@@ -2,6 +2,8 @@
 // its parents, and drives change propagation (push stale, pull value).
 #pragma once
 
+#include <initializer_list>
+
 #include "nerio3d/arrays/nrFieldArrays.h"
 #include "nerio3d/core/nrBitMask.h"
 #include "nerio3d/core/nrObject.h"
@@ -114,6 +116,10 @@ class nrContainer : public nrObject {
   int writeHeader(nrOutput* out, const char* typeName);
   // Lowers the level and writes the closing brace at it.
   void writeClose(nrOutput* out);
+  // As write, with only the fields listed, for the classes of scene files:
+  // their other fields are derived from these when the text is read back,
+  // and their strings are written in quotes, as the reader takes them.
+  void writeFields(nrOutput* out, std::initializer_list<short> indices);
   void destroyFieldContents(nrType* type);
 
  private:

@@ -35,6 +35,17 @@ const char* nrFieldInfo::findEnum(int value) const {
   return nullptr;
 }
 
+bool nrFieldInfo::findEnumValue(const char* enumName, int& value) const {
+  for (unsigned i = 0; i < enums.getCount(); ++i) {
+    const EnumEntry* e = static_cast<const EnumEntry*>(enums[i]);
+    if (!strcmp(e->name, enumName)) {
+      value = e->value;
+      return true;
+    }
+  }
+  return false;
+}
+
 const char* nrFieldInfo::mapEnum(int value) const {
   const char* n = findEnum(value);
   return n ? n : "(nameless)";

@@ -46,6 +46,8 @@ class nrFieldInfo {
   const char* mapEnum(int value) const;
   // The first name given to value, or null.
   const char* findEnum(int value) const;
+  // The value named enumName; false when no value has that name.
+  bool findEnumValue(const char* enumName, int& value) const;
 
   bool match(const char* text) const;
 

@@ -84,7 +84,12 @@ class nrMFieldOf : public nrMField {
     forwardOrNotify<Field>([&](Field* f) { f->setCount(n); });
   }
   void setExtension(unsigned n) { value->setExtension(n); }
+  // The array itself, for filling in place; report with valuesChanged().
   A* getStorage() const { return value; }
+  // Reports a change made through getStorage(), once for the whole array.
+  void valuesChanged() {
+    forwardOrNotify<Field>([&](Field* f) { f->set(*value); });
+  }
 
   void copy(nrField* from) override {
     if (from->getType() == getType()) set(static_cast<Field*>(from)->getArray());

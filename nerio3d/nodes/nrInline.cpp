@@ -18,6 +18,8 @@ void nrInline::setUrl(unsigned index, const char* text) {
   fieldChanged(URL_FIELD);
 }
 
+void nrInline::write(nrOutput* out) { writeFields(out, {URL_FIELD, BBOX_CENTER_FIELD, BBOX_SIZE_FIELD}); }
+
 const nrStringArray& nrInline::getUrl() {
   validateField(URL_FIELD);
   return url;

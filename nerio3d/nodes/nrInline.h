@@ -26,6 +26,10 @@ class nrInline : public nrSwitch {
   void setBboxSize(float x, float y, float z) { setFieldValue(bboxSize, nrVec3f(x, y, z), BBOX_SIZE_FIELD); }
   void getBboxSize(float* x, float* y, float* z) { getVec(bboxSize, BBOX_SIZE_FIELD, x, y, z); }
 
+  // The url and the box only: the scene comes back from the url when the
+  // text is read.
+  void write(nrOutput* out) override;
+
  protected:
   nrStringArray url;
   nrVec3f bboxCenter;

@@ -17,6 +17,10 @@ void nrImageTexture::setUrl(const char* value) {
   static_cast<nrMFString*>(getField(URL_FIELD))->set(one);
 }
 
+void nrImageTexture::write(nrOutput* out) {
+  writeFields(out, {FORMAT_FIELD, REPEAT_S_FIELD, REPEAT_T_FIELD, MIN_FILTER_FIELD, MAG_FILTER_FIELD, URL_FIELD});
+}
+
 const char* nrImageTexture::getUrl() const { return url.getCount() ? url[0].getString() : nullptr; }
 
 void nrImageTexture::fieldChanged(short index) {

@@ -17,6 +17,10 @@ class nrImageTexture : public nrTexture {
   // The first entry, or null when there is none.
   const char* getUrl() const;
 
+  // Without the file name and the image levels, which the url gives again
+  // when the text is read.
+  void write(nrOutput* out) override;
+
  protected:
   void fieldChanged(short index) override;
 

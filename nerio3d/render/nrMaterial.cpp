@@ -53,6 +53,11 @@ nrMaterial::nrMaterial(nrType* type) : nrContainer(type), id(nrContext::newId(1)
   initFieldDefaults(classType);
 }
 
+void nrMaterial::write(nrOutput* out) {
+  writeFields(out, {AMBIENT_INTENSITY, DIFFUSE_COLOR, SPECULAR_COLOR, EMISSIVE_COLOR, AMBIENT_INDEX, DIFFUSE_INDEX,
+                    SPECULAR_INDEX, SHININESS, TRANSPARENCY});
+}
+
 void nrMaterial::fieldChanged(short index) {
   if (index == AMBIENT_INTENSITY || index == DIFFUSE_COLOR) {
     ambientColor.scale(ambientIntensity, diffuseColor);
@@ -71,6 +76,9 @@ int nrMaterial::ditherPattern(float transparency) {
 }
 
 void nrMaterial::draw(FaceEnum face, nrContext* context) {
+  // Values routed in since the last draw are taken first (they raise the version).
+  nrBitMask pending = getStaleInputMask() | getSideEffectMask();
+  if (!pending.isZero()) internalCleanFields(pending);
   const _nrGfx& shadow = context->getShadowState();
   if (shadow.material != this && shadow.backMaterial != this && !context->isDirty(id, version)) return;
   GLenum glFace = face == BACK_FACE ? GL_BACK : GL_FRONT;

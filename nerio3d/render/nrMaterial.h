@@ -64,6 +64,10 @@ class nrMaterial : public nrContainer {
   void setTransparency(float transparency) { setFieldValue(this->transparency, transparency, TRANSPARENCY); }
   float getTransparency() const { return transparency; }
 
+  // Without the ambient colour, which the intensity and the diffuse colour
+  // give again when the text is read (in any order of the fields).
+  void write(nrOutput* out) override;
+
   // The screen-door pattern number of a transparency.
   static int ditherPattern(float transparency);
 

@@ -254,6 +254,14 @@ void vlInput::skipWhiteSpace() {
   scan.back(firstTokenChar(scan));
 }
 
+unsigned char vlInput::peek(char& c) {
+  Scan scan(this);
+  int ch = firstTokenChar(scan);
+  scan.back(ch);
+  c = static_cast<char>(ch);
+  return ch != EOF;
+}
+
 unsigned char vlInput::read(char& c) {
   Scan scan(this);
   int ch = firstTokenChar(scan);
@@ -339,11 +347,11 @@ unsigned char vlInput::read(nrName& name, unsigned char identifier) {
   if (c == EOF) return 0;
   char text[MAX_IDENT + 1];
   int n = 0;
-  if (isIdentStartChar(static_cast<char>(c))) {
+  if (is(c, IDENT) && !is(c, DIGIT)) {
     do {
       if (n < MAX_IDENT) text[n++] = static_cast<char>(c);
       c = scan.next();
-    } while (c != EOF && isIdentChar(static_cast<char>(c)));
+    } while (is(c, IDENT));
   }
   scan.back(c);
   text[n] = '\0';

@@ -24,6 +24,8 @@ class vlInput {
   FILE* getFilePointer() const { return file; }
   // The header's version, checking the header first if no read has yet.
   float getVersion();
+  // 0 once the header check has failed.
+  unsigned char isHeaderOk() const { return headerOk; }
   int getLineNumber() const { return line; }
 
   // Every read returns 1 on success and 0 on failure, leaving the input unread
@@ -51,6 +53,8 @@ class vlInput {
   unsigned char readBool(unsigned char& b);
   // Skips white space and comments, counting lines.
   void skipWhiteSpace();
+  // The next character after white space and comments, left unread.
+  unsigned char peek(char& c);
 
   // The stream's end-of-file flag; a null stream is an empty one.
   unsigned char eof() const { return !file || feof(file); }

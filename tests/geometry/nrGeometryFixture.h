@@ -2,6 +2,7 @@
 // with identity matrices, a draw action into it, and builders of small sets.
 #pragma once
 
+#include <cmath>
 #include <initializer_list>
 #include <map>
 
@@ -96,6 +97,38 @@ class GeometryTest : public ContextTest {
 
   nrDrawAction* action = nullptr;
   std::vector<nrObject*> owned;
+};
+
+// The same on a larger drawable, for whole scenes seen by a perspective
+// camera at z = 10 with its default height angle.
+class SceneTest : public GeometryTest {
+ protected:
+  enum { W = 192 };
+
+  void SetUp() override {
+    GeometryTest::SetUp();
+    big = nrDrawable::createOffscreen(W, W);
+    ASSERT_NE(big, nullptr);
+    context->makeCurrent(big);
+    context->setViewport(0, 0, W, W);
+  }
+  void TearDown() override {
+    GeometryTest::TearDown();
+    delete big;
+  }
+
+  void readFrame() {
+    pixels.resize(W * W);
+    nrgl::ReadPixels(0, 0, W, W, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+  }
+  // The pixel read last where the point (x, y, 0) shows.
+  uint32_t at(float x, float y) const {
+    const float perUnit = W / (2 * 10 * std::tan(float(M_PI) / 8));
+    return pixels[int(W / 2 + y * perUnit) * W + int(W / 2 + x * perUnit)];
+  }
+
+  nrDrawable* big = nullptr;
+  std::vector<uint32_t> pixels;
 };
 
 }  // namespace nrtest

@@ -26,22 +26,8 @@
 
 namespace {
 
-class Scene : public nrtest::GeometryTest {
+class Scene : public nrtest::SceneTest {
  protected:
-  enum { W = 192 };
-
-  void SetUp() override {
-    GeometryTest::SetUp();
-    big = nrDrawable::createOffscreen(W, W);
-    ASSERT_NE(big, nullptr);
-    context->makeCurrent(big);
-    context->setViewport(0, 0, W, W);
-  }
-  void TearDown() override {
-    GeometryTest::TearDown();
-    delete big;
-  }
-
   nrTransform* place(nrNode* child, float x, float y, float z, float scale) {
     nrTransform* t = make<nrTransform>();
     t->setTranslation(x, y, z);
@@ -80,8 +66,6 @@ class Scene : public nrtest::GeometryTest {
     }
     return s;
   }
-
-  nrDrawable* big = nullptr;
 };
 
 TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
@@ -127,12 +111,7 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
   camera->draw(action);
   action->apply(root);
 
-  std::vector<uint32_t> pixels(W * W);
-  nrgl::ReadPixels(0, 0, W, W, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
-  const float perUnit = W / (2 * 10 * std::tan(float(M_PI) / 8));
-  auto at = [&](float x, float y) {
-    return pixels[int(W / 2 + y * perUnit) * W + int(W / 2 + x * perUnit)];
-  };
+  readFrame();
   for (int i = 0; i < 12; ++i) {
     float x = -3.3f + 2.2f * (i % 4), y = 2.2f - 2.2f * (i / 4);
     uint32_t p = at(x, y);

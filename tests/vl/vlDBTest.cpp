@@ -1,0 +1,387 @@
+#include "nerio3d/vl/vlDB.h"
+
+#include <dirent.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+
+#include "nerio3d/audio/nrAudioClip.h"
+#include "nerio3d/audio/nrAudioSamples.h"
+#include "nerio3d/audio/nrSound.h"
+#include "nerio3d/core/nrGlobal.h"
+#include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/fields/nrMFRef.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrOutput.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrIndexedFaceSet.h"
+#include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrShape.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrInline.h"
+#include "nerio3d/nodes/nrSwitch.h"
+#include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/render/nrAppearance.h"
+#include "nerio3d/render/nrMaterial.h"
+#include "nerio3d/render/nrTexture.h"
+#include "nrCapture.h"
+
+namespace {
+
+const std::string DATA = NR_TEST_FILES;
+
+std::string readError(const std::string& message, int line) {
+  char location[32];
+  snprintf(location, sizeof location, "\tOccurred at line %3d", line);
+  return "vl read error: " + message + "\n" + location + "\n";
+}
+
+// A scene read from a file, with what the read printed; the root is held
+// while the scene lives.
+struct Scene {
+  nrContainer* root = nullptr;
+  unsigned char ok = 0;
+  std::string messages;
+
+  explicit Scene(const std::string& path) {
+    nrPtrArray list;
+    messages = nrtest::captureStderr([&] { ok = vlDB::readFile(path.c_str(), root, list); });
+    if (root) root->ref();
+  }
+  ~Scene() {
+    if (root) root->unref();
+  }
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  nrGroup* group() const { return static_cast<nrGroup*>(root); }
+  template <typename T = nrContainer>
+  T* child(int i = 0) const {
+    return static_cast<T*>(static_cast<nrContainer*>(group()->getChild(i)));
+  }
+  // The container defined under name anywhere below the root.
+  template <typename T = nrContainer>
+  T* named(const char* name) const {
+    return static_cast<T*>(find(root, name));
+  }
+  static nrContainer* find(nrContainer* c, const char* name) {
+    if (c->getName() && !strcmp(c->getName(), name)) return c;
+    for (int i = 0; i < c->getNumFields(); ++i) {
+      nrField* f = c->getField(i);
+      if (f->getType() == nrSFRef::getClassType()) {
+        if (nrContainer* r = static_cast<nrSFRef*>(f)->get())
+          if (nrContainer* hit = find(r, name)) return hit;
+      } else if (f->getType() == nrMFRef::getClassType()) {
+        nrMFRef* list = static_cast<nrMFRef*>(f);
+        for (unsigned k = 0; k < list->getCount(); ++k)
+          if (nrContainer* hit = list->get(k) ? find(list->get(k), name) : nullptr) return hit;
+      }
+    }
+    return nullptr;
+  }
+};
+
+// The scene as the library's text output writes it.
+std::string text(nrContainer* root) {
+  char* buffer = nullptr;
+  size_t size = 0;
+  FILE* stream = open_memstream(&buffer, &size);
+  {
+    nrOutput out(stream);
+    out.write(root);
+  }
+  std::string s(buffer, size);
+  free(buffer);
+  return s;
+}
+
+template <typename F>
+F* field(nrContainer* c, const char* name) {
+  return static_cast<F*>(c->getField(name));
+}
+
+nrAppearance* appearanceOf(nrContainer* shape) { return static_cast<nrShape*>(shape)->getAppearance(); }
+
+TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
+  const std::string refused = readError("Unsupported class \"Viewpoint\"", 2) + readError("Unknown class \"Foo\"", 3);
+  const std::string routes =
+      readError("No node named T to route from", 2) + readError("No node named I to route to", 2) +
+      readError("No field named fraction to route from", 7) + readError("No field named nothing to route to", 7) +
+      readError("Expected ., got f", 8) + readError("Expected TO, got FROM", 9) +
+      readError("Expected route source, got EOF", 11);
+  const std::string defUse = readError("Unknown reference \"A\"", 2) + readError("Unknown reference \"B\"", 6) +
+                             readError("Premature end of file after DEF", 8);
+  const std::string booleans = readError("Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool", 4) +
+                               readError("Couldn't read value for field \"loop\"", 4) +
+                               readError("Illegal value for vlSFBool: 2 (must be 0 or 1)", 5) +
+                               readError("Couldn't read value for field \"loop\"", 5);
+  std::string statements = readError("This version of the parser does not parse PROTOs yet", 2) +
+                           readError("Expected '{'; got '['", 2);
+  for (const char* token : {"[", "]", "{", "}"}) statements += readError(std::string("Expected a node or ROUTE; got \"") + token + "\"", 2);
+  statements += readError("This version of the parser does not parse EXTERNPROTOs yet", 3) +
+                readError("Expected '{'; got '['", 3);
+  for (const char* token : {"[", "]", "bush.wrl"})
+    statements += readError(std::string("Expected a node or ROUTE; got \"") + token + "\"", 3);
+  statements += readError("Couldn't read value for field \"translation\"", 4) +
+                readError("Couldn't read value for field \"children\"", 5) +
+                readError("Expected a node or ROUTE; got \"]\"", 5) + readError("Expected a node or ROUTE; got \"}\"", 5) +
+                readError("Expected '{'; got '}'", 6) + readError("Expected a node or ROUTE; got \"}\"", 7);
+  const std::string textures =
+      "Reading texture map, orange.png, 2 2, 3\nReading texture map, orange.png, 2 2, 3\n"
+      "Reading texture map, gray.png, 2 2, 1\n";
+
+  struct Case {
+    const char* file;
+    unsigned char ok;
+    std::string messages;
+    std::function<void(const Scene&)> check;
+  } cases[] = {
+      {"transform.wrl", 1, "",
+       [](const Scene& s) {
+         ASSERT_EQ(s.group()->getNumChildren(), 1);
+         nrVec3f t;
+         s.child<nrTransform>(0)->getTranslation(&t[0], &t[1], &t[2]);
+         EXPECT_EQ(t, nrVec3f(1, 2, 3));
+       }},
+      {"refused.wrl", 1, refused,
+       [](const Scene& s) {
+         ASSERT_EQ(s.group()->getNumChildren(), 1);
+         EXPECT_EQ(s.child()->getType(), nrGroup::getClassType());
+       }},
+      {"routes.wrl", 0, routes,
+       [](const Scene& s) {
+         nrField* fraction = s.named("T")->getField("fraction_changed");
+         ASSERT_EQ(fraction->getNumOutputs(), 1);
+         EXPECT_EQ(fraction->getOutput(0), s.named("I")->getField("fraction"));
+       }},
+      {"def-use.wrl", 0, defUse,
+       [](const Scene& s) {
+         nrGroup* a = s.named<nrGroup>("A");
+         EXPECT_EQ(a->getNumChildren(), 0);
+         // The material, not a node, is no child of the root.
+         ASSERT_EQ(s.group()->getNumChildren(), 4);
+         EXPECT_EQ(appearanceOf(s.child(1))->getMaterial(), s.named<nrMaterial>("M"));
+         EXPECT_EQ(appearanceOf(s.child(2))->getMaterial(), s.named<nrMaterial>("M"));
+         ASSERT_EQ(s.child<nrGroup>(3)->getNumChildren(), 1);
+         EXPECT_EQ(s.child<nrGroup>(3)->getChild(0), a);
+       }},
+      {"lists.wrl", 1,
+       "nrMFRef::set(int, nrContainer*): Bad type - Material not derived from Node.  parent (null) type Group\n",
+       [](const Scene& s) {
+         const nrFloatArray& key = field<nrMFFloat>(s.named("P"), "key")->getArray();
+         ASSERT_EQ(key.getCount(), 3u);
+         EXPECT_EQ(key[0], 2);
+         EXPECT_EQ(key[1], 0.5f);
+         EXPECT_EQ(key[2], 1);
+         const nrVec3fArray& values = field<nrMFVec3f>(s.named("P"), "keyValue")->getArray();
+         ASSERT_EQ(values.getCount(), 2u);
+         EXPECT_EQ(values[0], nrVec3f(5, 5, 5));
+         EXPECT_EQ(values[1], nrVec3f(2, 2, 2));
+         EXPECT_EQ(s.named<nrGroup>("G")->getNumChildren(), 1);
+         // Neither the NULL nor the refused material leaves a hole.
+         nrGroup* q = s.named<nrGroup>("Q");
+         ASSERT_EQ(q->getNumChildren(), 2);
+         EXPECT_EQ(q->getChild(0)->getType(), nrShape::getClassType());
+         EXPECT_EQ(q->getChild(1)->getType(), nrShape::getClassType());
+       }},
+      {"booleans.wrl", 1, booleans,
+       [](const Scene& s) {
+         for (const char* name : {"A", "B"}) {
+           EXPECT_EQ(s.named<nrTimeSensor>(name)->getLoop(), 1) << name;
+           EXPECT_EQ(s.named<nrTimeSensor>(name)->getEnabled(), 0) << name;
+         }
+         EXPECT_EQ(s.named("C"), nullptr);
+         EXPECT_EQ(s.named("D"), nullptr);
+         EXPECT_EQ(s.named<nrSwitch>("S")->getWhichChild(), 31);
+       }},
+      {"statements.wrl", 1, statements,
+       [](const Scene& s) {
+         // The prototype's body, the shape without a box, the last group.
+         ASSERT_EQ(s.group()->getNumChildren(), 3);
+         EXPECT_EQ(s.child()->getType(), nrGroup::getClassType());
+         EXPECT_EQ(s.child<nrShape>(1)->getGeometryCount(), 0);
+       }},
+      {"textures.wrl", 1, textures,
+       [](const Scene& s) {
+         nrAppearance* app[6];
+         for (int i = 0; i < 6; ++i) app[i] = appearanceOf(s.child(i));
+         EXPECT_EQ(app[0]->getTexture(), app[1]->getTexture());
+         EXPECT_NE(app[2]->getTexture(), app[0]->getTexture());
+         EXPECT_EQ(app[0]->getTexEnv(), nrContext::REPLACE_TENV);
+         EXPECT_EQ(app[2]->getTexEnv(), nrContext::MODULATE_TENV);
+         const int texturing[] = {1, 1, 1, 0, 0, 0}, lighting[] = {0, 1, 1, 1, 0, 0};
+         for (int i = 0; i < 6; ++i) {
+           EXPECT_EQ(app[i]->getTexEnable(), texturing[i]) << i;
+           EXPECT_EQ(app[i]->getLightEnable(), lighting[i]) << i;
+         }
+         // Shapes without an appearance share one.
+         EXPECT_EQ(app[4], app[5]);
+       }},
+      {"face-set.wrl", 1, "",
+       [](const Scene& s) {
+         auto* set = static_cast<nrIndexedFaceSet*>(s.child<nrShape>(0)->getGeometry(0));
+         EXPECT_NE(set->getNormalSet(), nullptr);
+         EXPECT_EQ(set->getNormalBind(), nrGeoSet::PER_VERTEX_NORMAL);
+         EXPECT_EQ(set->getTexCoordBind(), nrGeoSet::PER_VERTEX_TEX_COORD);
+         EXPECT_EQ(set->getColorBind(), nrGeoSet::NO_COLOR);
+         EXPECT_EQ(set->getBoundMode(), nrGeometry::STATIC);
+       }},
+      {"crease.wrl", 1, "",
+       [](const Scene& s) {
+         const unsigned normals[] = {24, 8};
+         for (int i = 0; i < 2; ++i) {
+           auto* set = static_cast<nrIndexedFaceSet*>(s.child<nrShape>(i)->getGeometry(0));
+           EXPECT_EQ(static_cast<nrNormalSet3f*>(set->getNormalSet())->getCount(), normals[i]) << i;
+         }
+       }},
+      {"inline.wrl", 1, "vl error in vlDB::readNodeInstance(): Reading Inline transform.wrl\n",
+       [](const Scene& s) {
+         nrInline* node = s.child<nrInline>(0);
+         EXPECT_EQ(node->getWhichChild(), 0);
+         ASSERT_EQ(node->getNumChildren(), 1);
+         auto* inlined = static_cast<nrGroup*>(node->getChild(0));
+         EXPECT_EQ(inlined->getChild(0)->getType(), nrTransform::getClassType());
+       }},
+      {"self-inline.wrl", 1,
+       "vl error in vlDB::readNodeInstance(): Reading Inline self-inline.wrl\n"
+       "vl error in vlDB::readFile(): self-inline.wrl is inlined within itself\n",
+       [](const Scene& s) {
+         EXPECT_EQ(static_cast<nrInline*>(s.child<nrGroup>(0)->getChild(0))->getNumChildren(), 0);
+       }},
+      {"audio.wrl", 1, "nrAudioSamples::load(): cannot load \"beep.wav\": no audio support on this platform\n",
+       [](const Scene& s) {
+         nrAudioSamples* samples = s.child<nrSound>(0)->getSource()->getSamples();
+         ASSERT_NE(samples, nullptr);
+         EXPECT_STREQ(samples->getFileName(), "beep.wav");
+       }},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.file);
+    Scene scene(DATA + "/" + c.file);
+    ASSERT_NE(scene.root, nullptr);
+    EXPECT_EQ(scene.ok, c.ok);
+    EXPECT_EQ(scene.messages, c.messages);
+    c.check(scene);
+  }
+}
+
+TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
+  nrContainer* root = nullptr;
+  nrPtrArray list;
+  std::string messages = nrtest::captureStderr([&] { EXPECT_EQ(vlDB::readFile("no-such-file.wrl", root, list), 0); });
+  EXPECT_EQ(messages, "");
+  EXPECT_EQ(root, nullptr);
+  // A directory is found but cannot be read; the arguments of the message
+  // stand in their long-standing order.
+  messages = nrtest::captureStderr([&] { EXPECT_EQ(vlDB::readFile(DATA.c_str(), root, list), 0); });
+  EXPECT_EQ(messages, "vl error in Can't open file: %s\n(): " + DATA + "\n");
+  EXPECT_EQ(root, nullptr);
+}
+
+TEST(vlDB, HostileInputReadsToItsEnd) {
+  char path[] = "/tmp/vlDBTest-XXXXXX";
+  int fd = mkstemp(path);
+  ASSERT_GE(fd, 0);
+  std::string nested = "#VRML V2.0 utf8\n";
+  for (int i = 0; i < 300; ++i) nested += "Group { children [ ";
+  for (int i = 0; i < 300; ++i) nested += "] } ";
+  ASSERT_EQ(write(fd, nested.data(), nested.size()), ssize_t(nested.size()));
+  close(fd);
+  {
+    Scene deep(path);
+    EXPECT_EQ(deep.messages, readError("Nodes nested deeper than 200 levels", 2));
+    int depth = 0;
+    for (nrGroup* g = deep.group(); g->getNumChildren(); g = static_cast<nrGroup*>(g->getChild(0))) ++depth;
+    EXPECT_EQ(depth, 200);
+  }
+  unlink(path);
+
+  // Inputs that once broke the reader.
+  std::string regressions = DATA + "/fuzz-regressions";
+  DIR* dir = opendir(regressions.c_str());
+  ASSERT_NE(dir, nullptr);
+  while (dirent* entry = readdir(dir)) {
+    if (entry->d_name[0] == '.') continue;
+    SCOPED_TRACE(entry->d_name);
+    Scene scene(regressions + "/" + entry->d_name);
+    EXPECT_NE(scene.root, nullptr);
+  }
+  closedir(dir);
+}
+
+// The sample scenes: every file of the test data.
+std::vector<std::string> sampleScenes() {
+  std::vector<std::string> names;
+  for (const char* name : {"transform.wrl", "refused.wrl", "routes.wrl", "def-use.wrl", "lists.wrl", "booleans.wrl",
+                           "statements.wrl", "textures.wrl", "face-set.wrl", "crease.wrl", "inline.wrl",
+                           "audio.wrl", "city.wrl", "anim.wrl", "scene.wrl", "scene-part.wrl"})
+    names.push_back(name);
+  return names;
+}
+
+// A scratch directory, with the sample files' directory on the search path
+// so that the scenes written there find their textures and inlines.
+class vlDBCopies : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_NE(mkdtemp(dir), nullptr);
+    nrGlobal::setFilePath(DATA.c_str());
+  }
+  void TearDown() override {
+    nrGlobal::setFilePath(nullptr);
+    rmdir(dir);
+  }
+  std::string path(const std::string& name) const { return std::string(dir) + "/" + name; }
+
+  char dir[32] = "/tmp/vlDBTest-XXXXXX";
+};
+
+TEST_F(vlDBCopies, GzipFilesReadLikeTheirText) {
+  for (const std::string& name : sampleScenes()) {
+    SCOPED_TRACE(name);
+    std::ifstream in(DATA + "/" + name);
+    std::stringstream content;
+    content << in.rdbuf();
+    std::string packed = path(name + ".gz");
+    gzFile gz = gzopen(packed.c_str(), "wb");
+    gzwrite(gz, content.str().data(), unsigned(content.str().size()));
+    gzclose(gz);
+    Scene plain(DATA + "/" + name), compressed(packed);
+    unlink(packed.c_str());
+    EXPECT_EQ(compressed.ok, plain.ok);
+    EXPECT_EQ(compressed.messages, plain.messages);
+    EXPECT_EQ(text(compressed.root), text(plain.root));
+  }
+}
+
+TEST_F(vlDBCopies, WrittenScenesReadBackEqual) {
+  for (const std::string& name : sampleScenes()) {
+    SCOPED_TRACE(name);
+    // The first scene is gone before the copy is read, so that the copy
+    // shares no textures with it. Writing pulls routed values, after the
+    // bounds above them were written: the second text is the settled one.
+    std::string first;
+    {
+      Scene scene(DATA + "/" + name);
+      text(scene.root);
+      first = text(scene.root);
+    }
+    std::string copy = path(name);
+    std::ofstream(copy) << "#VRML V2.0 utf8\n" << first;
+    Scene again(copy);
+    unlink(copy.c_str());
+    EXPECT_EQ(again.ok, 1);
+    EXPECT_EQ(again.messages.find("vl read error"), std::string::npos) << again.messages;
+    ASSERT_EQ(again.group()->getNumChildren(), 1);
+    EXPECT_EQ(text(again.group()->getChild(0)), first);
+  }
+}
+
+}  // namespace
