@@ -5,7 +5,7 @@
 //                        fields only where they differ from their defaults,
 //                        then the routes between named containers
 //   nrdump --stats FILE  containers by type, nodes, shapes, lights, triangles
-//                        and the bounding sphere
+//                        and the bounds (world box and bounding sphere)
 #include <cstdio>
 #include <cstring>
 
@@ -40,11 +40,14 @@ void printStats(const char* file, const SceneStats& stats) {
   printf("%s\n", file);
   for (const auto& entry : stats.byType) printf("  %-28s %d\n", entry.first.c_str(), entry.second);
   printf("%d nodes, %d shapes, %d lights, %d triangles\n", stats.nodes, stats.shapes, stats.lights, stats.triangles);
+  const nrBoxBound& box = stats.box;
   const nrSphereBound& b = stats.bound;
-  if (b.isEmpty())
+  if (box.isEmpty() || b.isEmpty()) {
     printf("bounds: empty\n");
-  else
-    printf("bounds: centre (%g, %g, %g), radius %g\n", b.center[0], b.center[1], b.center[2], b.radius);
+    return;
+  }
+  printf("bounds: box (%g, %g, %g) to (%g, %g, %g); sphere centre (%g, %g, %g), radius %g\n", box.min[0], box.min[1],
+         box.min[2], box.max[0], box.max[1], box.max[2], b.center[0], b.center[1], b.center[2], b.radius);
 }
 
 }  // namespace

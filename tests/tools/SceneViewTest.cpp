@@ -8,6 +8,7 @@
 #include "SceneStats.h"
 #include "SceneView.h"
 #include "nerio3d/geometry/nrBox.h"
+#include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrLineSet.h"
 #include "nerio3d/geometry/nrQuadSet.h"
 #include "nerio3d/geometry/nrShape.h"
@@ -37,8 +38,8 @@ void project(nrPerspCamera* camera, const nrVec3f& p, int w, int h, float& x, fl
 TEST(Examiner, DragsTurnAboutTheCentrePanUnderThePointerAndZoomWithinLimits) {
   Examiner examiner;
   const nrVec3f c(1, 2, 3);
-  examiner.frame(nrSphereBound(c, 2));
   examiner.setViewport(200, 100);
+  examiner.frame(nrBoxBound(nrVec3f(-1, 0, 1), nrVec3f(3, 4, 5)));
   const float d = examiner.getDistance();
   expectNear(examiner.getEye(), nrVec3f(1, 2, 3 + d));
 
@@ -75,7 +76,7 @@ TEST(Examiner, DragsTurnAboutTheCentrePanUnderThePointerAndZoomWithinLimits) {
   examiner.zoom(0.5f);
   EXPECT_FLOAT_EQ(examiner.getDistance(), d / 2);
   examiner.zoom(1e-9f);
-  EXPECT_FLOAT_EQ(examiner.getDistance(), 0.02f);
+  EXPECT_FLOAT_EQ(examiner.getDistance(), 0.01f * std::sqrt(12.0f));
   examiner.reset();
   EXPECT_FLOAT_EQ(examiner.getDistance(), d);
 }
@@ -90,20 +91,26 @@ nrShape* shapeOf(std::initializer_list<nrGeometry*> geometry, bool lit = true) {
   return shape;
 }
 
+// A set of type T over count points along x.
+template <typename T>
+T* setOf(int primCount, int points) {
+  nrCoordSet3f* coords = new nrCoordSet3f;
+  for (int i = 0; i < points; ++i) coords->append(nrVec3f(float(i), float(i % 2), 0));
+  T* set = new T;
+  set->setCoordSet(coords);
+  set->setPrimCount(primCount);
+  return set;
+}
+
 TEST(SceneStats, CountsSharedContainersOnceAndTrianglesByPrimitiveKind) {
   nrGroup* root = nrtest::held<nrGroup>();
   nrShape* boxes = shapeOf({new nrBox});
   root->addChild(boxes);
   root->addChild(boxes);
-  nrTriStripSet* strip = new nrTriStripSet;
-  strip->setPrimCount(2);
+  nrTriStripSet* strip = setOf<nrTriStripSet>(2, 9);
   int lengths[] = {4, 5};
   strip->setLengths(2, lengths);
-  nrQuadSet* quads = new nrQuadSet;
-  quads->setPrimCount(2);
-  nrLineSet* lines = new nrLineSet;
-  lines->setPrimCount(3);
-  root->addChild(shapeOf({strip, quads, lines}));
+  root->addChild(shapeOf({strip, setOf<nrQuadSet>(2, 8), setOf<nrLineSet>(3, 6), new nrTriStripSet}));
   root->addChild(new nrDirectionalLight);
 
   SceneStats stats(root);
@@ -114,6 +121,7 @@ TEST(SceneStats, CountsSharedContainersOnceAndTrianglesByPrimitiveKind) {
   EXPECT_EQ(stats.byType["Shape"], 2);
   EXPECT_EQ(stats.byType["Material"], 2);
   EXPECT_EQ(stats.byType["Box"], 1);
+  EXPECT_EQ(stats.byType["CoordSet3f"], 3);
   root->unref();
 }
 

@@ -6,12 +6,27 @@
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/render/nrPerspCamera.h"
 
-void Examiner::frame(const nrSphereBound& bound) {
-  radius = bound.isEmpty() || bound.radius <= 0 ? 1.0f : bound.radius;
-  view.center = bound.isEmpty() ? nrVec3f(0, 0, 0) : bound.center;
-  // Far enough for the sphere to touch neither side of a square view, with a margin.
-  view.distance = 1.1f * radius / std::sin(FIELD_OF_VIEW / 2);
-  view.orientation = nrRotation();
+void Examiner::frame(const nrBoxBound& box) {
+  view = View();
+  radius = 1;
+  if (!box.isEmpty()) {
+    view.center.add(box.min, box.max);
+    view.center.scale(0.5f, view.center);
+    radius = std::max(box.min.distance(box.max) / 2, 1e-3f);
+  }
+  // Each corner, seen from the centre's axis, needs the eye far enough back
+  // for its offset to stay within the half-angles of the view.
+  float t = std::tan(FIELD_OF_VIEW / 2), small = float(std::min(width, height));
+  float tanX = t * width / small, tanY = t * height / small;
+  view.distance = 0;
+  for (int i = 0; i < 8 && !box.isEmpty(); ++i) {
+    nrVec3f corner(i & 1 ? box.max[0] : box.min[0], i & 2 ? box.max[1] : box.min[1], i & 4 ? box.max[2] : box.min[2]);
+    nrVec3f d;
+    d.sub(corner, view.center);
+    view.distance = std::max(view.distance, d[2] + std::max(std::fabs(d[0]) / tanX, std::fabs(d[1]) / tanY));
+  }
+  // A small margin.
+  view.distance = std::max(1.05f * view.distance, radius);
   home = view;
 }
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "nerio3d/math/nrRotation.h"
-#include "nerio3d/math/nrSphereBound.h"
+#include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrVec3f.h"
 
 class nrPerspCamera;
@@ -15,9 +15,9 @@ class Examiner {
   // Field of view across the viewport's narrower side, in radians.
   static constexpr float FIELD_OF_VIEW = 0.7853982f;
 
-  // Looks down -z at the bound's centre from where the whole sphere fits the
-  // view; this becomes the view that reset() returns to.
-  void frame(const nrSphereBound& bound);
+  // Looks down -z at the box's centre from just far enough for the whole box
+  // to fit the viewport; this becomes the view that reset() returns to.
+  void frame(const nrBoxBound& box);
   void reset() { view = home; }
 
   // The viewport in pixels, for the drags and the camera's aspect.
@@ -50,7 +50,7 @@ class Examiner {
     nrRotation orientation;
   };
   View view, home;
-  // Radius of the framed scene: the scale of clip distances and zoom limits.
+  // Half the framed box's diagonal: the scale of clip distances and zoom limits.
   float radius = 1;
   int width = 1, height = 1;
 };

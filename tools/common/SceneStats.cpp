@@ -10,13 +10,41 @@
 #include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrSphere.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
-#include "nerio3d/nodes/nrNode.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrLight.h"
 
 SceneStats::SceneStats(nrNode* root) {
   std::map<nrContainer*, bool> seen;
   visit(root, seen);
   root->getSphereBound(bound);
+  nrMatrix4f identity;
+  identity.makeIdent();
+  extendBox(root, identity);
+}
+
+void SceneStats::extendBox(nrNode* node, const nrMatrix4f& toWorld) {
+  if (!node) return;
+  if (node->isOfType(nrShape::getClassType())) {
+    nrShape* shape = static_cast<nrShape*>(node);
+    for (int i = 0; i < shape->getGeometryCount(); ++i) {
+      nrBoxBound local, placed;
+      if (!shape->getGeometry(i)) continue;
+      shape->getGeometry(i)->calcBound(local);
+      if (local.isEmpty()) continue;
+      placed.xform(&local, toWorld);
+      box.extendBy(&placed);
+    }
+  }
+  if (!node->isOfType(nrGroup::getClassType())) return;
+  nrMatrix4f m = toWorld;
+  if (node->isOfType(nrTransform::getClassType())) {
+    nrMatrix4f local;
+    static_cast<nrTransform*>(node)->getMatrix(local);
+    m.mult(local, toWorld);
+  }
+  nrGroup* group = static_cast<nrGroup*>(node);
+  for (int i = 0; i < group->getNumChildren(); ++i) extendBox(group->getChild(i), m);
 }
 
 void SceneStats::visit(nrContainer* container, std::map<nrContainer*, bool>& seen) {
@@ -49,6 +77,8 @@ int SceneStats::trianglesOf(nrGeometry* geometry) {
   if (!geometry) return 0;
   if (geometry->isOfType(nrGeoSet::getClassType())) {
     nrGeoSet* set = static_cast<nrGeoSet*>(geometry);
+    // Splitting a primitive into triangles may look at its coordinates.
+    if (!set->getCoordSet()) return 0;
     int count = 0, first = 0, v[3];
     for (int p = 0, n = set->getPrimCount(); p < n; ++p) {
       int length = set->getPrimLen(p);

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrSphereBound.h"
 
 class nrContainer;
 class nrGeometry;
+class nrMatrix4f;
 class nrNode;
 
 class SceneStats {
@@ -30,8 +32,13 @@ class SceneStats {
   std::map<std::string, int> byType;
   // Every container reached, in the order first reached.
   std::vector<nrContainer*> containers;
+  // The node's bounding sphere, and the world box around the geometry of
+  // every shape as its transforms place it (all children of selecting groups
+  // counted, billboards unturned).
   nrSphereBound bound;
+  nrBoxBound box;
 
  private:
   void visit(nrContainer* container, std::map<nrContainer*, bool>& seen);
+  void extendBox(nrNode* node, const nrMatrix4f& toWorld);
 };

@@ -2,8 +2,7 @@
 
 #include "SceneStats.h"
 #include "nerio3d/actions/nrDrawAction.h"
-#include "nerio3d/nodes/nrSwitch.h"
-#include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrDirectionalLight.h"
@@ -11,8 +10,7 @@
 
 SceneView::SceneView(nrGroup* scene)
     : root(new nrGroup),
-      headlight(new nrSwitch),
-      headlightPlace(new nrTransform),
+      headlight(new nrDirectionalLight),
       camera(new nrPerspCamera),
       action(new nrDrawAction),
       lines(new nrAppearance) {
@@ -20,16 +18,13 @@ SceneView::SceneView(nrGroup* scene)
   camera->ref();
   action->ref();
   lines->ref();
-  // The headlight shines along the view, from a transform that follows the camera.
-  nrDirectionalLight* light = new nrDirectionalLight;
-  light->setDirection(0, 0, -1);
-  headlightPlace->addChild(light);
-  headlight->addChild(headlightPlace);
+  // Beside the scene rather than under a transform: groups end the lights
+  // placed inside them.
   root->addChild(headlight);
   root->addChild(scene);
   SceneStats stats(scene);
   setHeadlight(stats.lights == 0);
-  examiner.frame(stats.bound);
+  box = stats.box;
   action->setCamera(camera);
   // Every element but the polygon mode stays the scene's own.
   lines->setInherit(nrBitMask::fromBits(~uint64_t(0)));
@@ -43,18 +38,19 @@ SceneView::~SceneView() {
   root->unref();
 }
 
-void SceneView::setHeadlight(bool on) {
-  headlightOn = on;
-  headlight->setWhichChild(on ? 0 : nrSwitch::NO_CHILD);
-}
+void SceneView::setHeadlight(bool on) { headlight->setOn(on); }
+
+bool SceneView::getHeadlight() const { return headlight->getOn(); }
 
 void SceneView::draw(nrContext* context, int width, int height) {
   examiner.setViewport(width, height);
+  if (!framed) examiner.frame(box);
+  framed = true;
   examiner.place(camera);
-  nrVec3f eye = examiner.getEye();
-  const nrRotation& turn = examiner.getOrientation();
-  headlightPlace->setTranslation(eye[0], eye[1], eye[2]);
-  headlightPlace->setRotation(turn.axis[0], turn.axis[1], turn.axis[2], turn.angle);
+  // The headlight shines along the view.
+  nrVec3f forward;
+  forward.negate(examiner.getAxis(2));
+  headlight->setDirection(forward);
 
   context->setViewport(0, 0, width, height);
   context->setDepthEnable(1);

@@ -7,16 +7,15 @@
 
 class nrAppearance;
 class nrContext;
+class nrDirectionalLight;
 class nrDrawAction;
 class nrGroup;
 class nrPerspCamera;
-class nrSwitch;
-class nrTransform;
 
 class SceneView {
  public:
-  // References scene and frames it. The headlight starts on when the scene
-  // has no light of its own.
+  // References scene. The headlight starts on when the scene has no light
+  // of its own; the first draw frames the scene for its viewport.
   explicit SceneView(nrGroup* scene);
   ~SceneView();
   SceneView(const SceneView&) = delete;
@@ -27,7 +26,7 @@ class SceneView {
   void draw(nrContext* context, int width, int height);
 
   void setHeadlight(bool on);
-  bool getHeadlight() const { return headlightOn; }
+  bool getHeadlight() const;
   void setWireframe(bool on) { wireframe = on; }
   bool getWireframe() const { return wireframe; }
 
@@ -39,12 +38,12 @@ class SceneView {
 
  private:
   Examiner examiner;
+  nrBoxBound box;
+  bool framed = false;
   nrGroup* root;
-  nrSwitch* headlight;
-  nrTransform* headlightPlace;
+  nrDirectionalLight* headlight;
   nrPerspCamera* camera;
   nrDrawAction* action;
   nrAppearance* lines;
-  bool headlightOn = false;
   bool wireframe = false;
 };

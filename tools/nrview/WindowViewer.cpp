@@ -9,6 +9,8 @@
 #include "SceneView.h"
 #include "nerio3d/events/nrPickSensor.h"
 #include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/window/nrWindow.h"
 
 namespace {
