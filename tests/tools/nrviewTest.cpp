@@ -212,6 +212,17 @@ std::vector<unsigned long> grab(Display* display, Window w) {
   return pixels;
 }
 
+// The window's pixels once a drawn frame stays on the screen for a while.
+std::vector<unsigned long> settled(Display* display, Window w) {
+  std::vector<unsigned long> last = grab(display, w), now;
+  for (int i = 0; i < 25; ++i, last = now) {
+    usleep(200000);
+    now = grab(display, w);
+    if (now == last && std::count(now.begin(), now.end(), now.empty() ? 0 : now[0]) < long(now.size())) break;
+  }
+  return now;
+}
+
 int changed(const std::vector<unsigned long>& a, const std::vector<unsigned long>& b) {
   int n = 0;
   for (size_t i = 0; i < a.size() && i < b.size(); ++i) n += a[i] != b[i];
@@ -228,16 +239,19 @@ TEST_F(Programs, WindowTurnsTheViewWithALeftDragAndQuitsOnQ) {
                                       "Transform { translation 2 0.5 0 children Shape { geometry Cone { } } }\n";
   pid_t viewer = fork();
   if (viewer == 0) {
+    // Under the leak checker: GLX unloads Mesa's driver before the checker
+    // reports, which then cannot name the driver's own leaks to suppress
+    // them. The snapshot tests check nrview's own memory.
+    if (const char* asan = getenv("ASAN_OPTIONS"))
+      setenv("ASAN_OPTIONS", (std::string(asan) + ":detect_leaks=0").c_str(), 1);
     execl((tools + "/nrview").c_str(), "nrview", path("still.wrl").c_str(), nullptr);
     _exit(127);
   }
   Window w = 0;
-  std::vector<unsigned long> before;
-  for (int i = 0; i < 500 && before.empty(); ++i, usleep(10000))
-    if ((w = findViewer(display, DefaultRootWindow(display)))) before = grab(display, w);
+  for (int i = 0; i < 500 && !w; ++i, usleep(10000)) w = findViewer(display, DefaultRootWindow(display));
+  ASSERT_NE(w, 0u);
+  std::vector<unsigned long> before = settled(display, w);
   ASSERT_FALSE(before.empty());
-  usleep(300000);
-  before = grab(display, w);
 
   int x, y;
   Window child;
@@ -251,9 +265,7 @@ TEST_F(Programs, WindowTurnsTheViewWithALeftDragAndQuitsOnQ) {
   }
   XTestFakeButtonEvent(display, 1, False, CurrentTime);
   XFlush(display);
-  usleep(300000);
-  std::vector<unsigned long> after = grab(display, w);
-  EXPECT_GT(changed(before, after), 2000);
+  EXPECT_GT(changed(before, settled(display, w)), 2000);
 
   XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), True, CurrentTime);
   XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), False, CurrentTime);
