@@ -49,8 +49,8 @@ TEST(Examiner, DragsTurnAboutTheCentrePanUnderThePointerAndZoomWithinLimits) {
     int dx, dy;
     nrVec3f eye;
   };
-  for (Turn t : {Turn{50, 0, nrVec3f(1 - d, 2, 3)}, Turn{100, 0, nrVec3f(1, 2, 3 - d)},
-                 Turn{0, 50, nrVec3f(1, 2 - d, 3)}}) {
+  for (Turn t :
+       {Turn{50, 0, nrVec3f(1 - d, 2, 3)}, Turn{100, 0, nrVec3f(1, 2, 3 - d)}, Turn{0, 50, nrVec3f(1, 2 - d, 3)}}) {
     examiner.reset();
     examiner.rotate(t.dx, t.dy);
     expectNear(examiner.getEye(), t.eye);

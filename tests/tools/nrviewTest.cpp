@@ -90,9 +90,10 @@ TEST_F(Programs, SnapshotMatchesTheReferenceAndLaterTimesShowTheAnimation) {
   ASSERT_EQ(r.status, 0) << r.err;
   int nodes, shapes, triangles;
   double read, frame;
-  ASSERT_EQ(sscanf(r.out.c_str(), (path("a.png") + ": 320x240 at 0.75 s: %d nodes, %d shapes, %d triangles, "
-                                                   "read %lf ms, frame %lf ms\n")
-                                      .c_str(),
+  ASSERT_EQ(sscanf(r.out.c_str(),
+                   (path("a.png") + ": 320x240 at 0.75 s: %d nodes, %d shapes, %d triangles, "
+                                    "read %lf ms, frame %lf ms\n")
+                       .c_str(),
                    &nodes, &shapes, &triangles, &read, &frame),
             5)
       << r.out;
@@ -130,7 +131,8 @@ TEST_F(Programs, BadInputEndsInOneLineAndAFailingExitCode) {
   };
   const std::string png = " --snapshot " + path("x.png") + " ";
   for (const Case& c : {
-           Case{png + path("missing.wrl"), 1, "nrview: " + path("missing.wrl") + ": no such file (nor in NR_DATAFILE_PATH)"},
+           Case{png + path("missing.wrl"), 1,
+                "nrview: " + path("missing.wrl") + ": no such file (nor in NR_DATAFILE_PATH)"},
            Case{png + path("noise.wrl"), 1,
                 "nrview: " + path("noise.wrl") + ": not a scene file (VRML 2.0 text expected)"},
            Case{png + path("empty.wrl"), 1, "nrview: " + path("empty.wrl") + ": the scene has nothing to draw"},
@@ -163,7 +165,8 @@ TEST_F(Programs, DumpedTextReadsBackIntoTheSamePicture) {
   // The texture is found beside the scene.
   system(("cp " + source + "/data/checker.png " + dir).c_str());
   std::ofstream(path("dumped.wrl")) << dump.out;
-  ASSERT_EQ(nrview("--snapshot " + path("a.png") + " --size 160x120 --time 1 " + source + "/data/default.wrl").status, 0);
+  ASSERT_EQ(nrview("--snapshot " + path("a.png") + " --size 160x120 --time 1 " + source + "/data/default.wrl").status,
+            0);
   Result again = nrview("--snapshot " + path("b.png") + " --size 160x120 --time 1 " + path("dumped.wrl"));
   ASSERT_EQ(again.status, 0) << again.err;
   Image a, b;
@@ -172,7 +175,8 @@ TEST_F(Programs, DumpedTextReadsBackIntoTheSamePicture) {
 
   Result stats = run(tools + "/nrdump --stats " + source + "/data/default.wrl");
   ASSERT_EQ(stats.status, 0) << stats.err;
-  for (const char* line : {"  Shape                        8\n", "  TimeSensor                   2\n", " 8 shapes, 2 lights, "})
+  for (const char* line :
+       {"  Shape                        8\n", "  TimeSensor                   2\n", " 8 shapes, 2 lights, "})
     EXPECT_NE(stats.out.find(line), std::string::npos) << line << "\n" << stats.out;
 }
 

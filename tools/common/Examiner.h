@@ -4,8 +4,8 @@
 // pan the centre across the view, and zoom by changing the distance.
 #pragma once
 
-#include "nerio3d/math/nrRotation.h"
 #include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrRotation.h"
 #include "nerio3d/math/nrVec3f.h"
 
 class nrPerspCamera;

@@ -11,8 +11,7 @@
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrGL.h"
 
-bool Snapshot::render(SceneView& view, const char* path, int width, int height, double time,
-                      double& frameSeconds) {
+bool Snapshot::render(SceneView& view, const char* path, int width, int height, double time, double& frameSeconds) {
   // The drawable says why when it cannot be made.
   nrDrawable* drawable = nrDrawable::createOffscreen(width, height);
   if (!drawable) return false;

@@ -41,11 +41,19 @@ void setTitle(Viewer& v, double fps) {
 void key(Viewer& v, int k) {
   SceneView& view = *v.view;
   switch (k) {
-    case 'r': view.getExaminer().reset(); break;
-    case 'w': view.setWireframe(!view.getWireframe()); break;
-    case 'h': view.setHeadlight(!view.getHeadlight()); break;
+    case 'r':
+      view.getExaminer().reset();
+      break;
+    case 'w':
+      view.setWireframe(!view.getWireframe());
+      break;
+    case 'h':
+      view.setHeadlight(!view.getHeadlight());
+      break;
     case 'q':
-    case 27: v.quit = true; break;
+    case 27:
+      v.quit = true;
+      break;
   }
 }
 
