@@ -175,8 +175,8 @@ TEST_F(Programs, DumpedTextReadsBackIntoTheSamePicture) {
 
   Result stats = run(tools + "/nrdump --stats " + source + "/data/default.wrl");
   ASSERT_EQ(stats.status, 0) << stats.err;
-  for (const char* line :
-       {"  Shape                        8\n", "  TimeSensor                   2\n", " 8 shapes, 2 lights, "})
+  for (const char* line : {"  Shape                        8\n", "  TimeSensor                   1\n",
+                           "  TouchSensor                  1\n", " 8 shapes, 2 lights, "})
     EXPECT_NE(stats.out.find(line), std::string::npos) << line << "\n" << stats.out;
 }
 
@@ -233,14 +233,18 @@ int changed(const std::vector<unsigned long>& a, const std::vector<unsigned long
   return n;
 }
 
-TEST_F(Programs, WindowTurnsTheViewWithALeftDragAndQuitsOnQ) {
+TEST_F(Programs, WindowDrivesTouchSensorsTurnsTheViewWithALeftDragAndQuitsOnQ) {
   if (!getenv("DISPLAY")) GTEST_SKIP() << "no X display";
   Display* display = XOpenDisplay(nullptr);
   ASSERT_NE(display, nullptr);
-  // A still scene, lopsided so that a turn shows.
-  std::ofstream(path("still.wrl")) << "#VRML V2.0 utf8\n"
-                                      "Shape { appearance Appearance { material Material { } } geometry Box { } }\n"
-                                      "Transform { translation 2 0.5 0 children Shape { geometry Cone { } } }\n";
+  // A still scene, lopsided so that a turn shows, whose box takes the colour
+  // of the surface direction under the pointer.
+  std::ofstream(path("still.wrl"))
+      << "#VRML V2.0 utf8\n"
+         "DEF T TouchSensor { }\n"
+         "Shape { appearance Appearance { material DEF M Material { } } geometry Box { } }\n"
+         "Transform { translation 2 0.5 0 children Shape { geometry Cone { } } }\n"
+         "ROUTE T.hitNormal_changed TO M.set_diffuseColor\n";
   pid_t viewer = fork();
   if (viewer == 0) {
     // Under the leak checker: GLX unloads Mesa's driver before the checker
@@ -259,7 +263,16 @@ TEST_F(Programs, WindowTurnsTheViewWithALeftDragAndQuitsOnQ) {
 
   int x, y;
   Window child;
-  XTranslateCoordinates(display, w, DefaultRootWindow(display), 400, 300, &x, &y, &child);
+  // Over the box, its touch sensor repaints it.
+  XTranslateCoordinates(display, w, DefaultRootWindow(display), 250, 300, &x, &y, &child);
+  XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+  XFlush(display);
+  std::vector<unsigned long> touched = settled(display, w);
+  EXPECT_GT(changed(before, touched), 2000);
+  before = touched;
+
+  // A drag from the empty corner turns the view.
+  XTranslateCoordinates(display, w, DefaultRootWindow(display), 60, 60, &x, &y, &child);
   XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
   XTestFakeButtonEvent(display, 1, True, CurrentTime);
   for (int step = 1; step <= 10; ++step) {
