@@ -154,4 +154,6 @@
 #include "nerio3d/vl/vlInput.h"
 #include "nerio3d/vl/vlReadError.h"
 #include "nerio3d/window/nrEvent.h"
+#include "nerio3d/window/nrEventArray.h"
 #include "nerio3d/window/nrWindow.h"
+#include "nerio3d/window/nrWindowItem.h"

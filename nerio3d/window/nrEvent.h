@@ -3,7 +3,6 @@
 // record held before, so readers look only at the fields of the kind.
 #pragma once
 
-#include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/core/nrObject.h"
 
 class nrWindow;
@@ -51,10 +50,4 @@ class nrEvent : public nrObject {
   int y = 0;
   unsigned int buttons = 0;
   int modifiers = 0;
-};
-
-// Event records in arrival order.
-class nrEventArray : public nrTypedArray<nrEvent*> {
- public:
-  using nrTypedArray::nrTypedArray;
 };

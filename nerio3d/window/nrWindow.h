@@ -25,19 +25,13 @@
 #include "nerio3d/arrays/nrDList.h"
 #include "nerio3d/core/nrObject.h"
 #include "nerio3d/window/nrEvent.h"
+#include "nerio3d/window/nrEventArray.h"
+#include "nerio3d/window/nrWindowItem.h"
 
 class nrCamera;
 class nrContext;
 class nrDrawable;
 class nrNode;
-class nrWindow;
-
-// The node of one window in the list of all windows.
-class nrWindowItem : public nrDListItem {
- public:
-  explicit nrWindowItem(nrWindow* w) : window(w) {}
-  nrWindow* window;
-};
 
 class nrWindow : public nrObject {
   NR_DECLARE_TYPE(nrWindow)
