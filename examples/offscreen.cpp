@@ -56,7 +56,11 @@ int main(int argc, char** argv) {
   lod->setRangeFar(1, 100);
   lod->addChild(coloredShape(new nrSphere, 0.9f, 0.2f, 0.1f));
   lod->addChild(coloredShape(new nrBox, 0.2f, 0.4f, 0.9f));
-  root->addChild(lod);
+  // Turned a little, so that the box shows three faces.
+  nrTransform* turn = new nrTransform;
+  turn->setRotation(1, 1, 0, 0.6f);
+  turn->addChild(lod);
+  root->addChild(turn);
 
   // The camera looks down -z from its position.
   nrPerspCamera* camera = new nrPerspCamera;

@@ -22,7 +22,10 @@ const char* const usage =
     "usage: nrview [FILE]\n"
     "       nrview --snapshot OUT.png [--size WxH] [--time SECONDS] [FILE]\n"
     "Shows FILE (the bundled default scene when none is given) in a window, or\n"
-    "renders one frame of it offscreen to OUT.png at scene time SECONDS (0).\n";
+    "renders one frame of it offscreen to OUT.png at scene time SECONDS (0).\n"
+    "In the window: left drag turns, middle (or shift + left) drag pans, right\n"
+    "drag and the wheel zoom; r resets the view, w toggles wireframe, h the\n"
+    "headlight, q and Escape quit.\n";
 
 struct Options {
   const char* file = nullptr;
