@@ -68,12 +68,6 @@ class nrCamera : public nrContainer {
   // any other offset.
   bool clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio);
 
-  template <typename T>
-  T get(const T& member, short index) {
-    validateField(index);
-    return member;
-  }
-
   nrVec3f position;
   nrRotation orientation;
   nrMatrix4f viewMatrix;
