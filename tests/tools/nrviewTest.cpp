@@ -256,7 +256,7 @@ TEST_F(Programs, WindowDrivesTouchSensorsTurnsTheViewWithALeftDragAndQuitsOnQ) {
     _exit(127);
   }
   Window w = 0;
-  for (int i = 0; i < 500 && !w; ++i, usleep(10000)) w = findViewer(display, DefaultRootWindow(display));
+  for (int i = 0; i < 1000 && !w; ++i, usleep(10000)) w = findViewer(display, DefaultRootWindow(display));
   ASSERT_NE(w, 0u);
   std::vector<unsigned long> before = settled(display, w);
   ASSERT_FALSE(before.empty());
@@ -288,7 +288,7 @@ TEST_F(Programs, WindowDrivesTouchSensorsTurnsTheViewWithALeftDragAndQuitsOnQ) {
   XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), False, CurrentTime);
   XFlush(display);
   int status = -1;
-  for (int i = 0; i < 300 && waitpid(viewer, &status, WNOHANG) == 0; ++i) usleep(10000);
+  for (int i = 0; i < 1000 && waitpid(viewer, &status, WNOHANG) == 0; ++i) usleep(10000);
   if (!WIFEXITED(status)) kill(viewer, SIGKILL), waitpid(viewer, &status, 0);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
   XCloseDisplay(display);
