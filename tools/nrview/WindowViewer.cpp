@@ -31,10 +31,7 @@ struct Viewer {
 
 void setTitle(Viewer& v, double fps) {
   char title[512];
-  if (fps > 0)
-    snprintf(title, sizeof title, "nrview: %s (%.0f fps)", v.name.c_str(), fps);
-  else
-    snprintf(title, sizeof title, "nrview: %s", v.name.c_str());
+  snprintf(title, sizeof title, "nrview: %s (%.0f fps)", v.name.c_str(), fps);
   nrWindow::setWindowTitle(title);
 }
 
