@@ -38,8 +38,9 @@ test-sanitize: setup
 	         LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0 \
 	         UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 && $(CTEST)
 
+# The viewer on the bundled scene: a window with a display, else a picture.
 run: build
-	@$(BUILD_DIR)/nrtypes
+	@bash scripts/run-demo $(BUILD_DIR)
 
 # Benchmarks build in their own release tree.
 bench: setup
