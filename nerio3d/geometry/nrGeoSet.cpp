@@ -1,7 +1,9 @@
 #include "nerio3d/geometry/nrGeoSet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 
 #include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
@@ -13,6 +15,7 @@
 #include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrPickTree.h"
 #include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrGL.h"
@@ -175,7 +178,8 @@ nrGeoSet::nrGeoSet(nrType* type)
       perVertDraw(nullptr),
       vertArrayDraw(nullptr),
       drawablePrims(0),
-      drawableStale(true) {
+      drawableStale(true),
+      pickTree(nullptr) {
   initFieldDefaults(getClassType());
   calcBindings();
 }
@@ -185,6 +189,7 @@ nrGeoSet::~nrGeoSet() {
   if (displayListId >= 1) nrContext::freeId(displayListId, 1);
   displayListId = -1;
   freeBPCullData();
+  delete pickTree;
   destroyFieldContents(getClassType());
 }
 
@@ -452,10 +457,22 @@ void nrGeoSet::compileList(nrCompileAction* action) {
 void nrGeoSet::isect(nrIsectAction* action) {
   cleanPendingFields();
   if (!coordSet || cullFace == nrContext::BOTH_CULL) return;
-  if (!boxBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  const nrSeg& seg = action->getSeg();
+  if (!boxBound.isect(&seg, nullptr, nullptr)) return;
   nrGLAttr coords;
   static_cast<nrCoordSet*>(coordSet)->getGLAttr(coords);
   const int* index = indicesOf(coordIndexSet);
+  if (pickTree && pickTree->getVersion() != version) {
+    delete pickTree;
+    pickTree = nullptr;
+  }
+  if (!pickTree) pickTree = buildPickTree(coords, index);
+  if (pickTree) {
+    nrDetail::nrPickTree::Hit hit;
+    if (pickTree->pick(seg, coords.data, coords.stride, cullFace, hitTri, hit))
+      action->hitGeometry(this, hit.t, pickTree->primOf(hit.order), hit.normal);
+    return;
+  }
   int n = getDrawablePrimCount();
   for (int p = 0, first = 0; p < n; ++p) {
     int len = getPrimLen(p), v[3];
@@ -466,6 +483,33 @@ void nrGeoSet::isect(nrIsectAction* action) {
     }
     first += len;
   }
+}
+
+nrDetail::nrPickTree* nrGeoSet::buildPickTree(const nrGLAttr& coords, const int* index) {
+  // A tree pays for itself only past a few triangles (a box's twelve are
+  // tested at once); every kind of set has at most length - 2 per primitive.
+  enum { SMALL_PICK_SET = 16 };
+  int n = getDrawablePrimCount();
+  long most = 0;
+  for (int p = 0; p < n; ++p) most += std::max(getPrimLen(p) - 2, 0);
+  if (most <= SMALL_PICK_SET) return nullptr;
+  std::unique_ptr<nrDetail::nrPickTree::Tri[]> tris(new nrDetail::nrPickTree::Tri[most]);
+  std::unique_ptr<int[]> primFirst(new int[n + 1]);
+  int count = 0;
+  for (int p = 0, first = 0; p < n; ++p) {
+    primFirst[p] = count;
+    int len = getPrimLen(p);
+    nrDetail::nrPickTree::Tri tri;
+    for (int t = 0; count < most && getPrimTri(first, len, t, tri.v); ++t) {
+      if (index)
+        for (int& v : tri.v) v = index[v];
+      tri.order = count;
+      tris[count++] = tri;
+    }
+    first += len;
+  }
+  primFirst[n] = count;
+  return new nrDetail::nrPickTree(version, tris.get(), count, coords.data, coords.stride, std::move(primFirst), n);
 }
 
 // ---- limits and bounds ----
