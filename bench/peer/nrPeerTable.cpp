@@ -140,6 +140,16 @@ class Library {
     for (size_t i = 0; i < rgba.size(); i += 4) covered += rgba[i] | rgba[i + 1] | rgba[i + 2] ? 1 : 0;
     return double(covered) / (SIZE * SIZE);
   }
+  // Writes the drawable as a binary PPM image.
+  void snapshot(const std::string& file) {
+    std::vector<unsigned char> rgb(SIZE * SIZE * 3);
+    glReadPixels(0, 0, SIZE, SIZE, GL_RGB, GL_UNSIGNED_BYTE, rgb.data());
+    FILE* f = fopen(file.c_str(), "wb");
+    if (!f) return;
+    fprintf(f, "P6\n%d %d\n255\n", SIZE, SIZE);
+    for (int y = SIZE - 1; y >= 0; --y) fwrite(&rgb[size_t(y) * SIZE * 3], 1, SIZE * 3, f);
+    fclose(f);
+  }
   virtual void release() = 0;
 };
 
@@ -187,6 +197,9 @@ class Nerio : public Library {
     }
     context->makeCurrent(drawable);
     context->setViewport(0, 0, SIZE, SIZE);
+    // What a viewer sets for VRML scenes: depth testing, and solids seen from outside.
+    context->setDepthEnable(1);
+    context->setCullFace(nrContext::BACK_CULL);
     nrPerspCamera* camera = new nrPerspCamera;
     camera->setHorizFOV(view.fov);
     camera->setVertFOV(view.fov);
@@ -375,10 +388,11 @@ void measureReads(Library& lib, const char* file, long nodes, Figures& out) {
   out.heapPerNode = median(heap) / nodes;
 }
 
-void measureDrawing(Library& lib, const View& view, Figures& out) {
+void measureDrawing(Library& lib, const View& view, const std::string& label, Figures& out) {
   lib.setView(view);
   for (int i = 0; i < 5; ++i) lib.frame();
   out.coverage = lib.coverage();
+  if (const char* dir = getenv("NR_PEER_SNAPSHOTS")) lib.snapshot(std::string(dir) + "/" + label + "-" + lib.name() + ".ppm");
   std::vector<double> cpu, wall;
   double start = now();
   while (cpu.size() < 10 || (now() - start < FRAME_SECONDS && cpu.size() < 500)) {
@@ -498,7 +512,7 @@ int main(int argc, char** argv) {
       fprintf(stderr, "%s: drawing and picking %s\n", lib->name(), s.label.c_str());
       if (!lib->read(s.file.c_str())) continue;
       if (!viewSet) viewSet = lib->bound(view);
-      measureDrawing(*lib, view, lib == &nerio ? s.nerio : s.coin);
+      measureDrawing(*lib, view, s.file.substr(s.file.find_last_of('/') + 1), lib == &nerio ? s.nerio : s.coin);
       lib->release();
     }
     s.agreement = pickAgreement(s.nerio, s.coin, view);
