@@ -117,6 +117,14 @@ struct AttrLimit {
     }
     return i >= 0 && i < count;
   }
+  // Elements 0 to n - 1 all exist: one pass without early exits.
+  bool hasFirst(long n) const {
+    if (!index) return n <= count;
+    if (n > indexCount) return false;
+    unsigned bad = 0;
+    for (long i = 0; i < n; ++i) bad |= unsigned(index[i]) >= unsigned(count);
+    return !bad;
+  }
 };
 
 template <typename Set>
@@ -527,6 +535,22 @@ int nrGeoSet::getDrawablePrimCount() {
   if (texCoordBinding != NO_TEX_COORD) texCoords.from(texCoordSet, countOf<nrTexCoordSet>, texCoordIndexSet);
 
   bool ok = (normalBinding != OVERALL_NORMAL || normals.has(0)) && (colorBinding != OVERALL_COLOR || colors.has(0));
+  // Sets are nearly always whole: checked in bulk first, primitive by
+  // primitive only to find where one is not.
+  long vertices = 0;
+  int whole = 0;
+  for (; whole < primCount; ++whole) {
+    int len = getPrimLen(whole);
+    if (len < 0) break;
+    vertices += len;
+  }
+  if (ok && whole == primCount && coords.hasFirst(vertices) &&
+      (normalBinding != PER_VERTEX_NORMAL || normals.hasFirst(vertices)) &&
+      (colorBinding != PER_VERTEX_COLOR || colors.hasFirst(vertices)) &&
+      (texCoordBinding != PER_VERTEX_TEX_COORD || texCoords.hasFirst(vertices)) &&
+      (normalBinding != PER_PRIM_NORMAL || normals.hasFirst(primCount)) &&
+      (colorBinding != PER_PRIM_COLOR || colors.hasFirst(primCount)))
+    return drawablePrims = primCount;
   int vertex = 0, p = 0;
   for (; ok && p < primCount; ++p) {
     int len = getPrimLen(p);
@@ -583,9 +607,23 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
     index = indices.getArray();
     if (vertices > int(indices.getCount())) vertices = int(indices.getCount());
   }
+  // The extremes are kept apart from the box while the loop runs: large sets
+  // are bounded at reading time.
+  float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+  bool any = false;
   for (int v = 0; v < vertices; ++v) {
     int e = index ? index[v] : v;
-    if (e >= 0 && e < count) box.extendBy(elementOf(a, e));
+    if (unsigned(e) >= unsigned(count)) continue;
+    const float* p = reinterpret_cast<const float*>(a.data + a.stride * e);
+    for (int k = 0; k < 3; ++k) {
+      lo[k] = std::min(lo[k], p[k]);
+      hi[k] = std::max(hi[k], p[k]);
+    }
+    any = true;
+  }
+  if (any) {
+    box.extendBy(nrVec3f(lo[0], lo[1], lo[2]));
+    box.extendBy(nrVec3f(hi[0], hi[1], hi[2]));
   }
 }
 
