@@ -695,7 +695,7 @@ void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
 }
 
 void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
-  cleanPendingFields();
+  cleanAllFields();
   if (writeHeader(out)) return;
   FILE* f = out->getStream();
   // Attribute sets of the kinds the file format knows take its class names.

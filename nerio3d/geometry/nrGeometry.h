@@ -50,8 +50,16 @@ class nrGeometry : public nrContainer {
   void fieldChanged(short index) override;
   void cleanSideEffect(short index) override;
 
-  // Brings every pending field up to date, as drawing and picking do first.
+  // Brings the pending fields up to date, as drawing and picking do first.
   void cleanPendingFields() {
+    nrBitMask pending = getSideEffectMask() | getStaleInputMask();
+    if (!pending.isZero()) cleanFieldsForUse(pending);
+  }
+  // Cleans the pending fields given; a subclass leaves out those that it
+  // makes only when they are read, which drawing and picking never do.
+  virtual void cleanFieldsForUse(const nrBitMask& pending) { internalCleanFields(pending); }
+  // Every pending field, as writing and copying need them.
+  void cleanAllFields() {
     nrBitMask pending = getSideEffectMask() | getStaleInputMask();
     if (!pending.isZero()) internalCleanFields(pending);
   }

@@ -103,6 +103,19 @@ void nrIndexedFaceSet::cleanSideEffect(short index) {
   nrPolySet::cleanSideEffect(index);
 }
 
+void nrIndexedFaceSet::cleanFieldsForUse(const nrBitMask&) {
+  // A conversion on the way may leave the lists waiting: what is pending is
+  // taken again after each pass.
+  for (;;) {
+    uint64_t lists = uint64_t(coordIndexFromSet) << COORD_INDEX_FIELD;
+    lists |= uint64_t(normalIndexFromSet) << NORMAL_INDEX_FIELD;
+    uint64_t used = (getSideEffectMask() | getStaleInputMask()).getBits() & ~lists;
+    if (!used) return;
+    for (short i = 0; i < 64; ++i)
+      if (used >> i & 1) validateField(i);
+  }
+}
+
 void nrIndexedFaceSet::convert() {
   // Cleared first: the conversions read fields, which would convert again.
   int todo = pending;

@@ -68,6 +68,8 @@ class nrIndexedFaceSet : public nrPolySet {
  protected:
   void fieldChanged(short index) override;
   void cleanSideEffect(short index) override;
+  // The index lists kept as index sets wait until they are read.
+  void cleanFieldsForUse(const nrBitMask& pending) override;
 
  private:
   // Conversions waiting for the next use of the set, a bit per index list.

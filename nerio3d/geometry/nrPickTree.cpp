@@ -37,7 +37,9 @@ struct nrPickTree::Builder {
   int stride;
   int nodeCount = 0, triCount = 0;
 
-  static int nodesFor(int count) { return count <= LEAF_SIZE ? 1 : 1 + nodesFor(count / 2) + nodesFor(count - count / 2); }
+  static int nodesFor(int count) {
+    return count <= LEAF_SIZE ? 1 : 1 + nodesFor(count / 2) + nodesFor(count - count / 2);
+  }
 
   void build(Item* items, int begin, int end) {
     Node& node = tree.nodes[nodeCount++];

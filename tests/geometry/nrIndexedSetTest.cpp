@@ -75,7 +75,7 @@ TEST_F(IndexedSet, IndexListsConvertOnNextUseAndEmptyListsFollowTheCoordinates) 
   EXPECT_EQ(s->getPrimCount(), 1);
 }
 
-TEST_F(IndexedSet, ConvertedCoordinateListsReadBackAsSetAndTakeEditsOfSomeIndices) {
+TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrTakeEdits) {
   const struct {
     std::vector<int> list;
     bool freed;  // whether the index set alone keeps it
@@ -89,7 +89,7 @@ TEST_F(IndexedSet, ConvertedCoordinateListsReadBackAsSetAndTakeEditsOfSomeIndice
     for (bool edit : {false, true}) {
       nrIndexedFaceSet* s = set<nrIndexedFaceSet>(halves, 0);
       s->setCoordIndex(int(c.list.size()), c.list.data());
-      s->getCoordIndexSet();
+      s->draw(action);
       nrMFInt* field = static_cast<nrMFInt*>(s->getField(nrIndexedFaceSet::COORD_INDEX_FIELD));
       EXPECT_EQ(field->getStorage()->getCount() == 0, c.freed) << c.list.size();
       if (edit) field->set(1, 5);
