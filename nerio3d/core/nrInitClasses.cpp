@@ -27,8 +27,12 @@
 #include "nerio3d/events/nrSelectorEng.h"
 #include "nerio3d/events/nrSelectorEng3f.h"
 #include "nerio3d/events/nrSelectorEng4f.h"
+#include "nerio3d/events/nrPickSensor.h"
+#include "nerio3d/events/nrPlaneSensor.h"
+#include "nerio3d/events/nrSphereSensor.h"
 #include "nerio3d/events/nrSpline.h"
 #include "nerio3d/events/nrTimeSensor.h"
+#include "nerio3d/events/nrTouchSensor.h"
 #include "nerio3d/events/nrTransformEng.h"
 #include "nerio3d/events/nrTransformEng3f.h"
 #include "nerio3d/fields/nrContainer.h"
@@ -201,6 +205,10 @@ void nrObject::initClasses() {
   registerClass<nrSelectorEng3f>();
   registerClass<nrSpline>();
   registerClass<nrTimeSensor>();
+  registerClass<nrPickSensor>();
+  registerClass<nrTouchSensor>();
+  registerClass<nrSphereSensor>();
+  registerClass<nrPlaneSensor>();
   registerClass<nrInterpolator>();
   registerClass<nrColorInterpolator>();
   registerClass<nrScalarInterpolator>();

@@ -74,6 +74,12 @@ class nrContainer : public nrObject {
     member = value;
     fieldChanged(index);
   }
+  // The member that holds field index, brought up to date first.
+  template <typename T>
+  const T& getFieldValue(const T& member, short index) {
+    validateField(index);
+    return member;
+  }
 
   void addField(nrField* field);
   void addParent(nrContainer* parent);

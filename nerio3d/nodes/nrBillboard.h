@@ -25,17 +25,17 @@ class nrBillboard : public nrGroup {
   void getPosition(int i, float* x, float* y, float* z);
   int getNumPositions();
   void setMode(ModeEnum m) { setFieldValue(mode, static_cast<int>(m), MODE_FIELD); }
-  ModeEnum getMode() { return static_cast<ModeEnum>(get(mode, MODE_FIELD)); }
+  ModeEnum getMode() { return static_cast<ModeEnum>(getFieldValue(mode, MODE_FIELD)); }
   void setAxisOfRotation(float x, float y, float z) {
     setFieldValue(axisOfRotation, nrVec3f(x, y, z), AXIS_OF_ROTATION_FIELD);
   }
   void getAxisOfRotation(float* x, float* y, float* z) { getVec(axisOfRotation, AXIS_OF_ROTATION_FIELD, x, y, z); }
   // The children's own axis that is turned toward the viewer.
   void setForward(VectorEnum v) { setFieldValue(forward, static_cast<int>(v), FORWARD_FIELD); }
-  VectorEnum getForward() { return static_cast<VectorEnum>(get(forward, FORWARD_FIELD)); }
+  VectorEnum getForward() { return static_cast<VectorEnum>(getFieldValue(forward, FORWARD_FIELD)); }
   // The children's own up axis (POINT_SCREEN and POINT_OBJECT).
   void setUp(VectorEnum v) { setFieldValue(up, static_cast<int>(v), UP_FIELD); }
-  VectorEnum getUp() { return static_cast<VectorEnum>(get(up, UP_FIELD)); }
+  VectorEnum getUp() { return static_cast<VectorEnum>(getFieldValue(up, UP_FIELD)); }
 
   // The rotation R (children's coordinates to the billboard's, p' = p * R)
   // that turns forward toward the viewer seen through the action's view
@@ -77,10 +77,5 @@ class nrBillboard : public nrGroup {
   nrMatrix4f rotation;
 
  private:
-  template <typename T>
-  T get(const T& member, short index) {
-    validateField(index);
-    return member;
-  }
   nrVec3f positionOf(unsigned i) const;
 };

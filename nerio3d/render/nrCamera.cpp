@@ -11,6 +11,13 @@
 
 namespace {
 const float degreesPerRadian = 57.295776f;
+
+// The viewport of the thread's current context; false without one.
+bool currentViewport(int& vx, int& vy, int& vw, int& vh) {
+  nrContext* context = nrContext::getCurrent();
+  if (context) context->getViewport(vx, vy, vw, vh);
+  return context != nullptr;
+}
 }  // namespace
 
 nrIsectAction* nrCamera::sharedIsect = nullptr;
@@ -112,11 +119,8 @@ void nrCamera::draw(nrDrawAction* action) {
 }
 
 int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit) {
-  nrContext* context = nrContext::getCurrent();
-  if (!context) return 0;
   int vx, vy, vw, vh;
-  context->getViewport(vx, vy, vw, vh);
-  return pick(root, x, y, hit, vx, vy, vw, vh);
+  return currentViewport(vx, vy, vw, vh) ? pick(root, x, y, hit, vx, vy, vw, vh) : 0;
 }
 
 int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int vw, int vh) {
@@ -126,7 +130,24 @@ int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int v
     sharedIsect = new nrIsectAction;
     sharedIsect->ref();
   }
+  nrSeg world;
+  getPickRay(x, y, vx, vy, vw, vh, world);
+  sharedIsect->setSeg(world);
+  sharedIsect->apply(root);
+  if (!sharedIsect->getHit().getGeometry()) return 0;
+  hit = sharedIsect->getHit();
+  return 1;
+}
 
+int nrCamera::getPickRay(int x, int y, nrSeg& ray) {
+  int vx, vy, vw, vh;
+  if (!currentViewport(vx, vy, vw, vh)) return 0;
+  getPickRay(x, y, vx, vy, vw, vh, ray);
+  return 1;
+}
+
+void nrCamera::getPickRay(int x, int y, int vx, int vy, int vw, int vh, nrSeg& ray) {
+  cleanPendingFields();
   // The pixel centre on the near rectangle, in eye coordinates.
   float l, r, b, t, n, f;
   frustum.getDiagCorners(&l, &r, &b, &t, &n, &f);
@@ -146,14 +167,7 @@ int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int v
   const nrVec3f& a = orientation.axis;
   placement.makeRot(a[0], a[1], a[2], orientation.angle);
   placement.postTrans(placement, position[0], position[1], position[2]);
-  nrSeg world;
-  world.pos.xformPt(eye.pos, placement);
-  world.dir.xformVec(eye.dir, placement);
-  world.length = eye.length;
-
-  sharedIsect->setSeg(world);
-  sharedIsect->apply(root);
-  if (!sharedIsect->getHit().getGeometry()) return 0;
-  hit = sharedIsect->getHit();
-  return 1;
+  ray.pos.xformPt(eye.pos, placement);
+  ray.dir.xformVec(eye.dir, placement);
+  ray.length = eye.length;
 }

@@ -6,6 +6,7 @@
 #include "nerio3d/math/nrFrustum.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrRotation.h"
+#include "nerio3d/math/nrSeg.h"
 #include "nerio3d/math/nrVec3f.h"
 
 class nrDrawAction;
@@ -45,6 +46,12 @@ class nrCamera : public nrContainer {
   // something is hit; 0, leaving hit alone, for a miss or a pixel outside the
   // viewport.
   virtual int pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int vw, int vh);
+  // The ray that pick follows through the centre of window pixel (x, y), in
+  // world coordinates, from the near to the far plane; pixels outside the
+  // viewport give rays outside the view.
+  void getPickRay(int x, int y, int vx, int vy, int vw, int vh, nrSeg& ray);
+  // The same with the viewport of the current context; 0 without one.
+  int getPickRay(int x, int y, nrSeg& ray);
 
  protected:
   void fieldChanged(short index) override;
@@ -60,12 +67,6 @@ class nrCamera : public nrContainer {
   // Hands the field at offset (0 to 3) of those four to the frustum; false for
   // any other offset.
   bool clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio);
-
-  template <typename T>
-  T get(const T& member, short index) {
-    validateField(index);
-    return member;
-  }
 
   nrVec3f position;
   nrRotation orientation;

@@ -13,6 +13,7 @@
 #include "nerio3d/render/nrOverrideGeoProp.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
+#include "nerio3d/window/nrWindow.h"
 
 nrPtrArray* nrContext::contexts = nullptr;
 nrIntArray* nrContext::freeIds = nullptr;
@@ -213,6 +214,10 @@ void nrContext::makeCurrent(nrDrawable* target) {
   current = true;
   const GLfloat ambient[4] = {0, 0, 0, 1};
   nrgl::LightModelfv(GL_LIGHT_MODEL_AMBIENT, ambient);
+}
+
+void nrContext::makeCurrent(nrWindow* window) {
+  if (window && window->getHDC()) makeCurrent(window->getHDC());
 }
 
 void nrContext::releaseCurrent() {

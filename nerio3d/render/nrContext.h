@@ -18,6 +18,7 @@ class nrOverrideGeoProp;
 class nrPtrArray;
 class nrTexGen;
 class nrTexture;
+class nrWindow;
 struct _nrGfx;
 
 class nrContext : public nrObject {
@@ -85,6 +86,8 @@ class nrContext : public nrObject {
 
   static nrContext* getCurrent();
   void makeCurrent(nrDrawable* drawable);
+  // On the window's drawable; null, or a window without one, is ignored.
+  void makeCurrent(nrWindow* window);
   static void releaseCurrent();
   // The drawable this context was last made current on.
   nrDrawable* getDrawable() const { return drawable; }

@@ -13,8 +13,8 @@ class nrDirectionalLight : public nrLight {
 
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
   void setDirection(const nrVec3f& value) { setFieldValue(direction, value, DIRECTION_FIELD); }
-  const nrVec3f& getDirection() const { return direction; }
-  void getDirection(float* x, float* y, float* z) const { split(direction, x, y, z); }
+  const nrVec3f& getDirection() { return getFieldValue(direction, DIRECTION_FIELD); }
+  void getDirection(float* x, float* y, float* z) { split(getDirection(), x, y, z); }
 
  protected:
   void define(int slot) override;

@@ -18,17 +18,19 @@ class nrEnvironment : public nrGroup {
   void addLight(nrLight* light);
   // Removes the first occurrence; false when light is not one of the lights.
   bool removeLight(nrLight* light);
-  int getNumLights() const { return static_cast<int>(light.getCount()); }
+  int getNumLights() { return static_cast<int>(getFieldValue(light, LIGHT_FIELD).getCount()); }
   // Null for an index out of range.
-  nrLight* getLight(int i) const;
+  nrLight* getLight(int i);
   void setFog(nrFog* fog);
-  nrFog* getFog() const;
+  nrFog* getFog();
 
   // Pushes the context's lights and fog, places this environment's lights and
   // fog, draws the children and pops both again.
   nrTravDirective drawVisit(nrDrawAction* action) override;
 
  protected:
+  void fieldChanged(short index) override;
+
   nrRefArray light;
   nrContainer* fog;
 };

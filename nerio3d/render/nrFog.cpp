@@ -18,11 +18,12 @@ NR_DEFINE_TYPE(nrFog, nrNode, "Fog") {
   nrSFVec4f::addTypeField(type, "color", COLOR_FIELD, nrVec4f(0, 0, 0, 0), &nrFog::color);
 }
 
-void nrFog::getColor(float* r, float* g, float* b, float* a) const {
-  *r = color[0];
-  *g = color[1];
-  *b = color[2];
-  *a = color[3];
+void nrFog::getColor(float* r, float* g, float* b, float* a) {
+  const nrVec4f& c = getColor();
+  *r = c[0];
+  *g = c[1];
+  *b = c[2];
+  *a = c[3];
 }
 
 nrTravDirective nrFog::drawVisit(nrDrawAction* action) {

@@ -16,15 +16,15 @@ class nrLight : public nrNode {
 
   // A light that is off keeps its slot with the OpenGL light disabled.
   void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
-  unsigned char getOn() const { return on; }
+  unsigned char getOn() { return getFieldValue(on, ON_FIELD); }
   void setIntensity(float value) { setFieldValue(intensity, value, INTENSITY_FIELD); }
-  float getIntensity() const { return intensity; }
+  float getIntensity() { return getFieldValue(intensity, INTENSITY_FIELD); }
   void setAmbientIntensity(float value) { setFieldValue(ambientIntensity, value, AMBIENT_INTENSITY_FIELD); }
-  float getAmbientIntensity() const { return ambientIntensity; }
+  float getAmbientIntensity() { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY_FIELD); }
   void setColor(float r, float g, float b) { setColor(nrVec3f(r, g, b)); }
   void setColor(const nrVec3f& value) { setFieldValue(color, value, COLOR_FIELD); }
-  const nrVec3f& getColor() const { return color; }
-  void getColor(float* r, float* g, float* b) const { split(color, r, g, b); }
+  const nrVec3f& getColor() { return getFieldValue(color, COLOR_FIELD); }
+  void getColor(float* r, float* g, float* b) { split(getColor(), r, g, b); }
 
   // A light met outside an environment is placed in the light slots of the
   // current context level.

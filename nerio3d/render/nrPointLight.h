@@ -13,17 +13,17 @@ class nrPointLight : public nrLight {
 
   void setLocation(float x, float y, float z) { setLocation(nrVec3f(x, y, z)); }
   void setLocation(const nrVec3f& value) { setFieldValue(location, value, LOCATION_FIELD); }
-  const nrVec3f& getLocation() const { return location; }
-  void getLocation(float* x, float* y, float* z) const { split(location, x, y, z); }
+  const nrVec3f& getLocation() { return getFieldValue(location, LOCATION_FIELD); }
+  void getLocation(float* x, float* y, float* z) { split(getLocation(), x, y, z); }
   // The reach of the light as scene files give it; OpenGL lights have no
   // radius, so it is kept but not sent.
   void setRadius(float value) { setFieldValue(radius, value, RADIUS_FIELD); }
-  float getRadius() const { return radius; }
+  float getRadius() { return getFieldValue(radius, RADIUS_FIELD); }
   // Constant, linear and quadratic attenuation.
   void setAttenuation(float c, float l, float q) { setAttenuation(nrVec3f(c, l, q)); }
   void setAttenuation(const nrVec3f& value) { setFieldValue(attenuation, value, ATTENUATION_FIELD); }
-  const nrVec3f& getAttenuation() const { return attenuation; }
-  void getAttenuation(float* c, float* l, float* q) const { split(attenuation, c, l, q); }
+  const nrVec3f& getAttenuation() { return getFieldValue(attenuation, ATTENUATION_FIELD); }
+  void getAttenuation(float* c, float* l, float* q) { split(getAttenuation(), c, l, q); }
 
  protected:
   void define(int slot) override;

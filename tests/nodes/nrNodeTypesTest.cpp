@@ -33,7 +33,9 @@ int registrationOrderFault() {
   if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 124;
   if (nrType::getType("PerspCamera")->getParent() != nrType::getType("Camera")) return 125;
   if (nrType::getType("Transform")->getParent() != nrType::getType("Group")) return 126;
-  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction") || nrType::getType("LOD")) return 127;
+  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction") || nrType::getType("LOD") ||
+      nrType::getType("Fog"))
+    return 127;
   if (nrType::getType("Inline")->getParent() != nrType::getType("Switch")) return 128;
   return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/render/nrDirectionalLight.h"
 #include "nerio3d/render/nrEnvironment.h"
 #include "nerio3d/render/nrFog.h"
@@ -9,6 +10,7 @@
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrSpotLight.h"
+#include "nrCapture.h"
 #include "nrRenderFixture.h"
 
 namespace {
@@ -71,6 +73,35 @@ TEST(nrLightFields, SitAtTheirIndicesUnderTheirNames) {
       EXPECT_STREQ(type->getFieldInfo(static_cast<int>(i) + 2)->getName().getString(), names[i]) << type->getName();
   EXPECT_EQ(nrSpotLight().getCutOffAngle(), 180);
   EXPECT_EQ(nrFog().getMode(), nrFog::EXP_FOG);
+
+  nrEnvironment* env = new nrEnvironment;
+  env->ref();
+  std::string said = nrtest::captureStderr([&] { static_cast<nrSFRef*>(env->getField("fog"))->set(new nrGroup); });
+  EXPECT_EQ(said, "nrEnvironment: Group is not a Fog; no fog is kept\n");
+  EXPECT_EQ(env->getFog(), nullptr);
+  env->unref();
+}
+
+TEST(nrLightFields, GettersReadWhatConnectionsBring) {
+  nrSpotLight *from = new nrSpotLight, *to = new nrSpotLight;
+  nrFog *fogFrom = new nrFog, *fogTo = new nrFog;
+  nrNode* nodes[] = {from, to, fogFrom, fogTo};
+  for (nrNode* node : nodes) node->ref();
+  for (short i = nrLight::ON_FIELD; i <= nrSpotLight::CUT_OFF_ANGLE_FIELD; ++i) from->connect(i, to, i);
+  fogFrom->connect(nrFog::COLOR_FIELD, fogTo, nrFog::COLOR_FIELD);
+  from->setOn(0);
+  from->setColor(1, 0, 0);
+  from->setLocation(1, 2, 3);
+  from->setCutOffAngle(30);
+  fogFrom->setColor(0.5f, 0.5f, 0.5f, 1);
+  float r, g, b, a;
+  to->getColor(&r, &g, &b);
+  EXPECT_EQ(std::make_tuple(to->getOn(), r, g, b), std::make_tuple(0, 1.0f, 0.0f, 0.0f));
+  EXPECT_EQ(to->getLocation(), nrVec3f(1, 2, 3));
+  EXPECT_EQ(to->getCutOffAngle(), 30);
+  fogTo->getColor(&r, &g, &b, &a);
+  EXPECT_EQ(a, 1);
+  for (nrNode* node : nodes) node->unref();
 }
 
 TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {

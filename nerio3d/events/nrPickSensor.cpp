@@ -1,0 +1,148 @@
+#include "nerio3d/events/nrPickSensor.h"
+
+#include "nerio3d/arrays/nrTypedArray.h"
+#include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrGroup.h"
+#include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/render/nrCamera.h"
+
+NR_DEFINE_TYPE(nrPickSensor, nrNode, "PickSensor") {
+  nrSFUByte::addTypeField(type, "enabled", ENABLED_FIELD, 1, &nrPickSensor::enabled);
+  nrSFUByte::addTypeField(type, "isActive", IS_ACTIVE_FIELD, 0, &nrPickSensor::isActive);
+}
+
+namespace {
+// Never destroyed: sensors that outlive the library's statics still leave them.
+nrPtrArray& picked = *new nrPtrArray(4);
+nrPtrArray& over = *new nrPtrArray(4);
+nrPtrArray& grabbed = *new nrPtrArray(4);
+}  // namespace
+
+int nrPickSensor::currentFrame = 0;
+bool nrPickSensor::grabbing = false;
+int nrPickSensor::pickedDepth = 0;
+nrSeg nrPickSensor::pickRay;
+bool nrPickSensor::havePickRay = false;
+
+nrPickSensor::nrPickSensor(nrType* type) : nrNode(type), frame(-1) { initFieldDefaults(getClassType()); }
+
+nrPickSensor::~nrPickSensor() {
+  picked.remove(this);
+  over.remove(this);
+  grabbed.remove(this);
+  destroyFieldContents(getClassType());
+}
+
+void nrPickSensor::beginGrab(const nrHit&) {}
+void nrPickSensor::motion(const nrHit&) {}
+void nrPickSensor::endGrab(const nrHit&) {}
+
+const nrPtrArray& nrPickSensor::getPicked() { return picked; }
+const nrPtrArray& nrPickSensor::getGrabbed() { return grabbed; }
+
+bool nrPickSensor::getPickRay(nrSeg& ray) {
+  if (havePickRay) ray = pickRay;
+  return havePickRay;
+}
+
+void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, int buttonDown) {
+  if (!root || !camera) return;
+  picked.setCount(0);
+  havePickRay = camera->getPickRay(x, y, pickRay) != 0;
+  nrHit hit;
+  if (camera->pick(root, x, y, hit)) collect(hit);
+
+  if (!grabbing && !buttonDown) {
+    updatePickedSensors(hit);
+  } else if (!grabbing) {
+    grabbing = true;
+    grabbed = picked;
+    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->beginGrab(hit);
+  } else if (buttonDown) {
+    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->motion(hit);
+  } else {
+    grabbing = false;
+    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->endGrab(hit);
+    grabbed.setCount(0);
+    updatePickedSensors(hit);
+  }
+  ++currentFrame;
+}
+
+void nrPickSensor::updatePickedSensors(const nrHit& hit) {
+  for (unsigned i = 0; i < over.getCount();) {
+    nrPickSensor* s = static_cast<nrPickSensor*>(over[i]);
+    if (s->isPicked()) {
+      ++i;
+      continue;
+    }
+    s->motion(hit);
+    over.fastRemoveIndex(i);
+  }
+  for (unsigned i = 0; i < picked.getCount(); ++i) static_cast<nrPickSensor*>(picked[i])->motion(hit);
+  over = picked;
+}
+
+// Walks from the geometry towards the root. A shape that names itself in the
+// hit is the first level, whether or not the path shows it.
+void nrPickSensor::collect(const nrHit& hit) {
+  const nrPtrArray& path = hit.getPath();
+  int depth = static_cast<int>(path.getCount());
+  if (nrNode* shape = hit.getShape()) {
+    const int aboveShape = depth && path[depth - 1] == static_cast<void*>(hit.getGeometry()) ? depth - 1 : depth;
+    if (collectAround(shape, aboveShape)) return;
+  }
+  while (depth-- > 0)
+    if (collectAround(static_cast<nrContainer*>(path[depth]), depth)) return;
+}
+
+bool nrPickSensor::collectAround(nrContainer* node, int depth) {
+  bool found = false;
+  for (int p = 0; p < node->getParentCount(); ++p) {
+    nrContainer* parent = node->getParent(p);
+    if (!parent->isOfType(nrGroup::getClassType())) continue;
+    nrGroup* group = static_cast<nrGroup*>(parent);
+    for (int c = 0; c < group->getNumChildren(); ++c) {
+      nrNode* child = group->getChild(c);
+      if (!child || !child->isOfType(getClassType())) continue;
+      nrPickSensor* s = static_cast<nrPickSensor*>(child);
+      // The stamp also keeps a sensor reached twice from being listed twice.
+      if (s->isPicked() || !s->getEnabled()) continue;
+      s->frame = currentFrame;
+      picked.append(s);
+      found = true;
+    }
+  }
+  if (found) pickedDepth = depth;
+  return found;
+}
+
+void nrPickSensor::calcWorkingSpace(const nrHit& hit, nrMatrix4f& toWorld) const {
+  const nrPtrArray& path = hit.getPath();
+  toWorld.makeIdent();
+  // Nearest transform first, so that points go through the deepest one first;
+  // the root stands on the path twice and counts once.
+  const int count = static_cast<int>(path.getCount());
+  for (int i = (pickedDepth < count ? pickedDepth : count) - 1; i >= 0; --i) {
+    nrContainer* node = static_cast<nrContainer*>(path[i]);
+    if ((i > 0 && path[i - 1] == node) || !node->isOfType(nrTransform::getClassType())) continue;
+    nrMatrix4f m;
+    static_cast<nrTransform*>(node)->getMatrix(m);
+    toWorld.postMult(m);
+  }
+}
+
+void nrPickSensor::calcLocalHit(const nrHit& hit, nrMatrix4f& toLocal, nrVec3f& point) const {
+  nrMatrix4f toWorld;
+  calcWorkingSpace(hit, toWorld);
+  toLocal.invertAffine(toWorld);
+  point.xformPt(hit.getWorldPoint(), toLocal);
+}
+
+bool nrPickSensor::getLocalPickRay(const nrMatrix4f& toLocal, nrSeg& ray) {
+  if (!havePickRay) return false;
+  ray.pos.xformPt(pickRay.pos, toLocal);
+  ray.dir.xformVec(pickRay.dir, toLocal);
+  ray.length = pickRay.length * ray.dir.normalize();
+  return true;
+}

@@ -1,0 +1,40 @@
+// Reports the pointer over the geometry next to it: isOver while it hovers,
+// the hit point, normal and texture coordinate in the sensor's coordinates,
+// isActive while a button is held, and touchTime when a button goes up over it.
+#pragma once
+
+#include "nerio3d/core/nrTime.h"
+#include "nerio3d/events/nrPickSensor.h"
+#include "nerio3d/math/nrVec2f.h"
+#include "nerio3d/math/nrVec3f.h"
+
+class nrTouchSensor : public nrPickSensor {
+  NR_DECLARE_CONTAINER_TYPE(nrTouchSensor)
+
+  enum { HIT_NORMAL_FIELD = 4, HIT_POINT_FIELD, HIT_TEX_COORD_FIELD, IS_OVER_FIELD, TOUCH_TIME_FIELD };
+
+  nrTouchSensor() : nrTouchSensor(getClassType()) {}
+  explicit nrTouchSensor(nrType* type);
+  ~nrTouchSensor() override;
+
+  nrVec3f getHitNormal() { return read(hitNormal, HIT_NORMAL_FIELD); }
+  nrVec3f getHitPoint() { return read(hitPoint, HIT_POINT_FIELD); }
+  // Set only when the geometry hit has texture coordinates.
+  nrVec2f getHitTexCoord() { return read(hitTexCoord, HIT_TEX_COORD_FIELD); }
+  unsigned char getIsOver() { return read(isOver, IS_OVER_FIELD); }
+  nrTime getTouchTime() { return read(touchTime, TOUCH_TIME_FIELD); }
+
+  void beginGrab(const nrHit& hit) override;
+  void motion(const nrHit& hit) override;
+  void endGrab(const nrHit& hit) override;
+
+ protected:
+  nrVec3f hitNormal;
+  nrVec3f hitPoint;
+  nrVec2f hitTexCoord;
+  unsigned char isOver;
+  nrTime touchTime;
+
+ private:
+  bool over;
+};

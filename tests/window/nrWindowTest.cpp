@@ -1,0 +1,231 @@
+#include <GL/freeglut.h>
+
+#include <chrono>
+
+#include "nerio3d/platform/nrWindowSystem.h"
+#include "nerio3d/render/nrContext.h"
+#include "nrCapture.h"
+#include "nrWindowFixture.h"
+
+using nrtest::pumpUntil;
+using nrtest::Recorder;
+using nrtest::Seen;
+
+namespace {
+
+// The enumerations carry the toolkit's codes.
+static_assert(nrWindow::WINDOW_HEIGHT_QUERY == GLUT_WINDOW_HEIGHT && nrWindow::SCREEN_WIDTH_QUERY == GLUT_SCREEN_WIDTH &&
+              nrWindow::INIT_DISPLAY_MODE_QUERY == GLUT_INIT_DISPLAY_MODE &&
+              nrWindow::ELAPSED_TIME_QUERY == GLUT_ELAPSED_TIME && nrWindow::WINDOW_CURSOR_QUERY == GLUT_WINDOW_CURSOR);
+static_assert(nrWindow::HAS_KEYBOARD_DQUERY == GLUT_HAS_KEYBOARD &&
+              nrWindow::JOYSTICK_POLL_RATE_DQUERY == GLUT_JOYSTICK_POLL_RATE);
+static_assert((nrWindow::DOUBLE_MODE | nrWindow::DEPTH_MODE | nrWindow::MULTISAMPLE_MODE) == 146 &&
+              nrWindow::INDEX_MODE == GLUT_INDEX && nrWindow::STEREO_MODE == GLUT_STEREO);
+
+using WindowInput = nrtest::WindowTest;
+using WindowLoop = nrtest::WindowTest;
+
+// A frame function that asks for more frames three times, then for none, and
+// closes its window when input brings it back.
+struct Frames {
+  nrtest::XInput* input;
+  std::vector<int> freeRunSeen;
+  std::vector<int> renders;
+  std::vector<bool> closing;
+
+  static int frame(void* self) {
+    Frames* f = static_cast<Frames*>(self);
+    f->freeRunSeen.push_back(nrWindow::getFreeRun());
+    const nrEventArray& events = nrWindow::getCurrent()->getEvents();
+    bool close = false;
+    for (unsigned i = 0; i < events.getCount(); ++i) close = close || events[i]->kind == nrEvent::CLOSE_EVENT;
+    f->closing.push_back(close);
+    if (f->freeRunSeen.size() < 4) return 0;
+    if (f->freeRunSeen.size() == 4) f->input->requestClose(nrWindow::getCurrent());
+    return 1;
+  }
+  static void render(void* self) {
+    Frames* f = static_cast<Frames*>(self);
+    f->renders.push_back(static_cast<int>(f->freeRunSeen.size()));
+  }
+};
+
+}  // namespace
+
+TEST_F(WindowInput, PointerAndKeyRecordsFlipYKeepButtonMasksAndRecycleRecords) {
+  nrWindow::initSize(400, 500);
+  Recorder& r = open();
+  nrWindow* w = r.window;
+  EXPECT_EQ(nrWindow::getCurrent(), w);
+  EXPECT_EQ(nrWindow::getContext(), w->getThisWindowContext());
+  EXPECT_EQ(nrContext::getCurrent(), w->getThisWindowContext());
+  EXPECT_EQ(nrWindow::isRGB(), 1);
+  auto click = [&](int x, int y) {
+    const size_t before = r.count(nrEvent::BUTTON_UP_EVENT);
+    input.moveTo(w, x, y);
+    input.button(1, true);
+    input.button(1, false);
+    EXPECT_TRUE(pumpUntil([&] { return r.count(nrEvent::BUTTON_UP_EVENT) > before; }));
+    return r.of(nrEvent::BUTTON_DOWN_EVENT).back();
+  };
+  // Top-left and bottom-left pixels of a 500-pixel-high window.
+  EXPECT_EQ(click(0, 0).y, 499);
+  Seen bottom = click(0, 499);
+  EXPECT_EQ(bottom.x, 0);
+  EXPECT_EQ(bottom.y, 0);
+  EXPECT_EQ(nrWindow::getMouseY(), 0);
+
+  // Left down, right down, drag, left up: one button per press and release,
+  // every button held while dragging; the right one is still held.
+  r.seen.clear();
+  input.moveTo(w, 100, 100);
+  input.button(1, true);
+  input.button(3, true);
+  input.moveTo(w, 110, 120);
+  input.button(1, false);
+  ASSERT_TRUE(pumpUntil([&] { return r.count(nrEvent::BUTTON_UP_EVENT) == 1; }));
+  std::vector<Seen> presses = r.of(nrEvent::BUTTON_DOWN_EVENT);
+  ASSERT_EQ(presses.size(), 2u);
+  EXPECT_EQ(presses[0].buttons, 1u);
+  EXPECT_EQ(presses[1].buttons, 4u);
+  ASSERT_FALSE(r.of(nrEvent::MOTION_EVENT).empty());
+  EXPECT_EQ(r.of(nrEvent::MOTION_EVENT).back().buttons, 5u);
+  EXPECT_EQ(r.of(nrEvent::MOTION_EVENT).back().y, 379);
+  EXPECT_EQ(r.of(nrEvent::BUTTON_UP_EVENT)[0].buttons, 1u);
+  EXPECT_EQ(nrWindow::getMouseButtons(), 4u);
+  input.button(3, false);
+  ASSERT_TRUE(pumpUntil([&] { return nrWindow::getMouseButtons() == 0; }));
+
+  // A wheel notch and a key, at the pointer.
+  r.seen.clear();
+  input.button(4, true);
+  input.button(4, false);
+  input.key("a", true);
+  input.key("a", false);
+  ASSERT_TRUE(pumpUntil([&] { return r.count(nrEvent::KEY_UP_EVENT) == 1; }));
+  ASSERT_EQ(r.count(nrEvent::BUTTON_DOWN_EVENT), 1u);
+  EXPECT_EQ(r.of(nrEvent::BUTTON_DOWN_EVENT)[0].buttons, unsigned(nrEvent::WHEEL_UP_BUTTON));
+  EXPECT_EQ(r.of(nrEvent::BUTTON_UP_EVENT)[0].buttons, unsigned(nrEvent::WHEEL_UP_BUTTON));
+  Seen key = r.of(nrEvent::KEY_DOWN_EVENT)[0];
+  EXPECT_EQ(key.key, 'a');
+  EXPECT_EQ(key.x, 110);
+  EXPECT_EQ(key.y, 379);
+
+  // Each record went back to the pool before the next came: the display
+  // record is the one the last click used, with that click's position.
+  Seen last = click(7, 8);
+  glutPostRedisplay();
+  ASSERT_TRUE(pumpUntil([&] { return r.seen.back().kind == nrEvent::DISPLAY_EVENT; }));
+  EXPECT_EQ(r.seen.back().record, last.record);
+  EXPECT_EQ(last.record->x, 7);
+  EXPECT_EQ(last.record->y, 491);
+}
+
+TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
+  const int width = nrWindow::get(nrWindow::SCREEN_WIDTH_QUERY), height = nrWindow::get(nrWindow::SCREEN_HEIGHT_QUERY);
+  ASSERT_GT(width, 0);
+  EXPECT_EQ(nrWindow::checkDisplayMode(nrWindow::DOUBLE_MODE | nrWindow::DEPTH_MODE), 1);
+  nrWindow::initPosition(0, 0);
+  nrWindow::initSize(width, height);
+  nrWindow* full = open("full").window;
+  EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_X_QUERY), 0);
+  EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_Y_QUERY), 0);
+  EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_WIDTH_QUERY), width);
+  EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_HEIGHT_QUERY), height);
+  EXPECT_EQ(input.decorations(full), 0);
+  delete full;
+
+  // Titles: a titled window keeps the window manager's frame; a null title
+  // takes it away and is kept as "".
+  nrWindow::initPosition(640, 200);
+  nrWindow::initSize(200, 100);
+  nrWindow* titled = open("titled").window;
+  EXPECT_EQ(input.decorations(titled), -1);
+  nrWindow::setWindowTitle(nullptr);
+  EXPECT_STREQ(titled->getTitle(), "");
+  EXPECT_EQ(input.decorations(titled), 0);
+  nrWindow::setWindowTitle("again");
+  nrWindow::setIconTitle("icon");
+  EXPECT_STREQ(titled->getTitle(), "again");
+  EXPECT_STREQ(titled->getIconTitle(), "icon");
+  EXPECT_EQ(input.decorations(titled), 1);
+  nrWindow* bare = open(nullptr).window;
+  EXPECT_EQ(input.decorations(bare), 0);
+  EXPECT_EQ(nrtest::captureStderr([] { nrWindow::setDisplay(":7"); }),
+            "(WARN, USAGE): the display \":7\" is not used: windows open on the display named by DISPLAY\n");
+}
+
+TEST_F(WindowLoop, FrameFunctionAnswersSwitchFreeRunAndCloseEndsTheLoop) {
+  Frames frames{&input, {}, {}, {}};
+  nrWindow::initSize(100, 100);
+  new nrWindow("frames");
+  nrWindow::setFrameFunc(Frames::frame, &frames);
+  nrWindow::setRenderFunc(Frames::render, &frames);
+  nrWindow::setFreeRun(1);
+  nrWindow::mainLoop();
+
+  // Frames 2 to 4 came from idle passes alone, each followed by one render;
+  // frame 4 answered 1, so later frames came with input only (the last with
+  // the close request), were never followed by a render, and the close took
+  // the window away.
+  ASSERT_GE(frames.freeRunSeen.size(), 5u);
+  for (size_t i = 0; i < frames.freeRunSeen.size(); ++i) EXPECT_EQ(frames.freeRunSeen[i], i < 4) << i;
+  EXPECT_EQ(frames.renders, (std::vector<int>{1, 2, 3, 4}));
+  EXPECT_TRUE(frames.closing.back());
+  EXPECT_EQ(nrWindow::getFreeRun(), 0);
+  EXPECT_TRUE(nrWindow::getWindows().isEmpty());
+  EXPECT_EQ(nrWindow::getCurrent(), nullptr);
+}
+
+TEST_F(WindowLoop, CloseRequestsAndMainLoopReturningWhenTheLastWindowGoes) {
+  nrWindow::initSize(100, 100);
+  Recorder& kept = open("kept");
+  Recorder& gone = open("gone");
+  kept.window->deleteOnClose(0);
+  input.requestClose(kept.window);
+  input.requestClose(gone.window);
+  ASSERT_TRUE(pumpUntil([&] { return nrWindow::getWindows().getCount() == 1; }));
+  EXPECT_EQ(kept.count(nrEvent::CLOSE_EVENT), 1u);
+  EXPECT_EQ(gone.count(nrEvent::CLOSE_EVENT), 1u);
+  EXPECT_EQ(static_cast<nrWindowItem*>(nrWindow::getWindows().getFirst())->window, kept.window);
+
+  // The window system's close of the last window ends the loop, and the
+  // program goes on with windows as before.
+  kept.window->deleteOnClose(1);
+  input.requestClose(kept.window);
+  nrWindow::mainLoop();
+  EXPECT_TRUE(nrWindow::getWindows().isEmpty());
+  Recorder& after = open("after");
+  EXPECT_EQ(nrWindow::getCurrent(), after.window);
+
+  // A window the toolkit destroys behind the library's back is reported closed too.
+  glutDestroyWindow(glutGetWindow());
+  ASSERT_TRUE(pumpUntil([] { return nrWindow::getWindows().isEmpty(); }));
+  EXPECT_EQ(after.count(nrEvent::CLOSE_EVENT), 1u);
+}
+
+TEST_F(WindowLoop, TimerTicksAtItsIntervalAndTheArmedOneExpiresOnceAfterDisable) {
+  nrWindow::initSize(100, 100);
+  Recorder& r = open("timer");
+  using Clock = std::chrono::steady_clock;
+  std::vector<Clock::time_point> ticks;
+  const unsigned interval = 25;
+  const Clock::time_point start = Clock::now();
+  r.window->enableTimer(interval);
+  EXPECT_EQ(r.window->getTimerEnabled(), 1);
+  EXPECT_EQ(r.window->getTimerInterval(), interval);
+  ASSERT_TRUE(pumpUntil([&] {
+    if (r.count(nrEvent::TIMER_EVENT) > ticks.size()) ticks.push_back(Clock::now());
+    return ticks.size() == 4;
+  }));
+  // Each tick re-arms when it fires, so tick k comes no sooner than k intervals.
+  for (size_t k = 0; k < ticks.size(); ++k)
+    EXPECT_GE(std::chrono::duration_cast<std::chrono::milliseconds>(ticks[k] - start).count(), (k + 1) * interval - 1);
+  EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(ticks.back() - start).count(), 2000);
+
+  r.window->disableTimer();
+  const size_t ticked = r.count(nrEvent::TIMER_EVENT);
+  EXPECT_EQ(nrWindowSystem::getPendingTimers(), 1);
+  ASSERT_TRUE(pumpUntil([] { return nrWindowSystem::getPendingTimers() == 0; }));
+  EXPECT_EQ(r.count(nrEvent::TIMER_EVENT), ticked);
+}
