@@ -3,7 +3,7 @@ MAKEFLAGS += --no-print-directory
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: all setup configure build test test-sanitize run bench fuzz clean
+.PHONY: all setup configure build test test-sanitize run bench bench-build bench-micro fuzz clean
 
 all: build
 
@@ -42,10 +42,18 @@ test-sanitize: setup
 run: build
 	@bash scripts/run-demo $(BUILD_DIR)
 
-# Benchmarks build in their own release tree.
-bench: setup
+# Benchmarks build in their own release tree. make bench prints the table of
+# nerio3d against its peer (Coin3D, installed here) on the generated scenes;
+# make bench-micro runs the Google benchmark programs.
+bench-build: setup
+	@bash bench/peer/setup
 	@cmake -S . -B $(BUILD_DIR)-bench -DCMAKE_BUILD_TYPE=Release -DNERIO3D_BENCHMARKS=ON -DNERIO3D_TESTS=OFF >/dev/null
 	@cmake --build $(BUILD_DIR)-bench -j $(JOBS)
+
+bench: bench-build
+	@$(BUILD_DIR)-bench/bench/peer/run-table
+
+bench-micro: bench-build
 	@for b in $(BUILD_DIR)-bench/bench/*Bench; do $$b; done
 
 # A fuzzing campaign against the scene reader (FUZZ_SECONDS, 10 minutes by

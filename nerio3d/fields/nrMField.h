@@ -59,7 +59,10 @@ class nrMFieldOf : public nrMField {
     return value->getArray();
   }
 
+  // Edits of some elements apply to the whole value: one that its owner
+  // makes on demand (a list kept in another form) is made first.
   void set(unsigned i, const T& v) {
+    catchUp();
     value->set(i, v);
     forwardOrNotify<Field>([&](Field* f) { f->set(i, v); });
   }
@@ -68,18 +71,22 @@ class nrMFieldOf : public nrMField {
     forwardOrNotify<Field>([&](Field* f) { f->set(a); });
   }
   void setRange(unsigned start, unsigned n, const T* values) {
+    catchUp();
     value->setRange(start, n, values);
     forwardOrNotify<Field>([&](Field* f) { f->setRange(start, n, values); });
   }
   void fillRange(unsigned start, unsigned n, const T& v) {
+    catchUp();
     value->fillRange(start, n, v);
     forwardOrNotify<Field>([&](Field* f) { f->fillRange(start, n, v); });
   }
   void append(const T& v) {
+    catchUp();
     value->append(v);
     forwardOrNotify<Field>([&](Field* f) { f->append(v); });
   }
   void setCount(unsigned n) {
+    catchUp();
     value->setCount(n);
     forwardOrNotify<Field>([&](Field* f) { f->setCount(n); });
   }
@@ -114,6 +121,10 @@ class nrMFieldOf : public nrMField {
   }
 
  private:
+  void catchUp() {
+    if (getContainer()->getSideEffectMask().isBitSet(getIndex())) validate();
+  }
+
   A* value;
 };
 

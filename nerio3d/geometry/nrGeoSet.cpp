@@ -1,7 +1,9 @@
 #include "nerio3d/geometry/nrGeoSet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 
 #include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
@@ -13,6 +15,7 @@
 #include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrPickTree.h"
 #include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrGL.h"
@@ -114,6 +117,14 @@ struct AttrLimit {
     }
     return i >= 0 && i < count;
   }
+  // Elements 0 to n - 1 all exist: one pass without early exits.
+  bool hasFirst(long n) const {
+    if (!index) return n <= count;
+    if (n > indexCount) return false;
+    unsigned bad = 0;
+    for (long i = 0; i < n; ++i) bad |= unsigned(index[i]) >= unsigned(count);
+    return !bad;
+  }
 };
 
 template <typename Set>
@@ -175,7 +186,8 @@ nrGeoSet::nrGeoSet(nrType* type)
       perVertDraw(nullptr),
       vertArrayDraw(nullptr),
       drawablePrims(0),
-      drawableStale(true) {
+      drawableStale(true),
+      pickTree(nullptr) {
   initFieldDefaults(getClassType());
   calcBindings();
 }
@@ -185,6 +197,7 @@ nrGeoSet::~nrGeoSet() {
   if (displayListId >= 1) nrContext::freeId(displayListId, 1);
   displayListId = -1;
   freeBPCullData();
+  delete pickTree;
   destroyFieldContents(getClassType());
 }
 
@@ -452,10 +465,22 @@ void nrGeoSet::compileList(nrCompileAction* action) {
 void nrGeoSet::isect(nrIsectAction* action) {
   cleanPendingFields();
   if (!coordSet || cullFace == nrContext::BOTH_CULL) return;
-  if (!boxBound.isect(&action->getSeg(), nullptr, nullptr)) return;
+  const nrSeg& seg = action->getSeg();
+  if (!boxBound.isect(&seg, nullptr, nullptr)) return;
   nrGLAttr coords;
   static_cast<nrCoordSet*>(coordSet)->getGLAttr(coords);
   const int* index = indicesOf(coordIndexSet);
+  if (pickTree && pickTree->getVersion() != version) {
+    delete pickTree;
+    pickTree = nullptr;
+  }
+  if (!pickTree) pickTree = buildPickTree(coords, index);
+  if (pickTree) {
+    nrDetail::nrPickTree::Hit hit;
+    if (pickTree->pick(seg, coords.data, coords.stride, cullFace, hitTri, hit))
+      action->hitGeometry(this, hit.t, pickTree->primOf(hit.order), hit.normal);
+    return;
+  }
   int n = getDrawablePrimCount();
   for (int p = 0, first = 0; p < n; ++p) {
     int len = getPrimLen(p), v[3];
@@ -466,6 +491,33 @@ void nrGeoSet::isect(nrIsectAction* action) {
     }
     first += len;
   }
+}
+
+nrDetail::nrPickTree* nrGeoSet::buildPickTree(const nrGLAttr& coords, const int* index) {
+  // A tree pays for itself only past a few triangles (a box's twelve are
+  // tested at once); every kind of set has at most length - 2 per primitive.
+  enum { SMALL_PICK_SET = 16 };
+  int n = getDrawablePrimCount();
+  long most = 0;
+  for (int p = 0; p < n; ++p) most += std::max(getPrimLen(p) - 2, 0);
+  if (most <= SMALL_PICK_SET) return nullptr;
+  std::unique_ptr<nrDetail::nrPickTree::Tri[]> tris(new nrDetail::nrPickTree::Tri[most]);
+  std::unique_ptr<int[]> primFirst(new int[n + 1]);
+  int count = 0;
+  for (int p = 0, first = 0; p < n; ++p) {
+    primFirst[p] = count;
+    int len = getPrimLen(p);
+    nrDetail::nrPickTree::Tri tri;
+    for (int t = 0; count < most && getPrimTri(first, len, t, tri.v); ++t) {
+      if (index)
+        for (int& v : tri.v) v = index[v];
+      tri.order = count;
+      tris[count++] = tri;
+    }
+    first += len;
+  }
+  primFirst[n] = count;
+  return new nrDetail::nrPickTree(version, tris.get(), count, coords.data, coords.stride, std::move(primFirst), n);
 }
 
 // ---- limits and bounds ----
@@ -483,6 +535,22 @@ int nrGeoSet::getDrawablePrimCount() {
   if (texCoordBinding != NO_TEX_COORD) texCoords.from(texCoordSet, countOf<nrTexCoordSet>, texCoordIndexSet);
 
   bool ok = (normalBinding != OVERALL_NORMAL || normals.has(0)) && (colorBinding != OVERALL_COLOR || colors.has(0));
+  // Sets are nearly always whole: checked in bulk first, primitive by
+  // primitive only to find where one is not.
+  long vertices = 0;
+  int whole = 0;
+  for (; whole < primCount; ++whole) {
+    int len = getPrimLen(whole);
+    if (len < 0) break;
+    vertices += len;
+  }
+  if (ok && whole == primCount && coords.hasFirst(vertices) &&
+      (normalBinding != PER_VERTEX_NORMAL || normals.hasFirst(vertices)) &&
+      (colorBinding != PER_VERTEX_COLOR || colors.hasFirst(vertices)) &&
+      (texCoordBinding != PER_VERTEX_TEX_COORD || texCoords.hasFirst(vertices)) &&
+      (normalBinding != PER_PRIM_NORMAL || normals.hasFirst(primCount)) &&
+      (colorBinding != PER_PRIM_COLOR || colors.hasFirst(primCount)))
+    return drawablePrims = primCount;
   int vertex = 0, p = 0;
   for (; ok && p < primCount; ++p) {
     int len = getPrimLen(p);
@@ -539,9 +607,23 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
     index = indices.getArray();
     if (vertices > int(indices.getCount())) vertices = int(indices.getCount());
   }
+  // The extremes are kept apart from the box while the loop runs: large sets
+  // are bounded at reading time.
+  float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+  bool any = false;
   for (int v = 0; v < vertices; ++v) {
     int e = index ? index[v] : v;
-    if (e >= 0 && e < count) box.extendBy(elementOf(a, e));
+    if (unsigned(e) >= unsigned(count)) continue;
+    const float* p = reinterpret_cast<const float*>(a.data + a.stride * e);
+    for (int k = 0; k < 3; ++k) {
+      lo[k] = std::min(lo[k], p[k]);
+      hi[k] = std::max(hi[k], p[k]);
+    }
+    any = true;
+  }
+  if (any) {
+    box.extendBy(nrVec3f(lo[0], lo[1], lo[2]));
+    box.extendBy(nrVec3f(hi[0], hi[1], hi[2]));
   }
 }
 
@@ -613,7 +695,7 @@ void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
 }
 
 void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
-  cleanPendingFields();
+  cleanAllFields();
   if (writeHeader(out)) return;
   FILE* f = out->getStream();
   // Attribute sets of the kinds the file format knows take its class names.

@@ -17,6 +17,9 @@ class nrCoordSet;
 class nrMFInt;
 class nrNormalSet;
 class nrTexCoordSet;
+namespace nrDetail {
+class nrPickTree;
+}
 
 class nrGeoSet : public nrGeometry {
   NR_DECLARE_TYPE(nrGeoSet)
@@ -111,8 +114,10 @@ class nrGeoSet : public nrGeometry {
   virtual bool getPrimTri(int, int, int, int[3]) { return false; }
 
   void draw(nrDrawAction* action) override;
-  // Picks every triangle of the primitives (getPrimTri) under the set's own
-  // cull face; nothing under BOTH_CULL.
+  // Picks the triangles of the primitives (getPrimTri) under the set's own
+  // cull face; nothing under BOTH_CULL. Sets of more than a few triangles
+  // are picked through a tree of boxes, built on the first pick and again
+  // after a change, which finds exactly the hit of testing every triangle.
   void isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
   // Skips the primitives that face away (isPrimBpcFrontFacing), else as drawWithoutBpc.
@@ -289,7 +294,11 @@ class nrGeoSet : public nrGeometry {
   // Extends box by the first vertices coordinates that exist.
   void boundVertices(nrBoxBound& box, int vertices);
   void freeBPCullData();
+  // The triangles of the drawable primitives, with the first triangle of
+  // each primitive, as the pick tree takes them; null under SMALL_PICK_SET.
+  nrDetail::nrPickTree* buildPickTree(const nrGLAttr& coords, const int* index);
 
   int drawablePrims;
   bool drawableStale;
+  nrDetail::nrPickTree* pickTree;
 };

@@ -70,30 +70,38 @@ void nrGeometry::isect(nrIsectAction* action) {
 int nrGeometry::isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
                          int primIndex) {
   const nrSeg& seg = action->getSeg();
-  nrVec3f ab, ac, normal;
+  float t = 0;
+  nrVec3f normal;
+  if (!hitTri(seg, seg.length, a, b, c, cullFace, t, normal)) return 0;
+  return action->hitGeometry(this, t, primIndex, normal);
+}
+
+bool nrGeometry::hitTri(const nrSeg& seg, float maxT, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c,
+                        int cullFace, float& t, nrVec3f& normal) {
+  nrVec3f ab, ac;
   ab.sub(b, a);
   ac.sub(c, a);
   normal.cross(ab, ac);
   float facing = seg.dir.dot(normal);
   if ((cullFace == nrContext::BACK_CULL && facing > 0) || (cullFace == nrContext::FRONT_CULL && facing < 0) ||
       cullFace == nrContext::BOTH_CULL)
-    return 0;
-  if (std::fabs(facing) < 1e-15f) return 0;
+    return false;
+  if (std::fabs(facing) < 1e-15f) return false;
   nrVec3f toA;
   toA.sub(a, seg.pos);
-  float t = toA.dot(normal) / facing;
-  if (t < 0 || t > seg.length) return 0;
+  t = toA.dot(normal) / facing;
+  if (t < 0 || t > maxT) return false;
   // Barycentric coordinates of the point in the triangle's plane.
   nrVec3f p, ap;
   seg.getPoint(t, p);
   ap.sub(p, a);
   float d00 = ab.dot(ab), d01 = ab.dot(ac), d11 = ac.dot(ac), d20 = ap.dot(ab), d21 = ap.dot(ac);
   float det = d00 * d11 - d01 * d01;
-  if (det == 0) return 0;
+  if (det == 0) return false;
   float u = (d11 * d20 - d01 * d21) / det, v = (d00 * d21 - d01 * d20) / det;
-  if (u < 0 || v < 0 || u + v > 1) return 0;
+  if (u < 0 || v < 0 || u + v > 1) return false;
   normal.normalize();
-  return action->hitGeometry(this, t, primIndex, normal);
+  return true;
 }
 
 void nrGeometry::SolidHit::offer(float at, int which, const nrVec3f& n) {

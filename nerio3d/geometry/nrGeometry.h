@@ -4,6 +4,7 @@
 
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/math/nrBoxBound.h"
+#include "nerio3d/math/nrSeg.h"
 #include "nerio3d/math/nrVec3f.h"
 
 class nrCompileAction;
@@ -32,6 +33,11 @@ class nrGeometry : public nrContainer {
   // its front under FRONT_CULL. Returns 1 when the action kept the hit.
   int isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
                int primIndex);
+  // The test of isectTri without reporting: true when seg meets the triangle
+  // at a distance t no further than maxT, with the triangle's unit normal.
+  // Every triangle pick goes through it, so all agree to the last bit.
+  static bool hitTri(const nrSeg& seg, float maxT, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c,
+                     int cullFace, float& t, nrVec3f& normal);
 
   void setBoxBound(const nrBoxBound& box);
   // The box, recomputed first when the contents changed in DYNAMIC mode.
@@ -44,8 +50,16 @@ class nrGeometry : public nrContainer {
   void fieldChanged(short index) override;
   void cleanSideEffect(short index) override;
 
-  // Brings every pending field up to date, as drawing and picking do first.
+  // Brings the pending fields up to date, as drawing and picking do first.
   void cleanPendingFields() {
+    nrBitMask pending = getSideEffectMask() | getStaleInputMask();
+    if (!pending.isZero()) cleanFieldsForUse(pending);
+  }
+  // Cleans the pending fields given; a subclass leaves out those that it
+  // makes only when they are read, which drawing and picking never do.
+  virtual void cleanFieldsForUse(const nrBitMask& pending) { internalCleanFields(pending); }
+  // Every pending field, as writing and copying need them.
+  void cleanAllFields() {
     nrBitMask pending = getSideEffectMask() | getStaleInputMask();
     if (!pending.isZero()) internalCleanFields(pending);
   }

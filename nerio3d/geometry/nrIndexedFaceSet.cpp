@@ -21,6 +21,7 @@ NR_DEFINE_TYPE(nrIndexedFaceSet, nrPolySet, "IndexedFaceSet") {
 nrIndexedFaceSet::nrIndexedFaceSet(nrType* type)
     : nrPolySet(type),
       pending(0),
+      coordIndexFromSet(false),
       normalIndexFromSet(false),
       ownNormalIndexSet(nullptr),
       ownColorIndexSet(nullptr),
@@ -50,6 +51,7 @@ void nrIndexedFaceSet::fieldChanged(short index) {
       setNormalBind(normalPerVertex ? PER_VERTEX_NORMAL : PER_PRIM_NORMAL);
       break;
     case COORD_INDEX_FIELD:
+      coordIndexFromSet = false;
       schedule(COORD_PENDING);
       break;
     case COLOR_INDEX_FIELD:
@@ -90,8 +92,28 @@ void nrIndexedFaceSet::schedule(int conversions) {
 
 void nrIndexedFaceSet::cleanSideEffect(short index) {
   if (pending) convert();
-  if (index == NORMAL_INDEX_FIELD && normalIndexFromSet) rebuildNormalIndex();
+  if (index == COORD_INDEX_FIELD && coordIndexFromSet) {
+    coordIndexFromSet = false;
+    rebuildList(coordIndex, static_cast<nrIndexSet*>(coordIndexSet)->getArray());
+  }
+  if (index == NORMAL_INDEX_FIELD && normalIndexFromSet) {
+    normalIndexFromSet = false;
+    rebuildList(normalIndex, ownNormalIndexSet->getArray());
+  }
   nrPolySet::cleanSideEffect(index);
+}
+
+void nrIndexedFaceSet::cleanFieldsForUse(const nrBitMask&) {
+  // A conversion on the way may leave the lists waiting: what is pending is
+  // taken again after each pass.
+  for (;;) {
+    uint64_t lists = uint64_t(coordIndexFromSet) << COORD_INDEX_FIELD;
+    lists |= uint64_t(normalIndexFromSet) << NORMAL_INDEX_FIELD;
+    uint64_t used = (getSideEffectMask() | getStaleInputMask()).getBits() & ~lists;
+    if (!used) return;
+    for (short i = 0; i < 64; ++i)
+      if (used >> i & 1) validateField(i);
+  }
 }
 
 void nrIndexedFaceSet::convert() {
@@ -106,6 +128,7 @@ void nrIndexedFaceSet::convert() {
     nrMFInt* lengths = static_cast<nrMFInt*>(getField(POLY_LENGTH_FIELD));
     setPrimCount(flattenVRMLIndices(static_cast<nrMFInt*>(getField(COORD_INDEX_FIELD)),
                                     static_cast<nrIndexSet*>(coordIndexSet), lengths));
+    dropCoordIndex();
     // Attributes without lists of their own follow the coordinates.
     if (!normalIndex.getCount() && !normalIndexFromSet) todo |= NORMAL_PENDING;
     if (!colorIndex.getCount()) todo |= COLOR_PENDING;
@@ -135,21 +158,33 @@ nrIndexSet* nrIndexedFaceSet::useNormalIndexSet(int count) {
   return ownNormalIndexSet;
 }
 
+// The list says no more than the index set and the lengths once every face
+// ends with -1 (as scene files write them): it is freed then, and made again
+// when it is next read. Large face sets keep their indices once, not twice.
+void nrIndexedFaceSet::dropCoordIndex() {
+  const int* list = coordIndex.getArray();
+  unsigned n = coordIndex.getCount();
+  if (n == 0 || list[n - 1] != -1) return;
+  for (unsigned i = 0; i < n; ++i)
+    if (list[i] < -1) return;
+  coordIndex.setCount(0);
+  coordIndex.setSize(0);
+  coordIndexFromSet = true;
+  propagateSideEffect(COORD_INDEX_FIELD);
+}
+
 // Read back into VRML form without reporting a change: the list only
-// catches up with the index set it already describes.
-void nrIndexedFaceSet::rebuildNormalIndex() {
-  normalIndexFromSet = false;
-  const nrIntArray& flat = ownNormalIndexSet->getArray();
-  unsigned corners = flat.getCount(), faces = unsigned(primCount), k = 0;
-  normalIndex.setCount(0);
-  normalIndex.setCount(corners + faces);
-  int* list = normalIndex.getArray();
-  unsigned slot = 0;
-  for (unsigned f = 0; f < faces && f < lengths.getCount(); ++f) {
-    for (int c = 0; c < lengths[f] && k < corners; ++c) list[slot++] = flat[k++];
-    list[slot++] = -1;
+// catches up with the index set it already describes, face by face.
+void nrIndexedFaceSet::rebuildList(nrIntArray& list, const nrIntArray& flat) {
+  unsigned corners = flat.getCount(), faces = lengths.getCount(), k = 0, slot = 0;
+  list.setCount(0);
+  list.setCount(corners + faces);
+  int* out = list.getArray();
+  for (unsigned f = 0; f < faces; ++f) {
+    for (int c = 0; c < lengths[f] && k < corners; ++c) out[slot++] = flat[k++];
+    out[slot++] = -1;
   }
-  normalIndex.setCount(slot);
+  list.setCount(slot);
 }
 
 void nrIndexedFaceSet::copy(nrContainer* from, nrCloneTable* table) {

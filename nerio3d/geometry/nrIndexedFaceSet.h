@@ -68,6 +68,8 @@ class nrIndexedFaceSet : public nrPolySet {
  protected:
   void fieldChanged(short index) override;
   void cleanSideEffect(short index) override;
+  // The index lists kept as index sets wait until they are read.
+  void cleanFieldsForUse(const nrBitMask& pending) override;
 
  private:
   // Conversions waiting for the next use of the set, a bit per index list.
@@ -78,8 +80,11 @@ class nrIndexedFaceSet : public nrPolySet {
   void convert();
   // Points the attribute's index set field at its own index set (made on
   // first need) filled from list, or at the coordinates' set when list is empty.
-  // normalIndex again from the normal index set given by useNormalIndexSet.
-  void rebuildNormalIndex();
+  // Frees coordIndex when the index set and the lengths can make it again.
+  void dropCoordIndex();
+  // An index list again from the flat index set it was converted to (or
+  // that normal generation filled) and the face lengths.
+  void rebuildList(nrIntArray& list, const nrIntArray& flat);
 
   unsigned char ccw;
   unsigned char solid;
@@ -93,6 +98,8 @@ class nrIndexedFaceSet : public nrPolySet {
   unsigned char normalPerVertex;
 
   int pending;
+  // coordIndex waits to be rebuilt from the coordinate index set.
+  bool coordIndexFromSet;
   // normalIndex waits to be rebuilt from the normal index set.
   bool normalIndexFromSet;
   nrIndexSet* ownNormalIndexSet;

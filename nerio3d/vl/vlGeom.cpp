@@ -172,10 +172,12 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
   // its face normal is within the crease of the seed's, and leaves the list
   // (the last one moving into its place).
   float q = std::cos(creaseAngle);
-  nrNormalSet3f* normalSet = new nrNormalSet3f;
+  // Normals go to a scratch array that grows where creases need more than
+  // one per position, and then into a set of exactly their number.
   unsigned room = maxPositions;
-  normalSet->setCount(room);
-  nrVec3f* normals = normalSet->edit();
+  nrVec3fArray normalArray(room);
+  normalArray.setCount(room);
+  nrVec3f* normals = normalArray.getArray();
   unsigned m = 0;
   for (int p = 0, begin = 0; p < positions; begin = groupEnd[p++]) {
     int* group = groups + begin;
@@ -199,8 +201,8 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
         }
       }
       if (m == room) {
-        normalSet->setCount(room += maxPositions);
-        normals = normalSet->edit();
+        normalArray.setCount(room += maxPositions);
+        normals = normalArray.getArray();
       }
       // The mean, divided in double precision and rounded once, equals the
       // single-precision quotient; divided as floats the compiler packs the
@@ -209,7 +211,8 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
       normals[m] = unit(float(sum[0] / divisor), float(sum[1] / divisor), float(sum[2] / divisor));
     }
   }
-  normalSet->setCount(m);
+  nrNormalSet3f* normalSet = new nrNormalSet3f;
+  normalSet->setRange(0, m, normals);
   normalIndexSet->changed();
   set->setNormalSet(normalSet);
   set->setNormalPerVertex(1);

@@ -1,3 +1,4 @@
+#include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrIndexedFaceSet.h"
 #include "nerio3d/geometry/nrIndexedLineSet.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -72,6 +73,30 @@ TEST_F(IndexedSet, IndexListsConvertOnNextUseAndEmptyListsFollowTheCoordinates) 
   s->setCoordIndex(4, firstQuad);
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(0, 1, 0));
   EXPECT_EQ(s->getPrimCount(), 1);
+}
+
+TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrTakeEdits) {
+  const struct {
+    std::vector<int> list;
+    bool freed;  // whether the index set alone keeps it
+  } cases[] = {{{0, 1, 2, 3, -1, 1, 4, 5, 2, -1}, true},
+               {{0, 1, 2, -1, -1, 3, 4, 5, -1}, true},
+               {{0, 1, 2, 3, -1, 1, 4, 5}, false},
+               {{0, 1, 2, -2, 3, 4, 5, -1}, false}};
+  for (const auto& c : cases) {
+    std::vector<int> edited = c.list;
+    edited[1] = 5;
+    for (bool edit : {false, true}) {
+      nrIndexedFaceSet* s = set<nrIndexedFaceSet>(halves, 0);
+      s->setCoordIndex(int(c.list.size()), c.list.data());
+      s->draw(action);
+      nrMFInt* field = static_cast<nrMFInt*>(s->getField(nrIndexedFaceSet::COORD_INDEX_FIELD));
+      EXPECT_EQ(field->getStorage()->getCount() == 0, c.freed) << c.list.size();
+      if (edit) field->set(1, 5);
+      EXPECT_EQ(values(s->getCoordIndex()), edit ? edited : c.list);
+      EXPECT_EQ(s->getCoordIndexSet()->getArray()[1], edit ? 5 : 1);
+    }
+  }
 }
 
 TEST_F(IndexedSet, PerFaceColoursComeFromTheirOwnIndexSet) {

@@ -1,0 +1,197 @@
+#include "nerio3d/geometry/nrPickTree.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace nrDetail {
+
+namespace {
+
+enum { LEAF_SIZE = 4, MAX_DEPTH = 64 };
+
+// How much a triangle's box grows beyond its extent, and a node's beyond its
+// box per unit of coordinate magnitude, so that the boxes hold every point
+// the exact float test accepts: that test is off by a few units in the last
+// place of the coordinates, and by the triangle's size over the sine squared
+// of its first corner's angle, which loose triangles bound from below.
+const float TRI_MARGIN = 1e-2f, SCALE_MARGIN = 2e-5f;
+const double MIN_SINE_SQUARED = 1e-3;
+
+const nrVec3f& vertex(const unsigned char* coords, int stride, int e) {
+  return *reinterpret_cast<const nrVec3f*>(coords + std::ptrdiff_t(stride) * e);
+}
+
+}  // namespace
+
+// Splits at the median of the triangles' centres along the widest axis of the
+// centres, down to leaves of LEAF_SIZE; boxes are gathered on the way back.
+struct nrPickTree::Builder {
+  struct Item {
+    float centre[3];
+    int tri;
+  };
+
+  nrPickTree& tree;
+  const Tri* in;
+  const unsigned char* coords;
+  int stride;
+  int nodeCount = 0, triCount = 0;
+
+  static int nodesFor(int count) {
+    return count <= LEAF_SIZE ? 1 : 1 + nodesFor(count / 2) + nodesFor(count - count / 2);
+  }
+
+  void build(Item* items, int begin, int end) {
+    Node& node = tree.nodes[nodeCount++];
+    if (end - begin <= LEAF_SIZE) {
+      node.next = triCount;
+      node.count = end - begin;
+      std::fill(node.min, node.min + 3, HUGE_VALF);
+      std::fill(node.max, node.max + 3, -HUGE_VALF);
+      for (int i = begin; i < end; ++i) {
+        const Tri& t = in[items[i].tri];
+        tree.tris[triCount++] = t;
+        float lo[3], hi[3];
+        for (int k = 0; k < 3; ++k) {
+          const nrVec3f &a = vertex(coords, stride, t.v[0]), &b = vertex(coords, stride, t.v[1]),
+                        &c = vertex(coords, stride, t.v[2]);
+          lo[k] = std::min({a[k], b[k], c[k]});
+          hi[k] = std::max({a[k], b[k], c[k]});
+        }
+        float margin = TRI_MARGIN * std::max({hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]});
+        for (int k = 0; k < 3; ++k) {
+          node.min[k] = std::min(node.min[k], lo[k] - margin);
+          node.max[k] = std::max(node.max[k], hi[k] + margin);
+        }
+      }
+      return;
+    }
+    float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+    for (int i = begin; i < end; ++i)
+      for (int k = 0; k < 3; ++k) {
+        lo[k] = std::min(lo[k], items[i].centre[k]);
+        hi[k] = std::max(hi[k], items[i].centre[k]);
+      }
+    int axis = 0;
+    for (int k = 1; k < 3; ++k)
+      if (hi[k] - lo[k] > hi[axis] - lo[axis]) axis = k;
+    int mid = begin + (end - begin) / 2;
+    std::nth_element(items + begin, items + mid, items + end,
+                     [axis](const Item& x, const Item& y) { return x.centre[axis] < y.centre[axis]; });
+    build(items, begin, mid);
+    node.next = nodeCount;
+    node.count = 0;
+    build(items, mid, end);
+    const Node &left = (&node)[1], &right = tree.nodes[node.next];
+    for (int k = 0; k < 3; ++k) {
+      node.min[k] = std::min(left.min[k], right.min[k]);
+      node.max[k] = std::max(left.max[k], right.max[k]);
+    }
+  }
+};
+
+nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned char* coords, int stride,
+                       std::unique_ptr<int[]> first, int primCount)
+    : version(version), primFirst(std::move(first)), looseCount(0), prims(primCount), scale(0) {
+  std::unique_ptr<Builder::Item[]> items(new Builder::Item[count > 0 ? count : 1]);
+  int itemCount = 0;
+  for (int i = 0; i < count; ++i) {
+    const nrVec3f* p[3] = {&vertex(coords, stride, in[i].v[0]), &vertex(coords, stride, in[i].v[1]),
+                           &vertex(coords, stride, in[i].v[2])};
+    bool finite = true;
+    for (const nrVec3f* v : p)
+      for (int k = 0; k < 3; ++k) {
+        finite = finite && std::isfinite((*v)[k]);
+        if (finite) scale = std::max(scale, std::fabs((*v)[k]));
+      }
+    double ab[3], ac[3];
+    for (int k = 0; k < 3; ++k) {
+      ab[k] = double((*p[1])[k]) - (*p[0])[k];
+      ac[k] = double((*p[2])[k]) - (*p[0])[k];
+    }
+    double cross[3] = {ab[1] * ac[2] - ab[2] * ac[1], ab[2] * ac[0] - ab[0] * ac[2], ab[0] * ac[1] - ab[1] * ac[0]};
+    double area2 = cross[0] * cross[0] + cross[1] * cross[1] + cross[2] * cross[2];
+    double ab2 = ab[0] * ab[0] + ab[1] * ab[1] + ab[2] * ab[2], ac2 = ac[0] * ac[0] + ac[1] * ac[1] + ac[2] * ac[2];
+    if (!finite || !(area2 > MIN_SINE_SQUARED * ab2 * ac2)) {
+      if (!loose) loose.reset(new Tri[count]);
+      loose[looseCount++] = in[i];
+      continue;
+    }
+    Builder::Item& item = items[itemCount++];
+    for (int k = 0; k < 3; ++k) item.centre[k] = ((*p[0])[k] + (*p[1])[k] + (*p[2])[k]) / 3;
+    item.tri = i;
+  }
+  if (itemCount == 0) return;
+  nodes.reset(new Node[Builder::nodesFor(itemCount)]);
+  tris.reset(new Tri[itemCount]);
+  Builder builder{*this, in, coords, stride};
+  builder.build(items.get(), 0, itemCount);
+}
+
+bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride, int cullFace, TriTest test,
+                      Hit& hit) const {
+  bool found = false;
+  float best = seg.length;
+  auto offer = [&](const Tri& tri) {
+    float t = 0;
+    nrVec3f normal;
+    if (!test(seg, best, vertex(coords, stride, tri.v[0]), vertex(coords, stride, tri.v[1]),
+              vertex(coords, stride, tri.v[2]), cullFace, t, normal) ||
+        !(t >= 0))
+      return;
+    // The test keeps t within best: a nearer one, or an equally near one met earlier in order.
+    if (found && !(t < best) && tri.order > hit.order) return;
+    found = true;
+    best = t;
+    hit.t = t;
+    hit.order = tri.order;
+    hit.normal = normal;
+  };
+  for (int i = 0; i < looseCount; ++i) offer(loose[i]);
+  if (!nodes) return found;
+
+  float pad = SCALE_MARGIN * (scale + std::max({std::fabs(seg.pos[0]), std::fabs(seg.pos[1]), std::fabs(seg.pos[2])}));
+  float inv[3];
+  for (int k = 0; k < 3; ++k) {
+    float d = seg.dir[k];
+    inv[k] = std::fabs(d) > 1e-30f ? 1 / d : std::copysign(1e30f, d);
+  }
+  // The distance at which seg enters the node's box grown by pad, or HUGE_VALF when it misses it.
+  auto enter = [&](const Node& n) {
+    float lo = -pad, hi = best + pad;
+    for (int k = 0; k < 3; ++k) {
+      float t1 = (n.min[k] - pad - seg.pos[k]) * inv[k], t2 = (n.max[k] + pad - seg.pos[k]) * inv[k];
+      if (t1 > t2) std::swap(t1, t2);
+      lo = std::max(lo, t1);
+      hi = std::min(hi, t2);
+    }
+    return lo <= hi ? lo : HUGE_VALF;
+  };
+  struct Entry {
+    int node;
+    float t;
+  } stack[MAX_DEPTH];
+  int depth = 0;
+  float t0 = enter(nodes[0]);
+  if (t0 != HUGE_VALF) stack[depth++] = {0, t0};
+  while (depth > 0) {
+    Entry e = stack[--depth];
+    if (e.t > best + pad) continue;
+    const Node& n = nodes[e.node];
+    if (n.count) {
+      for (int i = n.next; i < n.next + n.count; ++i) offer(tris[i]);
+      continue;
+    }
+    Entry near = {e.node + 1, enter(nodes[e.node + 1])}, far = {n.next, enter(nodes[n.next])};
+    if (far.t < near.t) std::swap(near, far);
+    if (far.t != HUGE_VALF) stack[depth++] = far;
+    if (near.t != HUGE_VALF) stack[depth++] = near;
+  }
+  return found;
+}
+
+int nrPickTree::primOf(int order) const {
+  return int(std::upper_bound(primFirst.get(), primFirst.get() + prims + 1, order) - primFirst.get()) - 1;
+}
+
+}  // namespace nrDetail

@@ -1,0 +1,214 @@
+// Picking through the tree of boxes finds exactly what testing every triangle
+// in order finds, on random, grid-aligned and grazing segments.
+#include <cmath>
+#include <random>
+
+#include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/geometry/nrIndexedFaceSet.h"
+#include "nerio3d/geometry/nrPolySet.h"
+#include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrTriFanSet.h"
+#include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
+#include "nrGeometryFixture.h"
+
+namespace {
+
+class PickTree : public nrtest::GeometryTest {
+ protected:
+  // The hit of every triangle tested in order through isectTri, behind the
+  // same box test as the set's own pick.
+  static nrHit everyTriangle(nrGeoSet* s, const nrSeg& seg) {
+    nrIsectAction pick;
+    pick.setSeg(seg);
+    pick.reset();
+    if (s->getCullFace() != nrContext::BOTH_CULL && s->getBoxBound().isect(&seg, nullptr, nullptr)) {
+      const nrVec3f* points = static_cast<nrCoordSet3f*>(s->getCoordSet())->getArray().getArray();
+      const int* index = s->getCoordIndexSet() ? s->getCoordIndexSet()->getArray().getArray() : nullptr;
+      for (int p = 0, first = 0; p < s->getPrimCount(); first += s->getPrimLen(p++)) {
+        int v[3];
+        for (int t = 0; s->getPrimTri(first, s->getPrimLen(p), t, v); ++t) {
+          for (int& e : v) e = index ? index[e] : e;
+          s->isectTri(&pick, points[v[0]], points[v[1]], points[v[2]], s->getCullFace(), p);
+        }
+      }
+    }
+    return pick.getHit();
+  }
+
+  // Segments through the set's box: random ones, vertical ones through the
+  // points of a grid of the given step (they meet shared edges and corners),
+  // and some that graze the plane y = 0.
+  std::vector<nrSeg> segments(nrGeoSet* s, float step, int count) {
+    const nrBoxBound& box = s->getBoxBound();
+    nrVec3f size;
+    size.sub(box.max, box.min);
+    float span = size.length();
+    std::uniform_real_distribution<float> unit(0, 1);
+    auto inside = [&](float grow) {
+      nrVec3f p;
+      for (int k = 0; k < 3; ++k) p[k] = box.min[k] - grow * size[k] + (1 + 2 * grow) * size[k] * unit(random);
+      return p;
+    };
+    std::vector<nrSeg> segs;
+    for (int i = 0; i < count; ++i) {
+      nrSeg seg;
+      seg.makePts(inside(1), inside(0));
+      seg.length = 3 * span;
+      segs.push_back(seg);
+      nrVec3f top(box.min[0] + step * std::floor(unit(random) * size[0] / step), box.max[1] + 1,
+                  box.min[2] + step * std::floor(unit(random) * size[2] / step));
+      segs.push_back(nrSeg(top, nrVec3f(0, -1, 0), 3 * span));
+      nrVec3f graze(unit(random) - 0.5f, 1e-4f * (unit(random) - 0.5f), unit(random) - 0.5f);
+      graze.normalize();
+      nrVec3f from = inside(0);
+      from[1] = 0;
+      from.addScaled(from, -span, graze);
+      segs.push_back(nrSeg(from, graze, 3 * span));
+    }
+    return segs;
+  }
+
+  void expectSameHits(nrGeoSet* s, float step, const char* what) {
+    int hits = 0;
+    for (const nrSeg& seg : segments(s, step, 150)) {
+      nrHit expected = everyTriangle(s, seg);
+      nrIsectAction pick;
+      pick.setSeg(seg);
+      pick.reset();
+      s->isect(&pick);
+      const nrHit& hit = pick.getHit();
+      ASSERT_EQ(hit.getGeometry(), expected.getGeometry()) << what;
+      hits += expected.getGeometry() != nullptr;
+      EXPECT_EQ(hit.getPrimitive(), expected.getPrimitive()) << what;
+      EXPECT_EQ(hit.getLocalPoint(), expected.getLocalPoint()) << what;
+      EXPECT_EQ(hit.getLocalNormal(), expected.getLocalNormal()) << what;
+    }
+    EXPECT_GT(hits, 150) << what << ": most segments should hit";
+  }
+
+  // n x n unit quads on a rolling surface, as a face set's index list.
+  nrIndexedFaceSet* terrain(int n) {
+    nrIndexedFaceSet* s = make<nrIndexedFaceSet>();
+    nrCoordSet3f* points = make<nrCoordSet3f>();
+    for (int j = 0; j <= n; ++j)
+      for (int i = 0; i <= n; ++i) points->append(nrVec3f(float(i), std::sin(i * 0.5f) * std::cos(j * 0.3f), float(j)));
+    std::vector<int> list;
+    for (int j = 0; j < n; ++j)
+      for (int i = 0; i < n; ++i) {
+        int a = j * (n + 1) + i;
+        list.insert(list.end(), {a, a + n + 1, a + n + 2, a + 1, -1});
+      }
+    s->setCoordSet(points);
+    s->setCoordIndex(int(list.size()), list.data());
+    return s;
+  }
+
+  std::mt19937 random{7};
+};
+
+TEST_F(PickTree, TerrainUnderEachCullFace) {
+  nrIndexedFaceSet* s = terrain(30);
+  // Normals follow the coordinates' index list: the two share one index set.
+  nrNormalSet3f* normals = make<nrNormalSet3f>();
+  for (int i = 0; i < 31 * 31; ++i) normals->append(nrVec3f(0, 1, 0));
+  s->setNormalSet(normals);
+  for (auto face : {nrContext::BACK_CULL, nrContext::FRONT_CULL, nrContext::NO_CULL}) {
+    s->setCullFace(face);
+    expectSameHits(s, 1, "terrain");
+  }
+  EXPECT_EQ(s->getNormalIndexSet(), s->getCoordIndexSet());
+
+  // Moved points are picked where they now are.
+  nrVec3f* p = static_cast<nrCoordSet3f*>(s->getCoordSet())->edit();
+  for (int i = 0; i < 31 * 31; i += 3) p[i][1] += 0.7f;
+  static_cast<nrCoordSet3f*>(s->getCoordSet())->changed();
+  expectSameHits(s, 1, "moved terrain");
+}
+
+TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
+  // Rows of a rolling surface, each point at (i, h, j).
+  auto surface = [](int i, int j) { return nrVec3f(float(i), std::sin(float(i * j)) * 0.4f, float(j)); };
+  const int rows = 12, cols = 12;
+
+  nrTriStripSet* strips = make<nrTriStripSet>();
+  nrCoordSet3f* stripPoints = make<nrCoordSet3f>();
+  nrIntArray stripLengths;
+  for (int j = 0; j < rows; ++j) {
+    for (int i = 0; i <= cols; ++i) {
+      stripPoints->append(surface(i, j + 1));
+      stripPoints->append(surface(i, j));
+    }
+    stripLengths.append(2 * (cols + 1));
+  }
+  strips->setCoordSet(stripPoints);
+  strips->setLengths(stripLengths);
+  strips->setPrimCount(rows);
+  strips->setCullFace(nrContext::NO_CULL);
+
+  // Fans over each cell of shared points through an index list, polygons
+  // over the same points, some of them cut to a triangle.
+  nrCoordSet3f* grid = make<nrCoordSet3f>();
+  for (int j = 0; j <= rows; ++j)
+    for (int i = 0; i <= cols; ++i) grid->append(surface(i, j));
+  nrIndexSet* fanIndex = make<nrIndexSet>();
+  nrIntArray fanLengths, polyLengths;
+  for (int j = 0; j < rows; ++j)
+    for (int i = 0; i < cols; ++i) {
+      int a = j * (cols + 1) + i, ring[] = {a, a + 1, a + cols + 2, a + cols + 1, a};
+      for (int v : ring) fanIndex->append(v);
+      fanLengths.append(5);
+      polyLengths.append((i + j) % 3 == 0 ? 3 : 5);
+    }
+  nrTriFanSet* fans = make<nrTriFanSet>();
+  fans->setCoordSet(grid);
+  fans->setCoordIndexSet(fanIndex);
+  fans->setLengths(fanLengths);
+  fans->setPrimCount(rows * cols);
+  nrPolySet* polys = make<nrPolySet>();
+  polys->setCoordSet(grid);
+  nrIndexSet* polyIndex = make<nrIndexSet>();
+  for (int c = 0; c < rows * cols; ++c)
+    for (int k = 0; k < polyLengths[unsigned(c)]; ++k) polyIndex->append(fanIndex->get(unsigned(5 * c + k)));
+  polys->setCoordIndexSet(polyIndex);
+  polys->setLengths(polyLengths);
+  polys->setPrimCount(rows * cols);
+  polys->setCullFace(nrContext::FRONT_CULL);
+
+  // Quads with a corner pulled in (split along the other diagonal).
+  nrQuadSet* quads = make<nrQuadSet>();
+  nrCoordSet3f* quadPoints = make<nrCoordSet3f>();
+  for (int j = 0; j < rows; ++j)
+    for (int i = 0; i < cols; ++i) {
+      nrVec3f c[] = {surface(i, j), surface(i + 1, j), surface(i + 1, j + 1), surface(i, j + 1)};
+      if ((i * j) % 4 == 1) c[1].addScaled(c[1], 0.8f, nrVec3f(-1, 0, 1));
+      for (const nrVec3f& v : c) quadPoints->append(v);
+    }
+  quads->setCoordSet(quadPoints);
+  quads->setPrimCount(rows * cols);
+  quads->setCullFace(nrContext::NO_CULL);
+
+  // Every triangle of a grid twice (equally near: the first wins), with
+  // slivers and triangles of one point among them.
+  nrTriSet* tris = make<nrTriSet>();
+  nrCoordSet3f* triPoints = make<nrCoordSet3f>();
+  for (int copy = 0; copy < 2; ++copy)
+    for (int j = 0; j < rows; ++j)
+      for (int i = 0; i < cols; ++i) {
+        nrVec3f a = surface(i, j), b = surface(i + 1, j + 1), c = surface(i, j + 1);
+        if (i % 5 == 2) c.addScaled(a, 1e-3f, nrVec3f(1, 0, 1));
+        if (i % 7 == 3) b = c = a;
+        for (const nrVec3f& v : {a, b, c}) triPoints->append(v);
+      }
+  tris->setCoordSet(triPoints);
+  tris->setPrimCount(2 * rows * cols);
+  tris->setCullFace(nrContext::NO_CULL);
+
+  expectSameHits(strips, 1, "strips");
+  expectSameHits(fans, 1, "fans");
+  expectSameHits(polys, 1, "polygons");
+  expectSameHits(quads, 1, "quads");
+  expectSameHits(tris, 1, "repeated triangles");
+}
+
+}  // namespace
