@@ -678,21 +678,21 @@ unsigned char vlDB::readNerioField(FileState& file, nrField* field) {
   int ok = readAsOneOf<nrSFString, nrSFUByte, nrSFInt, nrSFEnum, nrSFFloat, nrSFTime, nrSFVec4f, nrSFVec3f, nrSFVec2f,
                        nrSFRotation, nrSFRef, nrSFBitMask, nrSFSphereBound, nrSFBoxBound>(field, [&](auto* f) -> int {
     if constexpr (std::is_same_v<decltype(f), nrSFRef*>) {
-      // A node that failed has been read to its end: the field keeps its
-      // value and the fields after it are read.
-      nrContainer* node;
-      if (!startsNode(in)) return 0;
-      if (readSFNode(file, node)) f->set(node);
+      // Text that cannot start a node reads as no node, and the node's
+      // closing brace check reports it. A node that failed has been read to
+      // its end: the field keeps its value and the fields after it are read.
+      nrContainer* node = nullptr;
+      if (!startsNode(in) || readSFNode(file, node)) f->set(node);
       return 1;
     } else {
       return readSFValue(in, f);
     }
   });
+  // A single value that cannot be read fails without a message of its own.
   if (ok < 0) {
     vlDebugError::post("vlDB::readNerioField()", "Unknown field %s", field->getName());
     return 0;
   }
-  if (!ok) vlReadError::post(&in, "Couldn't read value for field \"%s\"", field->getName());
   return ok;
 }
 
