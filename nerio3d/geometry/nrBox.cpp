@@ -61,13 +61,13 @@ void nrBox::draw(nrDrawAction* action) {
   nrgl::End();
 }
 
-void nrBox::isect(nrIsectAction* action) {
+int nrBox::isect(nrIsectAction* action) {
   cleanPendingFields();
   const nrSeg& seg = action->getSeg();
   nrBoxBound box;
   calcBound(box);
   float tNear, tFar;
-  if (!box.isect(&seg, &tNear, &tFar)) return;
+  if (!box.isect(&seg, &tNear, &tFar)) return 0;
   float t = tNear > 0 ? tNear : tFar;
   // The face is the one whose plane the point lies on, relative to the size.
   nrVec3f p;
@@ -86,5 +86,5 @@ void nrBox::isect(nrIsectAction* action) {
   }
   SolidHit hit;
   hit.offer(t, face, nrVec3f(faces[face][0][0], faces[face][0][1], faces[face][0][2]));
-  reportHit(action, hit);
+  return reportHit(action, hit);
 }

@@ -20,7 +20,7 @@ class nrBox : public nrGeometry {
   void draw(nrDrawAction* action) override;
   // The exact box: where the segment enters it (or, from inside, leaves it),
   // the face hit as primitive in drawing order.
-  void isect(nrIsectAction* action) override;
+  int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

@@ -55,7 +55,7 @@ void nrCone::draw(nrDrawAction* action) {
 
 // The side is x^2 + z^2 = k^2 u^2 with u = height / 2 - y the depth below the
 // apex and k = bottomRadius / height.
-void nrCone::isect(nrIsectAction* action) {
+int nrCone::isect(nrIsectAction* action) {
   cleanPendingFields();
   const nrSeg& seg = action->getSeg();
   const nrVec3f& d = seg.dir;
@@ -76,5 +76,5 @@ void nrCone::isect(nrIsectAction* action) {
     }
   }
   if (bottom) hit.offerCap(o, d, -half, bottomRadius, 1, -1);
-  reportHit(action, hit);
+  return reportHit(action, hit);
 }

@@ -32,7 +32,7 @@ class nrCone : public nrGeometry {
 
   void draw(nrDrawAction* action) override;
   // The parts that are drawn, exactly: primitive 0 the side, 1 the bottom.
-  void isect(nrIsectAction* action) override;
+  int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

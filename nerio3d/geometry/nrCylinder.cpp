@@ -121,7 +121,7 @@ void nrCylinder::draw(nrDrawAction* action) {
   drawUnitParts(action, center, nrVec3f(radius, height / 2, radius), parts, on, 3);
 }
 
-void nrCylinder::isect(nrIsectAction* action) {
+int nrCylinder::isect(nrIsectAction* action) {
   cleanPendingFields();
   const nrSeg& seg = action->getSeg();
   const nrVec3f& d = seg.dir;
@@ -140,5 +140,5 @@ void nrCylinder::isect(nrIsectAction* action) {
   }
   if (top) hit.offerCap(o, d, half, radius, 1, 1);
   if (bottom) hit.offerCap(o, d, -half, radius, 2, -1);
-  reportHit(action, hit);
+  return reportHit(action, hit);
 }

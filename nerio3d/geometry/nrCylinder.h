@@ -42,7 +42,7 @@ class nrCylinder : public nrGeometry {
 
   void draw(nrDrawAction* action) override;
   // The parts that are drawn, exactly: primitive 0 the side, 1 the top, 2 the bottom.
-  void isect(nrIsectAction* action) override;
+  int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

@@ -462,11 +462,10 @@ void nrGeoSet::compileList(nrCompileAction* action) {
 
 // ---- picking ----
 
-void nrGeoSet::isect(nrIsectAction* action) {
+int nrGeoSet::isect(nrIsectAction* action) {
   cleanPendingFields();
-  if (!coordSet || cullFace == nrContext::BOTH_CULL) return;
+  if (!coordSet || cullFace == nrContext::BOTH_CULL || !isectBox(action)) return 0;
   const nrSeg& seg = action->getSeg();
-  if (!boxBound.isect(&seg, nullptr, nullptr)) return;
   nrGLAttr coords;
   static_cast<nrCoordSet*>(coordSet)->getGLAttr(coords);
   const int* index = indicesOf(coordIndexSet);
@@ -477,20 +476,20 @@ void nrGeoSet::isect(nrIsectAction* action) {
   if (!pickTree) pickTree = buildPickTree(coords, index);
   if (pickTree) {
     nrDetail::nrPickTree::Hit hit;
-    if (pickTree->pick(seg, coords.data, coords.stride, cullFace, hitTri, hit))
-      action->hitGeometry(this, hit.t, pickTree->primOf(hit.order), hit.normal);
-    return;
+    if (!pickTree->pick(seg, coords.data, coords.stride, cullFace, hitTri, hit)) return 0;
+    return action->hitGeometry(this, hit.t, pickTree->primOf(hit.order), hit.normal);
   }
-  int n = getDrawablePrimCount();
+  int n = getDrawablePrimCount(), kept = 0;
   for (int p = 0, first = 0; p < n; ++p) {
     int len = getPrimLen(p), v[3];
     for (int t = 0; getPrimTri(first, len, t, v); ++t) {
       nrVec3f a = elementOf(coords, index ? index[v[0]] : v[0]), b = elementOf(coords, index ? index[v[1]] : v[1]),
               c = elementOf(coords, index ? index[v[2]] : v[2]);
-      isectTri(action, a, b, c, cullFace, p);
+      kept |= isectTri(action, a, b, c, cullFace, p);
     }
     first += len;
   }
+  return kept;
 }
 
 nrDetail::nrPickTree* nrGeoSet::buildPickTree(const nrGLAttr& coords, const int* index) {

@@ -98,6 +98,8 @@ class nrGeoSet : public nrGeometry {
   NormalBindEnum getNormalBinding() const { return NormalBindEnum(normalBinding); }
   ColorBindEnum getColorBinding() const { return ColorBindEnum(colorBinding); }
   TexCoordBindEnum getTexCoordBinding() const { return TexCoordBindEnum(texCoordBinding); }
+  // Recomputes the bindings in force and the draw code (every field change does).
+  void calcBindings();
   int getDrawCode() const { return drawCode; }
   StrategyEnum getStrategy() const { return StrategyEnum(drawCode >> STRATEGY_SHIFT); }
   const nrBitMask& getUserSetMask() const { return userSet; }
@@ -118,7 +120,8 @@ class nrGeoSet : public nrGeometry {
   // cull face; nothing under BOTH_CULL. Sets of more than a few triangles
   // are picked through a tree of boxes, built on the first pick and again
   // after a change, which finds exactly the hit of testing every triangle.
-  void isect(nrIsectAction* action) override;
+  // Returns 1 when the action kept a hit on the set.
+  int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
   // Skips the primitives that face away (isPrimBpcFrontFacing), else as drawWithoutBpc.
   void drawWithBpc(nrDrawAction* action);
@@ -206,9 +209,6 @@ class nrGeoSet : public nrGeometry {
  protected:
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
-
-  // Recomputes the bindings in force and the draw code.
-  void calcBindings();
 
   // The primitives, after beginDraw filled attrs; bpcAction is the viewer
   // whose back-facing primitives are skipped, or null.

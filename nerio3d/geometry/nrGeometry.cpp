@@ -57,15 +57,16 @@ void nrGeometry::cleanSideEffect(short index) {
   touchField(BOX_BOUND_FIELD);
 }
 
-void nrGeometry::isect(nrIsectAction* action) {
+int nrGeometry::isect(nrIsectAction* action) {
   cleanPendingFields();
-  const nrSeg& seg = action->getSeg();
-  float tNear = 0, tFar = 0;
-  if (!boxBound.isect(&seg, &tNear, &tFar)) return;
+  float t = 0;
+  if (!isectBox(action, &t)) return 0;
   nrVec3f facing;
-  facing.negate(seg.dir);
-  action->hitGeometry(this, tNear, -1, facing);
+  facing.negate(action->getSeg().dir);
+  return action->hitGeometry(this, t, -1, facing);
 }
+
+int nrGeometry::isectBox(nrIsectAction* action, float* t) { return boxBound.isect(&action->getSeg(), t, nullptr); }
 
 int nrGeometry::isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
                          int primIndex) {
@@ -118,8 +119,8 @@ void nrGeometry::SolidHit::offerCap(const nrVec3f& o, const nrVec3f& d, float y,
   if (x * x + z * z <= radius * radius) offer(at, which, nrVec3f(0, ny, 0));
 }
 
-void nrGeometry::reportHit(nrIsectAction* action, const SolidHit& hit) {
-  if (hit.t >= 0) action->hitGeometry(this, hit.t, hit.part, hit.normal);
+int nrGeometry::reportHit(nrIsectAction* action, const SolidHit& hit) {
+  return hit.t >= 0 ? action->hitGeometry(this, hit.t, hit.part, hit.normal) : 0;
 }
 
 bool nrGeometry::solveQuadratic(float a, float b, float c, float& t0, float& t1) {

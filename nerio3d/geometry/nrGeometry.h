@@ -23,7 +23,8 @@ class nrGeometry : public nrContainer {
 
   virtual void draw(nrDrawAction*) {}
   // Picks the box: a hit where the segment enters it, facing the segment.
-  virtual void isect(nrIsectAction* action);
+  // Returns 1 when the action kept the hit (as every override does).
+  virtual int isect(nrIsectAction* action);
   virtual void compile(nrCompileAction*) {}
   // The box around the contents, in the geometry's own coordinates.
   virtual void calcBound(nrBoxBound&) {}
@@ -31,6 +32,8 @@ class nrGeometry : public nrContainer {
   // Picks triangle a b c (counter-clockwise seen from its front) as primitive
   // primIndex: a segment meeting its back passes under BACK_CULL, one meeting
   // its front under FRONT_CULL. Returns 1 when the action kept the hit.
+  // Whether the action's segment meets the box; t, when given, is where it enters.
+  int isectBox(nrIsectAction* action, float* t = nullptr);
   int isectTri(nrIsectAction* action, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c, int cullFace,
                int primIndex);
   // The test of isectTri without reporting: true when seg meets the triangle
@@ -90,8 +93,8 @@ class nrGeometry : public nrContainer {
     // A disc of radius at height y facing ny (+1 or -1), met by o + t d.
     void offerCap(const nrVec3f& o, const nrVec3f& d, float y, float radius, int part, float ny);
   };
-  // Hands the kept point, if any, to the action.
-  void reportHit(nrIsectAction* action, const SolidHit& hit);
+  // Hands the kept point, if any, to the action; 1 when the action kept it.
+  int reportHit(nrIsectAction* action, const SolidHit& hit);
   // The real roots t0 <= t1 of a t^2 + b t + c = 0 (one root twice when a is
   // zero); false when there are none.
   static bool solveQuadratic(float a, float b, float c, float& t0, float& t1);

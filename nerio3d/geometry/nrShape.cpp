@@ -173,9 +173,8 @@ void nrShape::isect(nrIsectAction* action) {
     nrGeometry* g = static_cast<nrGeometry*>(geometry[i]);
     if (!g) continue;
     path.append(g);
-    g->isect(action);
     // A kept hit comes without a shape; this one names itself.
-    if (hit.getGeometry() == g && !hit.getShape()) hit.setShape(this);
+    if (g->isect(action)) hit.setShape(this);
     path.setCount(path.getCount() - 1);
   }
 }

@@ -48,6 +48,8 @@ class nrShape : public nrNode {
   // Applies the appearance (or, without one, the application's own state)
   // and draws each geometry in order.
   virtual void draw(nrDrawAction* action);
+  // The same with the fields taken as they are.
+  void drawWithoutClean(nrDrawAction* action);
   nrTravDirective drawVisit(nrDrawAction* action) override;
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective transformVisit(nrTransformAction* action) override;
@@ -57,7 +59,6 @@ class nrShape : public nrNode {
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
   void cleanSideEffect(short index) override;
-  void drawWithoutClean(nrDrawAction* action);
 
   nrContainer* appearance;
   nrRefArray geometry;

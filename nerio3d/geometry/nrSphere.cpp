@@ -95,13 +95,13 @@ void nrSphere::draw(nrDrawAction* action) {
   drawUnitParts(action, center, nrVec3f(radius, radius, radius), parts, on, 1);
 }
 
-void nrSphere::isect(nrIsectAction* action) {
+int nrSphere::isect(nrIsectAction* action) {
   cleanPendingFields();
   const nrSeg& seg = action->getSeg();
   nrVec3f o;
   o.sub(seg.pos, center);
   float t0, t1;
-  if (!solveQuadratic(seg.dir.dot(seg.dir), 2 * o.dot(seg.dir), o.dot(o) - radius * radius, t0, t1)) return;
+  if (!solveQuadratic(seg.dir.dot(seg.dir), 2 * o.dot(seg.dir), o.dot(o) - radius * radius, t0, t1)) return 0;
   SolidHit hit;
   const float roots[2] = {t0, t1};
   for (float t : roots) {
@@ -110,5 +110,5 @@ void nrSphere::isect(nrIsectAction* action) {
     n.normalize();
     hit.offer(t, 0, n);
   }
-  reportHit(action, hit);
+  return reportHit(action, hit);
 }

@@ -28,7 +28,7 @@ class nrSphere : public nrGeometry {
 
   void draw(nrDrawAction* action) override;
   // The exact sphere: the nearest point where the segment meets its surface.
-  void isect(nrIsectAction* action) override;
+  int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
 
  protected:

@@ -286,7 +286,12 @@ TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
       seg.makePts(nrVec3f(0, 0, z), nrVec3f(0, 0, -z));
       pick.setSeg(seg);
       pick.apply(shape);
-      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, z > 0 ? c.front : c.back) << c.face << " from " << z;
+      bool hit = z > 0 ? c.front : c.back;
+      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, hit) << c.face << " from " << z;
+      // The set itself tells whether it was hit.
+      nrIsectAction direct;
+      direct.setSeg(seg);
+      EXPECT_EQ(s->isect(&direct), int(hit)) << c.face << " from " << z;
     }
   }
 }
