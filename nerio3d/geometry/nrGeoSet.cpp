@@ -563,11 +563,8 @@ int nrGeoSet::getDrawablePrimCount() {
     if (!ok) break;
     vertex += len;
   }
-  drawablePrims = p;
-  if (drawablePrims < primCount)
-    fprintf(stderr, "%s: only %d of %d primitives have all their coordinates, attributes and valid indices\n",
-            getType()->getName(), drawablePrims, primCount);
-  return drawablePrims;
+  // Geometry sets report nothing: missing data only shortens what is drawn.
+  return drawablePrims = p;
 }
 
 nrVec3f nrGeoSet::getCoord(int v) {
