@@ -45,6 +45,11 @@ class nrTransform : public nrGroup {
     getRot(scaleOrientation, SCALE_ORIENTATION_FIELD, x, y, z, angle);
   }
   void getCenter(float* x, float* y, float* z) { getVec(center, CENTER_FIELD, x, y, z); }
+  const nrVec3f& getTranslation() { return getFieldValue(translation, TRANSLATION_FIELD); }
+  const nrRotation& getRotation() { return getFieldValue(rotation, ROTATION_FIELD); }
+  const nrVec3f& getScale() { return getFieldValue(scale, SCALE_FIELD); }
+  const nrRotation& getScaleOrientation() { return getFieldValue(scaleOrientation, SCALE_ORIENTATION_FIELD); }
+  const nrVec3f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
 
   // Takes m as the matrix of the node, drawn exactly as given (shear and
   // reflection included) until a part is set again; the parts are derived

@@ -29,6 +29,8 @@ class nrCamera : public nrContainer {
     setFieldValue(orientation, nrRotation(x, y, z, angle), ORIENTATION_FIELD);
   }
   void getOrientation(float* x, float* y, float* z, float* angle);
+  const nrVec3f& getPosition() { return getFieldValue(position, POSITION_FIELD); }
+  const nrRotation& getOrientation() { return getFieldValue(orientation, ORIENTATION_FIELD); }
 
   // World to eye coordinates: the inverse of the camera's placement.
   const nrMatrix4f& getViewMatrix();
