@@ -238,7 +238,11 @@ void nrTexture::draw(nrContext* context) {
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, lookup(magFilterGL, magFilter, NEAREST_MAG));
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, lookup(repeatGL, repeatS, REPEAT));
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, lookup(repeatGL, repeatT, REPEAT));
-  GLint internalFormat = lookup(formatGL, effectiveFormat, TEXEL16);
-  for (int i = 0; i < getImageLevelCount(); ++i)
-    if (nrImage* image = getImageLevel(i)) image->texImage(i, internalFormat);
+  for (int i = 0; i < getImageLevelCount(); ++i) {
+    nrImage* image = getImageLevel(i);
+    if (!image) continue;
+    // Loading level 0 can change the effective format, so it is looked up after.
+    image->loadIfNeeded();
+    image->texImage(i, lookup(formatGL, effectiveFormat, TEXEL16));
+  }
 }
