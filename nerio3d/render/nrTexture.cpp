@@ -232,17 +232,18 @@ void nrTexture::findProperComponentType() {
 
 void nrTexture::draw(nrContext* context) {
   if (minFilter == MIPMAP && imageLevel.getCount() == 1) buildMipmaps();
+  // Levels still to be read from their files are read before the context
+  // compares versions: reading one changes the version and, for level 0, the
+  // effective format.
+  for (int i = 0; i < getImageLevelCount(); ++i)
+    if (nrImage* image = getImageLevel(i)) image->loadIfNeeded();
   nrgl::BindTexture(GL_TEXTURE_2D, static_cast<GLuint>(id));
   if (!context->isDirty(id, version)) return;
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, lookup(minFilterGL, minFilter, NEAREST_MIN));
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, lookup(magFilterGL, magFilter, NEAREST_MAG));
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, lookup(repeatGL, repeatS, REPEAT));
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, lookup(repeatGL, repeatT, REPEAT));
-  for (int i = 0; i < getImageLevelCount(); ++i) {
-    nrImage* image = getImageLevel(i);
-    if (!image) continue;
-    // Loading level 0 can change the effective format, so it is looked up after.
-    image->loadIfNeeded();
-    image->texImage(i, lookup(formatGL, effectiveFormat, TEXEL16));
-  }
+  GLint internalFormat = lookup(formatGL, effectiveFormat, TEXEL16);
+  for (int i = 0; i < getImageLevelCount(); ++i)
+    if (nrImage* image = getImageLevel(i)) image->texImage(i, internalFormat);
 }
