@@ -172,7 +172,6 @@ void nrImage::loadIfNeeded() {
 }
 
 void nrImage::texImage(int level, GLint internalFormat) {
-  loadIfNeeded();
   TightRows rows(static_cast<unsigned>(width > 0 ? width : 0) * getComponentCount() *
                  lookup(typeBytes, memoryType, UNSIGNED_BYTE));
   const void* data = pixels.getCount() >= getImageByteCount() ? pixels.getArray() : nullptr;

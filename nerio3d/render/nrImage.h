@@ -83,8 +83,8 @@ class nrImage : public nrContainer {
   static MemoryFormatEnum formatOfChannels(int channels);
   // Loads the image when it is marked for loading.
   void loadIfNeeded();
-  // glTexImage2D of this image as level of the bound texture; without the
-  // pixels its size needs, OpenGL only reserves the level.
+  // glTexImage2D of this image, as it is, as level of the bound texture;
+  // without the pixels its size needs, OpenGL only reserves the level.
   void texImage(int level, GLint internalFormat);
 
   nrString fileName;

@@ -232,6 +232,11 @@ void nrTexture::findProperComponentType() {
 
 void nrTexture::draw(nrContext* context) {
   if (minFilter == MIPMAP && imageLevel.getCount() == 1) buildMipmaps();
+  // Levels still to be read from their files are read before the context
+  // compares versions: reading one changes the version and, for level 0, the
+  // effective format.
+  for (int i = 0; i < getImageLevelCount(); ++i)
+    if (nrImage* image = getImageLevel(i)) image->loadIfNeeded();
   nrgl::BindTexture(GL_TEXTURE_2D, static_cast<GLuint>(id));
   if (!context->isDirty(id, version)) return;
   nrgl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, lookup(minFilterGL, minFilter, NEAREST_MIN));

@@ -224,6 +224,19 @@ TEST_F(Texture, ImagesLoadOnDemandAndImageTexturesFollowTheirUrl) {
   EXPECT_EQ(p[0], 0);
   image->unref();
 
+  // A level still to be loaded decides the format once loaded, at the upload.
+  std::string rgba = png("rgba.png", 2, 2, 4, [](int, int, int) { return 9; });
+  nrTexture* lazy = nrtest::held<nrTexture>();
+  lazy->setFormat(nrTexture::TEXEL32);
+  nrImage* pending = new nrImage;
+  pending->setFileName(rgba.c_str());
+  lazy->addImageLevel(pending);
+  Calls sent;
+  nrtest::captureStderr([&] { sent = uploads(lazy); });
+  EXPECT_EQ(sent, Calls{"glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, ptr)"});
+  EXPECT_EQ(uploads(lazy), Calls{}) << "loading is part of the version uploaded";
+  lazy->unref();
+
   nrImageTexture* texture = nrtest::held<nrImageTexture>();
   nrtest::captureStderr([&] { texture->setUrl(red.c_str()); });
   nrString name;
