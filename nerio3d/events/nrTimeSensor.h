@@ -60,7 +60,6 @@ class nrTimeSensor : public nrNode {
 
   virtual void eval();
 
- protected:
   // Refuses changes that would disturb a running cycle (restoring the field
   // and sending nothing) and puts a changed sensor back into the list.
   void fieldChanged(short index) override;

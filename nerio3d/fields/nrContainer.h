@@ -62,10 +62,10 @@ class nrContainer : public nrObject {
 
   const nrBitMask& getStaleInputMask() const { return staleInputs; }
   const nrBitMask& getSideEffectMask() const { return sideEffects; }
-
- protected:
   virtual void fieldChanged(short index) { touchField(index); }
   virtual void childChanged(nrContainer*, short) {}
+
+ protected:
   virtual void cleanFieldInputs(nrField* field);
   virtual void dirtyFieldOutputs(nrField* field);
   virtual void cleanSideEffect(short) {}

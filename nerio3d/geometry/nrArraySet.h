@@ -55,6 +55,12 @@ class nrArraySet : public Base {
   }
   void changed() { this->fieldChanged(ARRAY_FIELD); }
 
+  // Referring sets learn of every change (their bound and compiled drawing depend on it).
+  void fieldChanged(short index) {
+    this->notifyParents(index);
+    this->touchField(index);
+  }
+
  protected:
   // Empty, with count elements (all zero), or over the interleaved data of
   // block; a view uses every whole element the block holds at its stride, so
@@ -68,12 +74,6 @@ class nrArraySet : public Base {
       array.setCount((block->getSize() - unsigned(offset) - size) / unsigned(stride) + 1);
   }
   ~nrArraySet() { this->destroyFieldContents(Derived::getClassType()); }
-
-  // Referring sets learn of every change (their bound and compiled drawing depend on it).
-  void fieldChanged(short index) {
-    this->notifyParents(index);
-    this->touchField(index);
-  }
 
   // The stream of the array for drawing, its fields brought up to date first.
   void fillGLAttr(nrGLAttr& attr, GLenum type, short size, nrGLAttr::SendFunc send) {

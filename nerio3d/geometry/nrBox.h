@@ -22,10 +22,9 @@ class nrBox : public nrGeometry {
   // the face hit as primitive in drawing order.
   int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   nrVec3f size;
   nrVec3f center;
 };

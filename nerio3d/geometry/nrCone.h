@@ -34,10 +34,9 @@ class nrCone : public nrGeometry {
   // The parts that are drawn, exactly: primitive 0 the side, 1 the bottom.
   int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   float bottomRadius;
   float height;
   unsigned char side;

@@ -44,10 +44,9 @@ class nrCylinder : public nrGeometry {
   // The parts that are drawn, exactly: primitive 0 the side, 1 the top, 2 the bottom.
   int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   float radius;
   float height;
   unsigned char side;

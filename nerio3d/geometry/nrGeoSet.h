@@ -205,11 +205,10 @@ class nrGeoSet : public nrGeometry {
   static void vertArrayDrawCT(nrGLAttrSet& attrs);
   static void vertArrayDrawCN(nrGLAttrSet& attrs);
   static void vertArrayDrawCNT(nrGLAttrSet& attrs);
-
- protected:
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
 
+ protected:
   // The primitives, after beginDraw filled attrs; bpcAction is the viewer
   // whose back-facing primitives are skipped, or null.
   virtual void drawGeometry(nrGLAttrSet&, nrDrawAction*) {}

@@ -48,9 +48,9 @@ class nrGeometry : public nrContainer {
   const nrBoxBound& getBoxBound();
   void setBoundMode(BoundModeEnum mode);
   BoundModeEnum getBoundMode();
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   void cleanSideEffect(short index) override;
 
   // Brings the pending fields up to date, as drawing and picking do first.

@@ -34,8 +34,6 @@ class nrIndexedLineSet : public nrLineStripSet {
   // VRML text: the attribute sets under their VRML names, the index lists
   // and the flags (the width too once written).
   void write(nrOutput* out) override;
-
- protected:
   void fieldChanged(short index) override;
 
  private:

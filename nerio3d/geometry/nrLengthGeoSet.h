@@ -30,14 +30,13 @@ class nrLengthGeoSet : public nrGeoSet {
     validateField(LENGTHS_FIELD);
     return lengths;
   }
-
- protected:
-  explicit nrLengthGeoSet(nrType* type) : nrGeoSet(type) {}
-
   void fieldChanged(short index) override {
     if (index == LENGTHS_FIELD) boundChanged();
     nrGeoSet::fieldChanged(index);
   }
+
+ protected:
+  explicit nrLengthGeoSet(nrType* type) : nrGeoSet(type) {}
 
   // Replaces an integer list field's values and reports the change.
   void setList(nrIntArray& list, int count, const int* values, short index) {

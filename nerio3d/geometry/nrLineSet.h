@@ -18,9 +18,9 @@ class nrLineSet : public nrGeoSet {
 
   int getPrimLen(int) override { return 2; }
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   void drawGeometry(nrGLAttrSet& attrs, nrDrawAction* bpcAction) override { drawFixed(attrs, GL_LINES, 2, bpcAction); }
 
   float width;

@@ -17,9 +17,9 @@ class nrLineStripSet : public nrLengthGeoSet {
   float getWidth() { return valid(width, WIDTH_FIELD); }
 
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   void drawGeometry(nrGLAttrSet& attrs, nrDrawAction* bpcAction) override {
     drawLengths(attrs, GL_LINE_STRIP, lengths, bpcAction);
   }

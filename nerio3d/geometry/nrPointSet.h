@@ -17,9 +17,9 @@ class nrPointSet : public nrGeoSet {
 
   int getPrimLen(int) override { return 1; }
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   void drawGeometry(nrGLAttrSet& attrs, nrDrawAction* bpcAction) override { drawFixed(attrs, GL_POINTS, 1, bpcAction); }
 
   float size;

@@ -60,10 +60,9 @@ class nrScreenAlignedText : public nrGeometry {
   // some, else the text's own lists compiled from its font. When the font
   // cannot be found the text is left without lists and draws no characters.
   void buildFont(nrContext* context);
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   nrString text;
   nrVec3f position;
   nrVec4f color;

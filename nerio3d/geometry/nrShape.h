@@ -54,10 +54,10 @@ class nrShape : public nrNode {
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective transformVisit(nrTransformAction* action) override;
   void isect(nrIsectAction* action) override;
-
- protected:
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
+
+ protected:
   void cleanSideEffect(short index) override;
 
   nrContainer* appearance;

@@ -30,10 +30,9 @@ class nrSphere : public nrGeometry {
   // The exact sphere: the nearest point where the segment meets its surface.
   int isect(nrIsectAction* action) override;
   void calcBound(nrBoxBound& box) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   nrVec3f center;
   float radius;
 

@@ -52,10 +52,9 @@ class nrBillboard : public nrGroup {
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective drawVisit(nrDrawAction* action) override;
   void isect(nrIsectAction* action) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   // Child i's placement: turned by the rotation of the last draw, then moved
   // to its position.
   void placement(unsigned i, nrMatrix4f& toParent);

@@ -43,10 +43,10 @@ class nrGroup : public nrNode {
   nrTravDirective transformVisit(nrTransformAction* action) override;
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective drawVisit(nrDrawAction* action) override;
-
- protected:
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
+
+ protected:
   void cleanSideEffect(short index) override;
 
   // Every helper below takes the children from first up to (not including)

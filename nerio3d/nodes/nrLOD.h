@@ -56,10 +56,9 @@ class nrLOD : public nrSwitch {
   // draw or cull: nothing when that chose nothing, else the whichChild child
   // (also before the first draw).
   void isect(nrIsectAction* action) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   // The index of the range the eye lies in: -1 below the first boundary, the
   // number of ranges at or beyond the last.
   int rangeIndex(nrTransformAction* action);

@@ -40,9 +40,9 @@ class nrNode : public nrContainer {
   // Puts g between this node and each parent that is a group: this node is
   // appended to g, and g takes its place in that parent. Other parents keep it.
   void insertParent(nrGroup* g);
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   // Brings every stale field up to date, as a visit does before it looks at them.
   void cleanPendingFields();
   // The vector member v of field index, brought up to date, as three floats.

@@ -64,14 +64,14 @@ class nrTransform : public nrGroup {
   nrTravDirective vfCullVisit(nrVFCullAction* action) override;
   nrTravDirective drawVisit(nrDrawAction* action) override;
   void isect(nrIsectAction* action) override;
+  void fieldChanged(short index) override;
+  void childChanged(nrContainer* child, short index) override;
 
  protected:
   enum PathEnum { NO_PATH, TRANSLATE_PATH, ROTATE_PATH, MATRIX_PATH };
   // Bits of the state word.
   enum { MATRIX_STALE = 1, PARTS_CHANGED = 2, PARTS_STALE = 4, CHILD_SPHERE_STALE = 8, SPHERE_STALE = 16 };
 
-  void fieldChanged(short index) override;
-  void childChanged(nrContainer* child, short index) override;
   void cleanSideEffect(short index) override;
 
   // Rebuilds the matrix from the parts.

@@ -133,8 +133,6 @@ class nrAppearance : public nrContainer {
 
   // The appearance as a render-state record whose mask is the inherit mask.
   void getGfx(_nrGfx& gfx) const;
-
- protected:
   void fieldChanged(short index) override;
 
  private:

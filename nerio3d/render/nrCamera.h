@@ -54,9 +54,9 @@ class nrCamera : public nrContainer {
   void getPickRay(int x, int y, int vx, int vy, int vw, int vh, nrSeg& ray);
   // The same with the viewport of the current context; 0 without one.
   int getPickRay(int x, int y, nrSeg& ray);
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   // Brings fields fed by connections up to date.
   void cleanPendingFields();
 

@@ -27,10 +27,9 @@ class nrEnvironment : public nrGroup {
   // Pushes the context's lights and fog, places this environment's lights and
   // fog, draws the children and pops both again.
   nrTravDirective drawVisit(nrDrawAction* action) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   nrRefArray light;
   nrContainer* fog;
 };

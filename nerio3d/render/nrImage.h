@@ -70,8 +70,6 @@ class nrImage : public nrContainer {
 
   void copy(nrContainer* from, nrCloneTable* table) override;
   using nrContainer::copy;
-
- protected:
   void fieldChanged(short index) override;
 
  private:

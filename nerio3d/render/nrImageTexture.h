@@ -20,9 +20,8 @@ class nrImageTexture : public nrTexture {
   // Without the file name and the image levels, which the url gives again
   // when the text is read.
   void write(nrOutput* out) override;
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   nrStringArray url;
 };

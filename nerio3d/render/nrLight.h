@@ -39,12 +39,12 @@ class nrLight : public nrNode {
 
   int getId() const { return id; }
   int getVersion() const { return version; }
+  void fieldChanged(short index) override;
 
  protected:
   // Loads the parameters into OpenGL light GL_LIGHT0 + slot, in the light's
   // model-view matrix.
   virtual void define(int slot) = 0;
-  void fieldChanged(short index) override;
 
   // Lights have no specular colour of their own: the highlight is white,
   // scaled by the intensity.

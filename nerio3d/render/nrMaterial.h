@@ -70,13 +70,13 @@ class nrMaterial : public nrContainer {
 
   // The screen-door pattern number of a transparency.
   static int ditherPattern(float transparency);
+  void fieldChanged(short index) override;
 
  protected:
   friend class nrContext;
   // Sends the material for face; one that is not the context's current front or
   // back material is sent only when the context lacks this version of it.
   virtual void draw(FaceEnum face, nrContext* context);
-  void fieldChanged(short index) override;
 
  private:
   static void split(const nrVec3f& color, float* r, float* g, float* b) {

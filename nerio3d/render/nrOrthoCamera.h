@@ -36,9 +36,9 @@ class nrOrthoCamera : public nrCamera {
   int getAspectMode() { return getFieldValue(aspectMode, ASPECT_MODE_FIELD); }
   void setAspectRatio(float ratio) { setFieldValue(aspectRatio, ratio, ASPECT_RATIO_FIELD); }
   float getAspectRatio() { return getFieldValue(aspectRatio, ASPECT_RATIO_FIELD); }
+  void fieldChanged(short index) override;
 
  protected:
-  void fieldChanged(short index) override;
   // The view rectangle from width, height and centre.
   void makeRect();
 

@@ -40,10 +40,9 @@ class nrPerspCamera : public nrCamera {
   int getAspectMode() { return getFieldValue(aspectMode, ASPECT_MODE_FIELD); }
   void setAspectRatio(float ratio) { setFieldValue(aspectRatio, ratio, ASPECT_RATIO_FIELD); }
   float getAspectRatio() { return getFieldValue(aspectRatio, ASPECT_RATIO_FIELD); }
-
- protected:
   void fieldChanged(short index) override;
 
+ protected:
   float horizFOV;
   float vertFOV;
   float horizFOVOff;

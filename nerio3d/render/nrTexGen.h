@@ -37,12 +37,12 @@ class nrTexGen : public nrContainer {
   // The generator's id in the id space shared by all contexts, and its change counter.
   int getId() const { return id; }
   int getVersion() const { return version; }
+  void fieldChanged(short index) override;
 
  protected:
   friend class nrContext;
   // Sends the generation modes and planes to OpenGL.
   virtual void draw(nrContext* context);
-  void fieldChanged(short index) override;
 
  private:
   void setMode(short coord, ModeEnum value);

@@ -108,13 +108,13 @@ class nrTexture : public nrContainer {
 
   void copy(nrContainer* from, nrCloneTable* table) override;
   using nrContainer::copy;
+  void fieldChanged(short index) override;
+  void childChanged(nrContainer* child, short index) override;
 
  protected:
   friend class nrContext;
   // Binds the texture in context, uploading it when the context lacks this version.
   virtual void draw(nrContext* context);
-  void fieldChanged(short index) override;
-  void childChanged(nrContainer* child, short index) override;
 
   void loadFile();
   void buildMipmaps();
