@@ -5,6 +5,7 @@
 
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrGlobal.h"
+#include "nerio3d/platform/nrOS.h"
 
 static const unsigned defaultExtension = 32;
 
@@ -16,7 +17,9 @@ nrArray::nrArray(unsigned size, unsigned n)
       capacity(n),
       extension(defaultExtension),
       data(nullptr),
-      elements(static_cast<unsigned char*>(calloc(n, size))) {}
+      elements(static_cast<unsigned char*>(calloc(n, size))) {
+  nrOS::adviseLargeBlock(elements, static_cast<unsigned long>(n) * size);
+}
 
 nrArray::nrArray(unsigned size, nrData* block, short off, short str)
     : offset(off),
@@ -51,6 +54,9 @@ void nrArray::setSize(unsigned n) {
   void* grown = realloc(elements, static_cast<size_t>(n) * elementSize);
   if (!grown && n) return;
   elements = static_cast<unsigned char*>(grown);
-  if (n > capacity) memset(elements + capacity * elementSize, 0, (n - capacity) * elementSize);
+  if (n > capacity) {
+    nrOS::adviseLargeBlock(elements, static_cast<unsigned long>(n) * elementSize);
+    memset(elements + capacity * elementSize, 0, (n - capacity) * elementSize);
+  }
   capacity = n;
 }
