@@ -55,7 +55,7 @@ void nrArray::setSize(unsigned n) {
   // A block that at least doubles is taken afresh from zeroed memory and the
   // old contents copied in: the new tail then costs no writes (and, for large
   // blocks, no pages) until it is used. Smaller steps grow in place.
-  if (n >= 2 * capacity && n > 0) {
+  if (n / 2 >= capacity && n > 0) {
     void* fresh = calloc(n, elementSize);
     if (!fresh) return;
     nrOS::adviseLargeBlock(fresh, bytes);
