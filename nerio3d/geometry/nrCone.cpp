@@ -48,7 +48,7 @@ void nrCone::calcBound(nrBoxBound& box) {
 
 void nrCone::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrGeometry* parts[2] = {unitSide, unitBottom};
+  nrGeoSet* parts[2] = {unitSide, unitBottom};
   const unsigned char on[2] = {side, bottom};
   drawUnitParts(action, center, nrVec3f(bottomRadius, height / 2, bottomRadius), parts, on, 2);
 }

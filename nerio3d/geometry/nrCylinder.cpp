@@ -116,7 +116,7 @@ void nrCylinder::calcBound(nrBoxBound& box) {
 
 void nrCylinder::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrGeometry* parts[3] = {unitSide, unitTop, unitBottom};
+  nrGeoSet* parts[3] = {unitSide, unitTop, unitBottom};
   const unsigned char on[3] = {side, top, bottom};
   drawUnitParts(action, center, nrVec3f(radius, height / 2, radius), parts, on, 3);
 }

@@ -3,9 +3,11 @@
 #include <cmath>
 #include <utility>
 
+#include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/geometry/nrGeoSet.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrGL.h"
@@ -152,9 +154,16 @@ void nrGeometry::beginSolid(nrContext* context) {
 }
 
 void nrGeometry::drawUnitParts(nrDrawAction* action, const nrVec3f& center, const nrVec3f& scale,
-                               nrGeometry* const* parts, const unsigned char* on, int count) {
+                               nrGeoSet* const* parts, const unsigned char* on, int count) {
   nrContext* context = contextOf(action);
   if (!context) return;
+  // A list recorded once serves every context: each records its own copy
+  // when it first calls the list (the set compares versions per context).
+  for (int i = 0; i < count; ++i)
+    if (on[i] && parts[i]->getDisplayListId() < 1 && context == nrContext::getCurrent()) {
+      nrCompileAction compile;
+      parts[i]->compile(&compile);
+    }
   beginSolid(context);
   bool moved = center != nrVec3f(0, 0, 0), scaled = scale != nrVec3f(1, 1, 1);
   if (moved || scaled) {

@@ -10,6 +10,7 @@
 class nrCompileAction;
 class nrContext;
 class nrDrawAction;
+class nrGeoSet;
 class nrIsectAction;
 
 class nrGeometry : public nrContainer {
@@ -110,9 +111,10 @@ class nrGeometry : public nrContainer {
   static void beginSolid(nrContext* context);
   // Draws the parts that are on of a solid's shared unit tessellation, moved
   // to center and scaled by scale under a pushed matrix when they differ
-  // from the unit, with normalising on while scaled.
+  // from the unit, with normalising on while scaled. The parts never change,
+  // so each is compiled into a display list on its first draw.
   static void drawUnitParts(nrDrawAction* action, const nrVec3f& center, const nrVec3f& scale,
-                            nrGeometry* const* parts, const unsigned char* on, int count);
+                            nrGeoSet* const* parts, const unsigned char* on, int count);
 
   nrBoxBound boxBound;
   int boundMode;

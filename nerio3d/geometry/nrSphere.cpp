@@ -90,7 +90,7 @@ void nrSphere::calcBound(nrBoxBound& box) {
 
 void nrSphere::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrGeometry* parts[1] = {unitSphere};
+  nrGeoSet* parts[1] = {unitSphere};
   const unsigned char on[1] = {1};
   drawUnitParts(action, center, nrVec3f(radius, radius, radius), parts, on, 1);
 }

@@ -1,6 +1,7 @@
 #include "nerio3d/platform/nrOS.h"
 
 #include <pthread.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -48,6 +49,20 @@ ThreadHandle currentThread() { return static_cast<ThreadHandle>(pthread_self());
 void exitThread() { pthread_exit(nullptr); }
 unsigned long threadId() { return static_cast<unsigned long>(gettid()); }
 int processorCount() { return static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN)); }
+
+void adviseLargeBlock(void* block, unsigned long bytes) {
+  // Below a few huge pages the advice saves little and costs a system call.
+  const unsigned long LARGE = 4ul << 20;
+  if (!block || bytes < LARGE) return;
+#ifdef MADV_HUGEPAGE
+  // Rounded outwards to whole pages: a block the allocator mapped on its own
+  // is then advised as one mapping, which it can still grow in place.
+  const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+  uintptr_t begin = reinterpret_cast<uintptr_t>(block) & ~(page - 1);
+  uintptr_t end = (reinterpret_cast<uintptr_t>(block) + bytes + page - 1) & ~(page - 1);
+  madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+#endif
+}
 
 void sleepMilliseconds(unsigned milliseconds) {
   timespec left = {static_cast<time_t>(milliseconds / 1000), static_cast<long>(milliseconds % 1000) * 1000000L};

@@ -22,6 +22,10 @@ ThreadHandle currentThread();
 unsigned long threadId();
 int processorCount();
 
+// Asks that a large block of memory, not yet touched, be backed by huge pages
+// where the system offers them: far fewer page faults when it is filled.
+void adviseLargeBlock(void* block, unsigned long bytes);
+
 void sleepMilliseconds(unsigned milliseconds);
 // Seconds since the epoch, cut to whole milliseconds.
 double timeOfDay();

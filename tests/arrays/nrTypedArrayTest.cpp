@@ -31,11 +31,17 @@ TEST(nrTypedArray, GrowthIsLinearInStepsOfTheExtension) {
   // storage is zero-filled.
   nrIntArray d;
   d.set(3, 9);
+  d.set(1, 4);
   d.setSize(2);
   EXPECT_EQ(d.getSize(), 2u);
   EXPECT_EQ(d.getCount(), 4u);
-  d.setSize(8);
-  EXPECT_EQ(d[5], 0);
+  // Growth to at least twice the size and a smaller step keep the contents alike.
+  for (unsigned size : {8u, 9u}) {
+    d.setSize(size);
+    EXPECT_EQ(d[1], 4);
+    EXPECT_EQ(d[3], 0) << "a value cut off by shrinking stays gone";
+    EXPECT_EQ(d[size - 1], 0);
+  }
 }
 
 TEST(nrTypedArray, EditingOperations) {

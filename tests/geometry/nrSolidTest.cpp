@@ -1,4 +1,5 @@
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "nerio3d/actions/nrIsectAction.h"
@@ -49,6 +50,11 @@ TEST_F(Solid, CurvedSolidsDrawTheSharedTessellationUnderTheirOwnPlacement) {
   a->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}).size(), 40u);
   EXPECT_EQ(only(rec, {"glDisable(GL_COLOR"}), Calls{"glDisable(GL_COLOR_MATERIAL)"}) << "solids carry no colours";
+  rec.clear();
+  make<nrSphere>()->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw", "glNewList", "glCallList"}),
+            Calls{"glCallList(" + std::to_string(nrSphere::getUnitSphere()->getDisplayListId()) + ")"})
+      << "the shared tessellation is recorded once";
   nrTriStripSet* shared = nrSphere::getUnitSphere();
   EXPECT_EQ(shared->getPrimCount(), 40);
   int vertices = 0;
