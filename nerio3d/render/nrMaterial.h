@@ -35,34 +35,35 @@ class nrMaterial : public nrContainer {
   // Setting the ambient intensity or the diffuse colour makes the ambient colour
   // their product; setting the ambient colour makes the intensity the scale that
   // best turns the diffuse colour into it.
+  // Getters bring a value arriving through a connection up to date first.
   void setAmbientIntensity(float intensity) { setFieldValue(ambientIntensity, intensity, AMBIENT_INTENSITY); }
-  float getAmbientIntensity() const { return ambientIntensity; }
+  float getAmbientIntensity() { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY); }
   void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
   void setAmbientColor(const nrVec3f& color) { setFieldValue(ambientColor, color, AMBIENT_COLOR); }
-  const nrVec3f& getAmbientColor() const { return ambientColor; }
-  void getAmbientColor(float* r, float* g, float* b) const { split(ambientColor, r, g, b); }
+  const nrVec3f& getAmbientColor() { return getFieldValue(ambientColor, AMBIENT_COLOR); }
+  void getAmbientColor(float* r, float* g, float* b) { split(getFieldValue(ambientColor, AMBIENT_COLOR), r, g, b); }
   void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
   void setDiffuseColor(const nrVec3f& color) { setFieldValue(diffuseColor, color, DIFFUSE_COLOR); }
-  const nrVec3f& getDiffuseColor() const { return diffuseColor; }
-  void getDiffuseColor(float* r, float* g, float* b) const { split(diffuseColor, r, g, b); }
+  const nrVec3f& getDiffuseColor() { return getFieldValue(diffuseColor, DIFFUSE_COLOR); }
+  void getDiffuseColor(float* r, float* g, float* b) { split(getFieldValue(diffuseColor, DIFFUSE_COLOR), r, g, b); }
   void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
   void setSpecularColor(const nrVec3f& color) { setFieldValue(specularColor, color, SPECULAR_COLOR); }
-  const nrVec3f& getSpecularColor() const { return specularColor; }
-  void getSpecularColor(float* r, float* g, float* b) const { split(specularColor, r, g, b); }
+  const nrVec3f& getSpecularColor() { return getFieldValue(specularColor, SPECULAR_COLOR); }
+  void getSpecularColor(float* r, float* g, float* b) { split(getFieldValue(specularColor, SPECULAR_COLOR), r, g, b); }
   void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
   void setEmissiveColor(const nrVec3f& color) { setFieldValue(emissiveColor, color, EMISSIVE_COLOR); }
-  const nrVec3f& getEmissiveColor() const { return emissiveColor; }
-  void getEmissiveColor(float* r, float* g, float* b) const { split(emissiveColor, r, g, b); }
+  const nrVec3f& getEmissiveColor() { return getFieldValue(emissiveColor, EMISSIVE_COLOR); }
+  void getEmissiveColor(float* r, float* g, float* b) { split(getFieldValue(emissiveColor, EMISSIVE_COLOR), r, g, b); }
   void setAmbientIndex(short index) { setFieldValue(ambientIndex, index, AMBIENT_INDEX); }
-  short getAmbientIndex() const { return ambientIndex; }
+  short getAmbientIndex() { return getFieldValue(ambientIndex, AMBIENT_INDEX); }
   void setDiffuseIndex(short index) { setFieldValue(diffuseIndex, index, DIFFUSE_INDEX); }
-  short getDiffuseIndex() const { return diffuseIndex; }
+  short getDiffuseIndex() { return getFieldValue(diffuseIndex, DIFFUSE_INDEX); }
   void setSpecularIndex(short index) { setFieldValue(specularIndex, index, SPECULAR_INDEX); }
-  short getSpecularIndex() const { return specularIndex; }
+  short getSpecularIndex() { return getFieldValue(specularIndex, SPECULAR_INDEX); }
   void setShininess(float shininess) { setFieldValue(this->shininess, shininess, SHININESS); }
-  float getShininess() const { return shininess; }
+  float getShininess() { return getFieldValue(shininess, SHININESS); }
   void setTransparency(float transparency) { setFieldValue(this->transparency, transparency, TRANSPARENCY); }
-  float getTransparency() const { return transparency; }
+  float getTransparency() { return getFieldValue(transparency, TRANSPARENCY); }
 
   // Without the ambient colour, which the intensity and the diffuse colour
   // give again when the text is read (in any order of the fields).

@@ -178,8 +178,9 @@ TEST_F(TimeSensorTest, DrivesAnInterpolatorIntoAMaterial) {
   nrVec3f c;
   for (double t : {100.0, 101.0, 103.0}) {
     nrTimeSensor::updateSensors(t);
-    diffuse->get(c);
     float f = static_cast<float>((t - 100) / 4);
+    EXPECT_EQ(material->getDiffuseColor(), nrVec3f(f, 0.5f * f, 0)) << "the getter pulls the routed value, at " << t;
+    diffuse->get(c);
     EXPECT_EQ(c, nrVec3f(f, 0.5f * f, 0)) << t;
   }
   material->unref();
