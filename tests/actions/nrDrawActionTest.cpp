@@ -63,8 +63,7 @@ TEST_F(DrawAction, ViewVectorIsTheViewingAxisForOrthographicAndTheEyeForPerspect
     EXPECT_TRUE(draw.getViewVector().almostEqual(expected, 1e-5f)) << camera->getType()->getName();
     EXPECT_EQ(draw.getOrthographic(), camera == ortho);
   }
-  persp->unref();
-  ortho->unref();
+  nrtest::unref(persp, ortho);
 }
 
 TEST_F(DrawAction, CompileActionHandsOverTheContextAndDrawsNothing) {
@@ -80,6 +79,5 @@ TEST_F(DrawAction, CompileActionHandsOverTheContextAndDrawsNothing) {
   EXPECT_EQ(compile.apply(root), 0);
   EXPECT_TRUE(rec.calls().empty());
   EXPECT_EQ(tstTrace, "");
-  root->unref();
-  leaf->unref();
+  nrtest::unref(root, leaf);
 }

@@ -136,8 +136,5 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
   nrContext::releaseCurrent();
   EXPECT_EQ(persp->pick(centred, 32, 32, hit), 0);
 
-  centred->unref();
-  persp->unref();
-  ortho->unref();
-  root->unref();
+  nrtest::unref(centred, persp, ortho, root);
 }

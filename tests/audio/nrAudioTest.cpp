@@ -61,8 +61,7 @@ TEST(nrSound, HasTheFileFormatFieldsAndHoldsOnlyAClipAsSource) {
   root->addChild(sound);
   nrSoundAction action;
   EXPECT_EQ(nrtest::captureStderr([&] { action.apply(root); }), "");
-  root->unref();
-  sound->unref();
+  nrtest::unref(root, sound);
 }
 
 TEST(nrAudioClip, SharesItsSamplesWhichCannotLoadHere) {
@@ -85,9 +84,7 @@ TEST(nrAudioClip, SharesItsSamplesWhichCannotLoadHere) {
   nrAudio* audio = nrtest::held<nrAudio>();
   EXPECT_EQ(player->open(audio), 0);
   EXPECT_EQ(player->play(other), 0);
-  player->unref();
-  audio->unref();
-  other->unref();
+  nrtest::unref(player, audio, other);
 }
 
 }  // namespace

@@ -73,8 +73,7 @@ TEST(nrEngine, EvaluatesOnlyWhenReadAndOncePerChange) {
   s->setKey(nrFloatArray());
   said += nrtest::captureStderr([&] { EXPECT_EQ(s->getValue(), 10.0f); });
   EXPECT_EQ(said, "");
-  m->unref();
-  s->unref();
+  nrtest::unref(m, s);
 }
 
 TEST(nrEngine, InterpolatorKinds) {
@@ -113,8 +112,7 @@ TEST(nrEngine, InterpolatorKinds) {
   ASSERT_EQ(coords->getValue().getCount(), 2u) << "5 values over 2 keys: 2 per key";
   EXPECT_EQ(coords->getValue()[0], nrVec3f(1, 0, 0));
   EXPECT_EQ(coords->getValue()[1], nrVec3f(3, 2, 2));
-  for (nrContainer* e : {(nrContainer*)color, (nrContainer*)orient, (nrContainer*)normals, (nrContainer*)coords})
-    e->unref();
+  nrtest::unref(color, orient, normals, coords);
 }
 
 TEST(nrEngine, SplineMorphTransformAndSelectorChain) {
@@ -154,8 +152,7 @@ TEST(nrEngine, SplineMorphTransformAndSelectorChain) {
   std::string said = nrtest::captureStderr([&] { select->getValue(v); });
   EXPECT_EQ(v, nrVec3f(1, 2, 3));
   EXPECT_EQ(said, "");
-  for (nrContainer* e : {(nrContainer*)spline, (nrContainer*)morph, (nrContainer*)xform, (nrContainer*)select})
-    e->unref();
+  nrtest::unref(spline, morph, xform, select);
 }
 
 TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
@@ -191,9 +188,7 @@ TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
   EXPECT_EQ(copy->getField("set_fraction"), copy->getField(nrInterpolator::FRACTION_FIELD));
   EXPECT_EQ(copy->getField("value_changed"), copy->getField(nrInterpolator::VALUE_FIELD));
   EXPECT_EQ(copy->getField("keyValue"), copy->getField(nrInterpolator::KEY_VALUE_FIELD));
-  m->unref();
-  copy->unref();
-  s->unref();
+  nrtest::unref(m, copy, s);
 }
 
 namespace {
@@ -212,7 +207,5 @@ TEST(nrEngine, DispatchCallsTheFunctionBoundForTheTypes) {
   d->apply(data);
   d->apply(nullptr);
   EXPECT_EQ(nodeCalls, 1);
-  data->unref();
-  sensor->unref();
-  d->unref();
+  nrtest::unref(data, sensor, d);
 }

@@ -45,8 +45,7 @@ class TimeSensorTest : public testing::Test {
     std::fill(probe->events, probe->events + tstProbe::NUM_FIELDS, 0);
   }
   void TearDown() override {
-    sensor->unref();
-    probe->unref();
+    nrtest::unref(sensor, probe);
   }
   // The probe's copy of field i of the sensor's outputs, read through the route.
   double out(int i) {
@@ -183,6 +182,5 @@ TEST_F(TimeSensorTest, DrivesAnInterpolatorIntoAMaterial) {
     diffuse->get(c);
     EXPECT_EQ(c, nrVec3f(f, 0.5f * f, 0)) << t;
   }
-  material->unref();
-  move->unref();
+  nrtest::unref(material, move);
 }

@@ -29,8 +29,7 @@ TEST(nrContainer, SideEffectsNotifyParentsOncePerPendingChange) {
   c->validateField(tstAll::FLOAT);
   c->validateField(tstAll::FLOAT);
   EXPECT_EQ(c->sideEffectsCleaned, 1);
-  c->unref();
-  parent->unref();
+  nrtest::unref(c, parent);
 }
 
 TEST(nrContainer, StaleBitsUseThe32BitShiftWhileReadsUseTheFieldsOwnBit) {
@@ -46,8 +45,7 @@ TEST(nrContainer, StaleBitsUseThe32BitShiftWhileReadsUseTheFieldsOwnBit) {
   EXPECT_EQ(floatField(w, 35)->get(), 0.0f) << "bit 35 is never looked at";
   src->disconnect(0, w, 35);
   EXPECT_EQ(w->getStaleInputMask().getBits(), 0x0ull);
-  src->unref();
-  w->unref();
+  nrtest::unref(src, w);
 }
 
 TEST(nrContainer, ParentsAreASingleLinkOrAList) {
@@ -65,8 +63,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(leaf->getParent(0), b);
   b->unref();
   EXPECT_EQ(leaf->getParentCount(), 0);
-  leaf->unref();
-  a->unref();
+  nrtest::unref(leaf, a);
 }
 
 TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
@@ -98,9 +95,7 @@ TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
   EXPECT_EQ(copy->refValue, shared) << "a shallow clone shares what it refers to";
   EXPECT_EQ(shared->getParentCount(), 2);
   EXPECT_EQ(copy->getField(tstAll::DOUBLE)->getNumInputs(), 0) << "routes to outside containers stay behind";
-  copy->unref();
-  c->unref();
-  src->unref();
+  nrtest::unref(copy, c, src);
   EXPECT_EQ(tstLeaf::live, 0);
 }
 
@@ -168,9 +163,7 @@ TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
   floatField(w, 5)->set(1.0f);
   w->freeUnconnectedFields();
   EXPECT_EQ(floatField(w, 5)->get(), 1.0f);
-  w->unref();
-  b->unref();
-  a->unref();
+  nrtest::unref(w, b, a);
 }
 
 TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
@@ -201,6 +194,5 @@ TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
   b->internalCleanFields((b->getStaleInputMask() | b->getSideEffectMask()).getBits());
   EXPECT_TRUE((b->getStaleInputMask() | b->getSideEffectMask()).isZero());
   EXPECT_EQ(b->intValue, 3);
-  b->unref();
-  a->unref();
+  nrtest::unref(b, a);
 }

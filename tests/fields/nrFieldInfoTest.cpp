@@ -81,11 +81,8 @@ TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
 TEST(nrFieldInfo, LookupByNameAliasAndRouteSpellings) {
   tstAll* c = nrtest::held<tstAll>();
   nrField* f = c->getField(tstAll::FLOAT);
-  EXPECT_EQ(c->getField("float"), f);
-  EXPECT_EQ(c->getField("weight"), f);
-  EXPECT_EQ(c->getField("set_float"), f);
-  EXPECT_EQ(c->getField("float_changed"), f);
-  EXPECT_EQ(c->getField("set_weight"), f);
+  for (const char* name : {"float", "weight", "set_float", "float_changed", "set_weight"})
+    EXPECT_EQ(c->getField(name), f) << name;
   EXPECT_STREQ(f->getName(), "float");
   // "set_" in the middle still drops the first four characters.
   EXPECT_EQ(c->getField("offset_x"), c->getField(tstAll::ET_X));

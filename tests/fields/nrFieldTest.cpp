@@ -43,9 +43,7 @@ TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
     EXPECT_EQ(c->mfFloat[2], 6.0f);
     EXPECT_EQ(c->changes[tstAll::MFFLOAT], 2);
   }
-  a->unref();
-  b->unref();
-  engine->unref();
+  nrtest::unref(a, b, engine);
 }
 
 TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
@@ -86,8 +84,7 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
   c->unref();
   EXPECT_EQ(b->getField(tstAll::FLOAT)->getNumInputs(), 0);
   EXPECT_TRUE(b->getStaleInputMask().isZero());
-  a->unref();
-  b->unref();
+  nrtest::unref(a, b);
 }
 
 TEST(nrField, CyclesStopAtBusyFields) {
@@ -98,8 +95,7 @@ TEST(nrField, CyclesStopAtBusyFields) {
   floatField(a, tstAll::FLOAT)->set(7.0f);
   EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 7.0f);
   EXPECT_FALSE(a->getField(tstAll::FLOAT)->isBusy());
-  a->unref();
-  b->unref();
+  nrtest::unref(a, b);
 }
 
 TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
@@ -186,6 +182,5 @@ TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
   EXPECT_EQ(bad->getRefCount(), 1);
   EXPECT_EQ(bad->getParentCount(), 0);
   EXPECT_EQ(owner->changes[tstAll::MFREF], 1);
-  bad->unref();
-  owner->unref();
+  nrtest::unref(bad, owner);
 }

@@ -68,8 +68,7 @@ TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
   EXPECT_FALSE(target->getStaleInputMask().isZero());
   EXPECT_EQ(writeRoot(target), "\nTestLeaf {\n  value 5.000000\n}");
   EXPECT_TRUE(target->getStaleInputMask().isZero());
-  target->unref();
-  source->unref();
+  nrtest::unref(target, source);
 }
 
 TEST(nrOutput, WritesToAFileByPath) {

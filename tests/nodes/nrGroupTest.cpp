@@ -14,10 +14,8 @@ nrSphereBound sphereOf(nrNode* n) {
 }
 
 void expectSphere(const nrSphereBound& s, float x, float y, float z, float r) {
-  EXPECT_NEAR(s.center[0], x, 1e-5f);
-  EXPECT_NEAR(s.center[1], y, 1e-5f);
-  EXPECT_NEAR(s.center[2], z, 1e-5f);
-  EXPECT_NEAR(s.radius, r, 1e-5f);
+  const float got[] = {s.center[0], s.center[1], s.center[2], s.radius}, want[] = {x, y, z, r};
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(got[i], want[i], 1e-5f) << "centre x, y, z, radius: " << i;
 }
 
 }  // namespace
@@ -139,8 +137,7 @@ TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
   b->setChildCount(0);
   EXPECT_EQ(tstLeaf::live, live);
   b->addChild(new tstLeaf);
-  b->unref();
-  a->unref();
+  nrtest::unref(b, a);
   EXPECT_EQ(tstLeaf::live, live);
 }
 
@@ -204,11 +201,7 @@ TEST(nrNode, InsertParentTakesThePlaceOfEveryGroupParentOnly) {
   orphan->insertParent(lone);
   EXPECT_EQ(lone->getNumChildren(), 0);
   EXPECT_EQ(orphan->getParentCount(), 0);
-  orphan->unref();
-  lone->unref();
-  holder->unref();
-  b->unref();
-  a->unref();
+  nrtest::unref(orphan, lone, holder, b, a);
   EXPECT_EQ(tstLeaf::live, live);
 }
 
@@ -234,7 +227,5 @@ TEST(nrGroup, ClonesShareOrCopyTheChildrenByMode) {
   copy->setSphereBound(nrSphereBound(nrVec3f(5, 0, 0), 1));
   expectSphere(sphereOf(deep), 5, 0, 0, 1);
   expectSphere(sphereOf(g), 1, 0, 0, 1);
-  deep->unref();
-  shallow->unref();
-  g->unref();
+  nrtest::unref(deep, shallow, g);
 }

@@ -211,8 +211,7 @@ TEST_F(Selection, AxialBillboardShowsTheSameFaceAllAroundAndPicksItAsDrawn) {
   nrHit hit = pick(board, along);
   EXPECT_EQ(hit.getGeometry(), quad->asGeometry());
   EXPECT_TRUE(hit.getWorldPoint().almostEqual(nrVec3f(0, 0.5f, 0.3f), 1e-4f));
-  ortho->unref();
-  board->unref();
+  nrtest::unref(ortho, board);
 }
 
 TEST_F(Selection, FacingRotationTurnsForwardToTheViewerAndKeepsTheChosenUp) {

@@ -24,12 +24,8 @@ Extents extentsOf(nrCamera* camera) {
 
 void expectExtents(nrCamera* camera, const Extents& x, const char* what) {
   Extents e = extentsOf(camera);
-  EXPECT_NEAR(e.l, x.l, tol) << what;
-  EXPECT_NEAR(e.r, x.r, tol) << what;
-  EXPECT_NEAR(e.b, x.b, tol) << what;
-  EXPECT_NEAR(e.t, x.t, tol) << what;
-  EXPECT_NEAR(e.n, x.n, tol) << what;
-  EXPECT_NEAR(e.f, x.f, tol) << what;
+  const float got[] = {e.l, e.r, e.b, e.t, e.n, e.f}, want[] = {x.l, x.r, x.b, x.t, x.n, x.f};
+  for (int i = 0; i < 6; ++i) EXPECT_NEAR(got[i], want[i], tol) << what << ", extent " << "lrbtnf"[i];
 }
 
 using Camera = nrtest::ContextTest;
@@ -87,9 +83,7 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   EXPECT_EQ(persp->getField("farClip"), persp->getField(7));
   EXPECT_EQ(ortho->getField("aspectRatio"), ortho->getField(8));
 
-  given->unref();
-  ortho->unref();
-  persp->unref();
+  nrtest::unref(given, ortho, persp);
 }
 
 TEST_F(Camera, DrawLoadsTheFrustumProjectionAndTheViewMatrix) {
@@ -118,6 +112,5 @@ TEST_F(Camera, DrawLoadsTheFrustumProjectionAndTheViewMatrix) {
     EXPECT_TRUE(modelView.almostEqual(camera->getViewMatrix(), tol)) << camera->getType()->getName();
   }
   EXPECT_NE(rec.text().find("glOrtho(0, 4, -0.5, 0.5, 1, 1000)"), std::string::npos);
-  ortho->unref();
-  persp->unref();
+  nrtest::unref(ortho, persp);
 }

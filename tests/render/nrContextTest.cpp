@@ -216,8 +216,7 @@ TEST_F(Context, OverridesForceTheirElementsPopsResendAndStacksHoldSixteen) {
             "underflow in nrContext override appearance stack\n");
   EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideGeoProp(), nullptr); }),
             "underflow in nrContext override geometry property stack\n");
-  app->unref();
-  prop->unref();
+  nrtest::unref(app, prop);
 }
 
 TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {
@@ -330,10 +329,7 @@ TEST_F(Context, TextureGeneratorAndMaterialHooksRunOnChangeOnly) {
             (Calls{"glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1)", "glEnable(GL_COLOR_MATERIAL)",
                    "glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE)", "glDisable(GL_COLOR_MATERIAL)",
                    "glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 0)"}));
-  texture->unref();
-  texGen->unref();
-  front->unref();
-  back->unref();
+  nrtest::unref(texture, texGen, front, back);
 }
 
 // A light whose restores are visible.
@@ -462,8 +458,7 @@ TEST_F(Context, FogEnableFollowsTheTopFogOnceTwoArePushed) {
   EXPECT_EQ(off->events, "push push pop ");
   EXPECT_EQ(off->getRefCount(), 1);
   EXPECT_EQ(on->getRefCount(), 1);
-  off->unref();
-  on->unref();
+  nrtest::unref(off, on);
 }
 
 TEST_F(Context, PopStateRestoresTheLevelBelowAndKeepsTheShadowTrue) {
@@ -527,8 +522,7 @@ TEST_F(Context, OverrideAppearanceWinsWhereItSetsAndAppearancesFillTheRest) {
   EXPECT_EQ(rec.calls(), Calls{});
   context->drawApp(nullptr, 1);
   EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_LIGHTING)", "glShadeModel(GL_SMOOTH)"}));
-  app->unref();
-  over->unref();
+  nrtest::unref(app, over);
 }
 
 TEST(nrContextSound, EveryAttemptReportsTheMissingAudioPort) {

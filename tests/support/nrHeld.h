@@ -11,4 +11,10 @@ T* held() {
   return object;
 }
 
+// Drops the caller's reference to each object, in the order given.
+template <typename... T>
+void unref(T*... objects) {
+  (objects->unref(), ...);
+}
+
 }  // namespace nrtest

@@ -99,21 +99,18 @@ TEST_F(vlInputTest, IntegersInEveryBaseLeaveTheInputAfterTheLastDigit) {
   unsigned u;
   unsigned long ul;
   unsigned short us;
-  EXPECT_TRUE(openBody("99999999999 -99999999999 99999999999 70000 0xFFFFFFFFF 0x1FFFF 99999999999999999999")
-                  .read(i));
-  EXPECT_EQ(i, INT_MAX);
-  EXPECT_TRUE(in.read(i));
-  EXPECT_EQ(i, INT_MIN);
-  EXPECT_TRUE(in.read(l));
-  EXPECT_EQ(l, 99999999999L);
-  EXPECT_TRUE(in.read(s));
-  EXPECT_EQ(s, 4464);
-  EXPECT_TRUE(in.read(u));
-  EXPECT_EQ(u, UINT_MAX);
-  EXPECT_TRUE(in.read(us));
-  EXPECT_EQ(us, 0xFFFF);
-  EXPECT_TRUE(in.read(ul));
-  EXPECT_EQ(ul, ULONG_MAX);
+  auto next = [&](auto& v) {
+    EXPECT_TRUE(in.read(v));
+    return v;
+  };
+  openBody("99999999999 -99999999999 99999999999 70000 0xFFFFFFFFF 0x1FFFF 99999999999999999999");
+  EXPECT_EQ(next(i), INT_MAX);
+  EXPECT_EQ(next(i), INT_MIN);
+  EXPECT_EQ(next(l), 99999999999L);
+  EXPECT_EQ(next(s), 4464);
+  EXPECT_EQ(next(u), UINT_MAX);
+  EXPECT_EQ(next(us), 0xFFFF);
+  EXPECT_EQ(next(ul), ULONG_MAX);
   // Unsigned integers take no sign.
   EXPECT_FALSE(openBody("-5").read(u));
   EXPECT_EQ(rest(), "-5");
@@ -286,12 +283,10 @@ TEST_F(vlInputTest, PushedBackTextIsReadBeforeTheStream) {
   in.putBack(c);
   in.putBack(static_cast<char>(255));
   nrName n;
-  ASSERT_TRUE(in.read(n, 1));
-  EXPECT_STREQ(n.getString(), "DEF");
-  ASSERT_TRUE(in.read(n, 1));
-  EXPECT_STREQ(n.getString(), "G");
-  ASSERT_TRUE(in.read(n, 1));
-  EXPECT_STREQ(n.getString(), "Group");
+  for (const char* word : {"DEF", "G", "Group"}) {
+    ASSERT_TRUE(in.read(n, 1));
+    EXPECT_STREQ(n.getString(), word);
+  }
   EXPECT_FALSE(in.get(c));
   EXPECT_TRUE(in.eof());
 }
@@ -337,8 +332,7 @@ TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
   in.addReference("T", b);
   EXPECT_EQ(in.findReference("T"), b);
   EXPECT_EQ(in.findReference("U"), nullptr);
-  a->unref();
-  b->unref();
+  nrtest::unref(a, b);
 }
 
 TEST(vlDebugError, NamesTheFunction) {

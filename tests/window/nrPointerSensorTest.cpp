@@ -92,8 +92,7 @@ class PointerSensors : public nrtest::WindowTest {
   void TearDown() override {
     if (!IsSkipped()) {
       input.button(1, false);
-      root->unref();
-      camera->unref();
+      nrtest::unref(root, camera);
     }
     WindowTest::TearDown();
   }
