@@ -161,9 +161,7 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
   } cases[] = {{0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, -1, 0}, {1, 1, 0}, {-1, 1, 0}}, 2);
-    nrColorSet4f* color = make<nrColorSet4f>();
-    color->append(nrVec4f(c.first, 1, 0, 1));
-    s->setColorSet(color);
+    s->setColorSet(filled<nrColorSet4f>({nrVec4f(c.first, 1, 0, 1)}));
     s->setColorBind(nrGeoSet::OVERALL_COLOR);
     clearFrame();
     s->draw(action);
@@ -250,12 +248,8 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 3, 3)"});
 
   // Normals that cancel out give a cone that is never culled.
-  nrNormalSet3f* normals = make<nrNormalSet3f>();
-  normals->append(nrVec3f(0, 0, 1));
-  normals->append(nrVec3f(0, 0, -1));
-  normals->append(nrVec3f(0, 0, 1));
   nrTriSet* t = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, 1);
-  t->setNormalSet(normals);
+  t->setNormalSet(normals({{0, 0, 1}, {0, 0, -1}, {0, 0, 1}}));
   t->setNormalBind(nrGeoSet::PER_VERTEX_NORMAL);
   t->setBPCullPrimNormModeEnable(1);
   t->buildBPCullData();

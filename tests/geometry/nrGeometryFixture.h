@@ -43,21 +43,17 @@ class GeometryTest : public ContextTest {
   T* make() {
     return keep(new T);
   }
-  nrCoordSet3f* coords(std::initializer_list<nrVec3f> points) {
-    nrCoordSet3f* set = make<nrCoordSet3f>();
-    for (const nrVec3f& p : points) set->append(p);
+  // A new attribute set of type S holding values.
+  template <typename S, typename V>
+  S* filled(std::initializer_list<V> values) {
+    S* set = make<S>();
+    for (const V& v : values) set->append(v);
     return set;
   }
-  nrColorSet3f* colors(std::initializer_list<nrVec3f> values) {
-    nrColorSet3f* set = make<nrColorSet3f>();
-    for (const nrVec3f& c : values) set->append(c);
-    return set;
-  }
-  nrIndexSet* indices(std::initializer_list<int> values) {
-    nrIndexSet* set = make<nrIndexSet>();
-    for (int i : values) set->append(i);
-    return set;
-  }
+  nrCoordSet3f* coords(std::initializer_list<nrVec3f> v) { return filled<nrCoordSet3f>(v); }
+  nrColorSet3f* colors(std::initializer_list<nrVec3f> v) { return filled<nrColorSet3f>(v); }
+  nrNormalSet3f* normals(std::initializer_list<nrVec3f> v) { return filled<nrNormalSet3f>(v); }
+  nrIndexSet* indices(std::initializer_list<int> v) { return filled<nrIndexSet>(v); }
   // A set of type T over points with primCount primitives.
   template <typename T>
   T* set(std::initializer_list<nrVec3f> points, int primCount) {

@@ -44,8 +44,7 @@ TEST_F(IndexedSet, IndexListsConvertOnNextUseAndEmptyListsFollowTheCoordinates) 
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 1, 0));
 
   // A face set with only coordIndex shares one index list: vertex arrays.
-  s->setNormalSet(make<nrNormalSet3f>());
-  for (int i = 0; i < 6; ++i) static_cast<nrNormalSet3f*>(s->getNormalSet())->append(nrVec3f(0, 0, 1));
+  s->setNormalSet(normals({{0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}}));
   s->setColorSet(colors({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}, {1, 1, 0}, {0, 1, 1}}));
   nrGLRecorder rec;
   s->draw(action);

@@ -59,9 +59,7 @@ class Scene : public nrtest::SceneTest {
       s->setColorSet(colors({*color}));
       s->setColorBind(nrGeoSet::OVERALL_COLOR);
     } else {
-      nrNormalSet3f* n = make<nrNormalSet3f>();
-      n->append(nrVec3f(0, 0, 1));
-      s->setNormalSet(n);
+      s->setNormalSet(normals({{0, 0, 1}}));
       s->setNormalBind(nrGeoSet::OVERALL_NORMAL);
     }
     return s;
