@@ -41,19 +41,23 @@ class nrMaterial : public nrContainer {
   void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
   void setAmbientColor(const nrVec3f& color) { setFieldValue(ambientColor, color, AMBIENT_COLOR); }
   const nrVec3f& getAmbientColor() { return getFieldValue(ambientColor, AMBIENT_COLOR); }
-  void getAmbientColor(float* r, float* g, float* b) { split(getFieldValue(ambientColor, AMBIENT_COLOR), r, g, b); }
+  void getAmbientColor(nrVec3f& color) { color = getAmbientColor(); }
+  void getAmbientColor(float* r, float* g, float* b) { split(getAmbientColor(), r, g, b); }
   void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
   void setDiffuseColor(const nrVec3f& color) { setFieldValue(diffuseColor, color, DIFFUSE_COLOR); }
   const nrVec3f& getDiffuseColor() { return getFieldValue(diffuseColor, DIFFUSE_COLOR); }
-  void getDiffuseColor(float* r, float* g, float* b) { split(getFieldValue(diffuseColor, DIFFUSE_COLOR), r, g, b); }
+  void getDiffuseColor(nrVec3f& color) { color = getDiffuseColor(); }
+  void getDiffuseColor(float* r, float* g, float* b) { split(getDiffuseColor(), r, g, b); }
   void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
   void setSpecularColor(const nrVec3f& color) { setFieldValue(specularColor, color, SPECULAR_COLOR); }
   const nrVec3f& getSpecularColor() { return getFieldValue(specularColor, SPECULAR_COLOR); }
-  void getSpecularColor(float* r, float* g, float* b) { split(getFieldValue(specularColor, SPECULAR_COLOR), r, g, b); }
+  void getSpecularColor(nrVec3f& color) { color = getSpecularColor(); }
+  void getSpecularColor(float* r, float* g, float* b) { split(getSpecularColor(), r, g, b); }
   void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
   void setEmissiveColor(const nrVec3f& color) { setFieldValue(emissiveColor, color, EMISSIVE_COLOR); }
   const nrVec3f& getEmissiveColor() { return getFieldValue(emissiveColor, EMISSIVE_COLOR); }
-  void getEmissiveColor(float* r, float* g, float* b) { split(getFieldValue(emissiveColor, EMISSIVE_COLOR), r, g, b); }
+  void getEmissiveColor(nrVec3f& color) { color = getEmissiveColor(); }
+  void getEmissiveColor(float* r, float* g, float* b) { split(getEmissiveColor(), r, g, b); }
   void setAmbientIndex(short index) { setFieldValue(ambientIndex, index, AMBIENT_INDEX); }
   short getAmbientIndex() { return getFieldValue(ambientIndex, AMBIENT_INDEX); }
   void setDiffuseIndex(short index) { setFieldValue(diffuseIndex, index, DIFFUSE_INDEX); }
