@@ -31,6 +31,7 @@ class nrFog : public nrNode {
   void setColor(float r, float g, float b, float a) { setColor(nrVec4f(r, g, b, a)); }
   void setColor(const nrVec4f& value) { setFieldValue(color, value, COLOR_FIELD); }
   const nrVec4f& getColor() { return getFieldValue(color, COLOR_FIELD); }
+  void getColor(nrVec4f& value) { value = getColor(); }
   void getColor(float* r, float* g, float* b, float* a);
 
   // A fog met outside an environment becomes the current fog.

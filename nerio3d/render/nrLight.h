@@ -24,6 +24,7 @@ class nrLight : public nrNode {
   void setColor(float r, float g, float b) { setColor(nrVec3f(r, g, b)); }
   void setColor(const nrVec3f& value) { setFieldValue(color, value, COLOR_FIELD); }
   const nrVec3f& getColor() { return getFieldValue(color, COLOR_FIELD); }
+  void getColor(nrVec3f& value) { value = getColor(); }
   void getColor(float* r, float* g, float* b) { split(getColor(), r, g, b); }
 
   // A light met outside an environment is placed in the light slots of the

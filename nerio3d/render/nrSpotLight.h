@@ -14,6 +14,7 @@ class nrSpotLight : public nrPointLight {
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
   void setDirection(const nrVec3f& value) { setFieldValue(direction, value, DIRECTION_FIELD); }
   const nrVec3f& getDirection() { return getFieldValue(direction, DIRECTION_FIELD); }
+  void getDirection(nrVec3f& value) { value = getDirection(); }
   void getDirection(float* x, float* y, float* z) { split(getDirection(), x, y, z); }
   void setExponent(float value) { setFieldValue(exponent, value, EXPONENT_FIELD); }
   float getExponent() { return getFieldValue(exponent, EXPONENT_FIELD); }
