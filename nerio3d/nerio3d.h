@@ -24,6 +24,7 @@
 #include "nerio3d/audio/nrSound.h"
 #include "nerio3d/audio/nrSoundPlayer.h"
 #include "nerio3d/core/nrBitMask.h"
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrDict.h"
 #include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/core/nrName.h"

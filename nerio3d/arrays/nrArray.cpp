@@ -1,11 +1,8 @@
 #include "nerio3d/arrays/nrArray.h"
 
-#include <cstdlib>
-#include <cstring>
-
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrGlobal.h"
-#include "nerio3d/platform/nrOS.h"
 
 static const unsigned defaultExtension = 32;
 
@@ -17,9 +14,7 @@ nrArray::nrArray(unsigned size, unsigned n)
       capacity(n),
       extension(defaultExtension),
       data(nullptr),
-      elements(static_cast<unsigned char*>(calloc(n, size))) {
-  nrOS::adviseLargeBlock(elements, static_cast<unsigned long>(n) * size);
-}
+      elements(static_cast<unsigned char*>(nrBlockAllocator::allocateZeroed(size_t(n) * size))) {}
 
 nrArray::nrArray(unsigned size, nrData* block, short off, short str)
     : offset(off),
@@ -37,7 +32,7 @@ nrArray::~nrArray() {
   if (data)
     data->unref();
   else
-    free(elements);
+    nrBlockAllocator::release(elements, size_t(capacity) * elementSize);
 }
 
 void nrArray::grow(unsigned n) {
@@ -51,23 +46,10 @@ void nrArray::setSize(unsigned n) {
     nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "Cannot resize interleaved array");
     return;
   }
-  size_t bytes = static_cast<size_t>(n) * elementSize, kept = static_cast<size_t>(capacity) * elementSize;
-  // A block that at least doubles is taken afresh from zeroed memory and the
-  // old contents copied in: the new tail then costs no writes (and, for large
-  // blocks, no pages) until it is used. Smaller steps grow in place.
-  if (n / 2 >= capacity && n > 0) {
-    void* fresh = calloc(n, elementSize);
-    if (!fresh) return;
-    nrOS::adviseLargeBlock(fresh, bytes);
-    if (kept) memcpy(fresh, elements, kept);
-    free(elements);
-    elements = static_cast<unsigned char*>(fresh);
-    capacity = n;
-    return;
-  }
-  void* grown = realloc(elements, bytes);
-  if (!grown && n) return;
-  elements = static_cast<unsigned char*>(grown);
-  if (n > capacity) memset(elements + kept, 0, bytes - kept);
+  // Large blocks grow in place or move without copying, their new pages
+  // zero until used.
+  void* resized = nrBlockAllocator::resizeZeroed(elements, size_t(capacity) * elementSize, size_t(n) * elementSize);
+  if (!resized && n) return;
+  elements = static_cast<unsigned char*>(resized);
   capacity = n;
 }

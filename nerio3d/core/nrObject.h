@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 #include "nerio3d/core/nrTypeMacros.h"
@@ -17,6 +18,10 @@ class nrObject {
   virtual ~nrObject() = default;
   nrObject(const nrObject&) = delete;
   nrObject& operator=(const nrObject&) = delete;
+
+  // From the library's block pool: a scene's objects pack densely.
+  static void* operator new(std::size_t bytes);
+  static void operator delete(void* block, std::size_t bytes);
 
   virtual void write(nrOutput*) {}
 

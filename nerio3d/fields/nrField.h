@@ -2,6 +2,7 @@
 // lists, and the process-wide list of fields with pending values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "nerio3d/arrays/nrFieldArrays.h"
@@ -23,6 +24,10 @@ class nrField {
   virtual ~nrField();
   nrField(const nrField&) = delete;
   nrField& operator=(const nrField&) = delete;
+
+  // From the library's block pool: a scene's objects pack densely.
+  static void* operator new(std::size_t bytes);
+  static void operator delete(void* block, std::size_t bytes);
 
   virtual nrType* getType() const { return getClassType(); }
   // Takes the value of another field of the same kind (no-op for other kinds).

@@ -64,6 +64,49 @@ void adviseLargeBlock(void* block, unsigned long bytes) {
 #endif
 }
 
+namespace {
+const size_t HUGE_PAGE = size_t(2) << 20;
+size_t pageSize() {
+  static const size_t size = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  return size;
+}
+size_t wholePages(size_t bytes) { return (bytes + pageSize() - 1) & ~(pageSize() - 1); }
+}  // namespace
+
+void* mapPages(size_t bytes, bool hugeAligned) {
+  size_t length = wholePages(bytes), extra = hugeAligned ? HUGE_PAGE : 0;
+  void* mapped = mmap(nullptr, length + extra, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapped == MAP_FAILED) return nullptr;
+  if (!hugeAligned) {
+    adviseLargeBlock(mapped, length);
+    return mapped;
+  }
+  // The slack before the first boundary and after the block goes back.
+  uintptr_t start = reinterpret_cast<uintptr_t>(mapped);
+  uintptr_t aligned = (start + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
+  if (aligned > start) munmap(mapped, aligned - start);
+  if (start + extra > aligned) munmap(reinterpret_cast<void*>(aligned + length), start + extra - aligned);
+#ifdef MADV_HUGEPAGE
+  madvise(reinterpret_cast<void*>(aligned), length, MADV_HUGEPAGE);
+#endif
+  return reinterpret_cast<void*>(aligned);
+}
+
+void* remapPages(void* block, size_t oldBytes, size_t newBytes) {
+  size_t oldLength = wholePages(oldBytes), newLength = wholePages(newBytes);
+  if (oldLength == newLength) return block;
+  void* moved = mremap(block, oldLength, newLength, MREMAP_MAYMOVE);
+  if (moved == MAP_FAILED) return nullptr;
+  // Advice given before stays with the pages; a block that has just become
+  // large gets it now.
+  if (newLength > oldLength) adviseLargeBlock(moved, newLength);
+  return moved;
+}
+
+void unmapPages(void* block, size_t bytes) {
+  if (block) munmap(block, wholePages(bytes));
+}
+
 void sleepMilliseconds(unsigned milliseconds) {
   timespec left = {static_cast<time_t>(milliseconds / 1000), static_cast<long>(milliseconds % 1000) * 1000000L};
   while (nanosleep(&left, &left) == -1 && errno == EINTR) {
@@ -76,9 +119,9 @@ double timeOfDay() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec / 1000000) * 0.001;
 }
 
-SlotKey createSlot() {
+SlotKey createSlot(void (*destructor)(void*)) {
   pthread_key_t key;
-  pthread_key_create(&key, nullptr);
+  pthread_key_create(&key, destructor);
   return static_cast<SlotKey>(key);
 }
 void deleteSlot(SlotKey key) { pthread_key_delete(static_cast<pthread_key_t>(key)); }

@@ -2,6 +2,7 @@
 // slots, sleeping and the clock. Everything above this folder calls these.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace nrOS {
@@ -26,11 +27,23 @@ int processorCount();
 // where the system offers them: far fewer page faults when it is filled.
 void adviseLargeBlock(void* block, unsigned long bytes);
 
+// Zero-filled pages of a mapping of their own, at least `bytes` long; null
+// when the system has none. With `hugeAligned` the mapping starts on a huge
+// page boundary and is advised to use huge pages.
+void* mapPages(size_t bytes, bool hugeAligned = false);
+// Grows or shrinks a mapping made by mapPages, moving it where it must
+// without copying; pages added read as zero. Null (the mapping unchanged)
+// when it cannot.
+void* remapPages(void* block, size_t oldBytes, size_t newBytes);
+void unmapPages(void* block, size_t bytes);
+
 void sleepMilliseconds(unsigned milliseconds);
 // Seconds since the epoch, cut to whole milliseconds.
 double timeOfDay();
 
-SlotKey createSlot();
+// A slot whose destructor, when given, runs with the slot's value as each
+// thread that set it to non-null ends.
+SlotKey createSlot(void (*destructor)(void*) = nullptr);
 void deleteSlot(SlotKey key);
 void* getSlot(SlotKey key);
 void setSlot(SlotKey key, void* value);
