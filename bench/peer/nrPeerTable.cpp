@@ -70,9 +70,10 @@ long residentBytes() {
   }
   return resident * sysconf(_SC_PAGESIZE);
 }
+// malloc's blocks in use, and the blocks nerio3d maps itself.
 long heapBytes() {
   struct mallinfo2 m = mallinfo2();
-  return long(m.uordblks + m.hblkhd);
+  return long(m.uordblks + m.hblkhd + nrBlockAllocator::getMappedBytes());
 }
 
 // Node instances written in a scene file: names followed by '{' outside

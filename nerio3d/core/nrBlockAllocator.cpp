@@ -55,6 +55,7 @@ struct Depot {
   char* cursor = nullptr;
   char* limit = nullptr;
   std::atomic<size_t> pooled{0};
+  std::atomic<size_t> large{0};
   nrOS::SlotKey exitSlot;
 
   Depot();
@@ -165,6 +166,17 @@ void giveSmall(void* block, size_t bytes) {
   t.lists[c] = freed;
 }
 
+void* mapLarge(size_t bytes) {
+  void* block = nrOS::mapPages(bytes);
+  if (block) Depot::get().large.fetch_add(bytes, std::memory_order_relaxed);
+  return block;
+}
+
+void unmapLarge(void* block, size_t bytes) {
+  nrOS::unmapPages(block, bytes);
+  Depot::get().large.fetch_sub(bytes, std::memory_order_relaxed);
+}
+
 enum Tier { SMALL, MEDIUM, LARGE };
 inline Tier tierOf(size_t bytes) {
 #ifdef NR_PLAIN_BLOCKS
@@ -182,7 +194,7 @@ void* nrBlockAllocator::allocate(size_t bytes) {
   switch (tierOf(bytes)) {
     case SMALL: return takeSmall(bytes);
     case MEDIUM: return malloc(bytes);
-    case LARGE: return nrOS::mapPages(bytes);
+    case LARGE: return mapLarge(bytes);
   }
   return nullptr;
 }
@@ -196,7 +208,7 @@ void* nrBlockAllocator::allocateZeroed(size_t bytes) {
       return block;
     }
     case MEDIUM: return calloc(1, bytes);
-    case LARGE: return nrOS::mapPages(bytes);
+    case LARGE: return mapLarge(bytes);
   }
   return nullptr;
 }
@@ -214,7 +226,9 @@ void* nrBlockAllocator::resizeZeroed(void* block, size_t oldBytes, size_t newByt
   } else if (from == MEDIUM && to == MEDIUM) {
     resized = realloc(block, newBytes);
   } else if (from == LARGE && to == LARGE) {
-    return nrOS::remapPages(block, oldBytes, newBytes);
+    resized = nrOS::remapPages(block, oldBytes, newBytes);
+    if (resized) Depot::get().large.fetch_add(newBytes - oldBytes, std::memory_order_relaxed);
+    return resized;
   } else {
     resized = allocate(newBytes);
     if (!resized) return nullptr;
@@ -231,8 +245,11 @@ void nrBlockAllocator::release(void* block, size_t bytes) {
   switch (tierOf(bytes)) {
     case SMALL: giveSmall(block, bytes); return;
     case MEDIUM: free(block); return;
-    case LARGE: nrOS::unmapPages(block, bytes); return;
+    case LARGE: unmapLarge(block, bytes); return;
   }
 }
 
-size_t nrBlockAllocator::getPooledBytes() { return Depot::get().pooled.load(std::memory_order_relaxed); }
+size_t nrBlockAllocator::getMappedBytes() {
+  Depot& depot = Depot::get();
+  return depot.pooled.load(std::memory_order_relaxed) + depot.large.load(std::memory_order_relaxed);
+}

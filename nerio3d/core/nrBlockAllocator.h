@@ -4,7 +4,8 @@
 // densely in few pages, huge pages once the pool has grown, instead of costing
 // a page fault every few nodes. Medium blocks come from malloc. Large blocks
 // are mappings of their own, which grow without copying and whose new pages
-// read as zero.
+// read as zero; they are asked for to be filled, so their pages are made
+// resident at once rather than faulted in one by one.
 //
 // A block is released with the size it was asked for, which picks its tier.
 // Small blocks freed go back to the pool for reuse, not to the system. Builds
@@ -28,6 +29,7 @@ class nrBlockAllocator {
   static void* resizeZeroed(void* block, size_t oldBytes, size_t newBytes);
   static void release(void* block, size_t bytes);
 
-  // Bytes of chunks carved into small blocks so far, in use or free.
-  static size_t getPooledBytes();
+  // Bytes the allocator has mapped itself: the pool's chunks (blocks in use
+  // or free) and the large blocks in use. malloc's statistics miss them.
+  static size_t getMappedBytes();
 };

@@ -29,11 +29,13 @@ void adviseLargeBlock(void* block, unsigned long bytes);
 
 // Zero-filled pages of a mapping of their own, at least `bytes` long; null
 // when the system has none. With `hugeAligned` the mapping starts on a huge
-// page boundary and is advised to use huge pages.
+// page boundary and is advised to use huge pages, and its pages fault in as
+// they are used; without, they are made resident at once (one system call
+// instead of a fault per page), for blocks that are made to be filled.
 void* mapPages(size_t bytes, bool hugeAligned = false);
 // Grows or shrinks a mapping made by mapPages, moving it where it must
-// without copying; pages added read as zero. Null (the mapping unchanged)
-// when it cannot.
+// without copying; pages added read as zero and are made resident at once.
+// Null (the mapping unchanged) when it cannot.
 void* remapPages(void* block, size_t oldBytes, size_t newBytes);
 void unmapPages(void* block, size_t bytes);
 

@@ -10,6 +10,7 @@
 #include "nerio3d/audio/nrAudioClip.h"
 #include "nerio3d/audio/nrAudioSamples.h"
 #include "nerio3d/audio/nrSound.h"
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrDict.h"
 #include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/events/nrColorInterpolator.h"
@@ -719,6 +720,11 @@ unsigned char vlDB::readMFValues(FileState& file, Field* field) {
   unsigned char ok = readList(file.in, [&](unsigned index) { return readMFElt(file, array, index, end); });
   if (end) {
     if (end > count) array.setCount(end);
+    // The doubling that made room leaves up to half a large array unused:
+    // it goes back.
+    size_t bytes = size_t(array.getSize()) * array.getElementSize();
+    if (!array.getData() && array.getSize() > array.getCount() && bytes >= nrBlockAllocator::LARGE_LIMIT)
+      array.setSize(array.getCount());
     field->valuesChanged();
   }
   return ok;

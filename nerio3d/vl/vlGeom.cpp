@@ -172,12 +172,11 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
   // its face normal is within the crease of the seed's, and leaves the list
   // (the last one moving into its place).
   float q = std::cos(creaseAngle);
-  // Normals go to a scratch array that grows where creases need more than
-  // one per position, and then into a set of exactly their number.
+  // Normals go straight into the new set, which grows where creases need
+  // more than one per position and is cut to their number at the end.
   unsigned room = maxPositions;
-  nrVec3fArray normalArray(room);
-  normalArray.setCount(room);
-  nrVec3f* normals = normalArray.getArray();
+  nrNormalSet3f* normalSet = new nrNormalSet3f(int(room));
+  nrVec3f* normals = normalSet->edit();
   unsigned m = 0;
   for (int p = 0, begin = 0; p < positions; begin = groupEnd[p++]) {
     int* group = groups + begin;
@@ -201,8 +200,8 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
         }
       }
       if (m == room) {
-        normalArray.setCount(room += maxPositions);
-        normals = normalArray.getArray();
+        normalSet->setCount(room += maxPositions);
+        normals = normalSet->edit();
       }
       // The mean, divided in double precision and rounded once, equals the
       // single-precision quotient; divided as floats the compiler packs the
@@ -211,8 +210,7 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
       normals[m] = unit(float(sum[0] / divisor), float(sum[1] / divisor), float(sum[2] / divisor));
     }
   }
-  nrNormalSet3f* normalSet = new nrNormalSet3f;
-  normalSet->setRange(0, m, normals);
+  normalSet->setCount(m);
   normalIndexSet->changed();
   set->setNormalSet(normalSet);
   set->setNormalPerVertex(1);
