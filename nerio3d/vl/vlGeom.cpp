@@ -173,8 +173,9 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
   // (the last one moving into its place).
   float q = std::cos(creaseAngle);
   // Normals go straight into the new set, which grows where creases need
-  // more than one per position and is cut to their number at the end.
-  unsigned room = maxPositions;
+  // more than one per position, in steps small enough that little of it is
+  // left unused (large blocks grow without copying).
+  unsigned room = maxPositions, step = maxPositions / 8 + 16;
   nrNormalSet3f* normalSet = new nrNormalSet3f(int(room));
   nrVec3f* normals = normalSet->edit();
   unsigned m = 0;
@@ -200,7 +201,7 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
         }
       }
       if (m == room) {
-        normalSet->setCount(room += maxPositions);
+        normalSet->setCount(room += step);
         normals = normalSet->edit();
       }
       // The mean, divided in double precision and rounded once, equals the
