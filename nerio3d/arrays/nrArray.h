@@ -2,10 +2,14 @@
 // a shared data block so that several attribute arrays can interleave.
 #pragma once
 
+#include "nerio3d/core/nrBlockAllocator.h"
+
 class nrData;
 
 class nrArray {
  public:
+  NR_POOLED_OBJECTS
+
   unsigned getCount() const { return count; }
   unsigned getSize() const { return capacity; }
   unsigned getExtension() const { return extension; }

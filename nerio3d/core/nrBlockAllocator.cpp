@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <new>
 
 #include "nerio3d/platform/nrOS.h"
 
@@ -144,6 +145,8 @@ void* takeSmall(size_t bytes) {
     }
     char* span = depot.takeSpan();
     if (!span) return nullptr;
+    // The span will be carved to its end: its pages come in at once.
+    nrOS::populatePages(span, SPAN);
     t.cursor = span;
     t.limit = span + SPAN;
   }
@@ -197,6 +200,11 @@ void* nrBlockAllocator::allocate(size_t bytes) {
     case LARGE: return mapLarge(bytes);
   }
   return nullptr;
+}
+
+void* nrBlockAllocator::allocateObject(size_t bytes) {
+  if (void* block = allocate(bytes ? bytes : 1)) return block;
+  throw std::bad_alloc();
 }
 
 void* nrBlockAllocator::allocateZeroed(size_t bytes) {

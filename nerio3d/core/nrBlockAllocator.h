@@ -17,11 +17,13 @@
 
 class nrBlockAllocator {
  public:
-  static const size_t SMALL_LIMIT = 512;
+  static const size_t SMALL_LIMIT = 1024;
   static const size_t LARGE_LIMIT = 256 * 1024;
 
   // Null for 0 bytes or when memory is exhausted.
   static void* allocate(size_t bytes);
+  // For operator new: throws std::bad_alloc when memory is exhausted.
+  static void* allocateObject(size_t bytes);
   static void* allocateZeroed(size_t bytes);
   // The first min(oldBytes, newBytes) bytes kept, those past oldBytes zero.
   // Null, with the block unchanged, when memory is exhausted; null, with the
@@ -33,3 +35,10 @@ class nrBlockAllocator {
   // or free) and the large blocks in use. malloc's statistics miss them.
   static size_t getMappedBytes();
 };
+
+// In a class body: the class's objects, and those of classes derived from it,
+// come from the block pool. Deleting through a base needs a virtual destructor,
+// as it always does, so that the size released is the object's own.
+#define NR_POOLED_OBJECTS                                                                          \
+  static void* operator new(std::size_t bytes) { return nrBlockAllocator::allocateObject(bytes); } \
+  static void operator delete(void* block, std::size_t bytes) { nrBlockAllocator::release(block, bytes); }

@@ -1,7 +1,10 @@
 // Chained hash table from unsigned integer keys to untyped pointers.
 #pragma once
 
+#include "nerio3d/core/nrBlockAllocator.h"
+
 struct nrDictEntry {
+  NR_POOLED_OBJECTS
   unsigned long key;
   void* value;
   nrDictEntry* next;

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
 
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrTypeMacros.h"
 
 class nrOutput;
@@ -19,9 +19,7 @@ class nrObject {
   nrObject(const nrObject&) = delete;
   nrObject& operator=(const nrObject&) = delete;
 
-  // From the library's block pool: a scene's objects pack densely.
-  static void* operator new(std::size_t bytes);
-  static void operator delete(void* block, std::size_t bytes);
+  NR_POOLED_OBJECTS
 
   virtual void write(nrOutput*) {}
 

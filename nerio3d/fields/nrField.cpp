@@ -1,9 +1,5 @@
 #include "nerio3d/fields/nrField.h"
 
-#include <new>
-
-#include "nerio3d/core/nrBlockAllocator.h"
-
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrFieldInfo.h"
@@ -19,12 +15,6 @@ nrField::nrField(nrContainer* owner, short i)
   owner->addField(this);
 }
 
-void* nrField::operator new(std::size_t bytes) {
-  if (void* block = nrBlockAllocator::allocate(bytes)) return block;
-  throw std::bad_alloc();
-}
-
-void nrField::operator delete(void* block, std::size_t bytes) { nrBlockAllocator::release(block, bytes); }
 
 nrField::~nrField() {
   while (inputs && inputs->getCount()) (*inputs)[0]->disconnect(this);

@@ -2,10 +2,10 @@
 // lists, and the process-wide list of fields with pending values.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "nerio3d/arrays/nrFieldArrays.h"
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrTypeMacros.h"
 
 class nrContainer;
@@ -25,9 +25,7 @@ class nrField {
   nrField(const nrField&) = delete;
   nrField& operator=(const nrField&) = delete;
 
-  // From the library's block pool: a scene's objects pack densely.
-  static void* operator new(std::size_t bytes);
-  static void operator delete(void* block, std::size_t bytes);
+  NR_POOLED_OBJECTS
 
   virtual nrType* getType() const { return getClassType(); }
   // Takes the value of another field of the same kind (no-op for other kinds).

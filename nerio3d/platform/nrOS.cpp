@@ -71,17 +71,17 @@ size_t pageSize() {
   return size;
 }
 size_t wholePages(size_t bytes) { return (bytes + pageSize() - 1) & ~(pageSize() - 1); }
-// Makes pages resident in one call instead of a fault per page, where the
-// kernel can (Linux 5.14 on); elsewhere they fault in as they are used.
-void populate(void* pages, size_t length) {
+}  // namespace
+
+void populatePages(void* pages, size_t bytes) {
+  // Linux 5.14 on; elsewhere the pages fault in as they are used.
 #ifdef MADV_POPULATE_WRITE
-  madvise(pages, length, MADV_POPULATE_WRITE);
+  madvise(pages, wholePages(bytes), MADV_POPULATE_WRITE);
 #else
   (void)pages;
-  (void)length;
+  (void)bytes;
 #endif
 }
-}  // namespace
 
 void* mapPages(size_t bytes, bool hugeAligned) {
   size_t length = wholePages(bytes), extra = hugeAligned ? HUGE_PAGE : 0;
@@ -89,7 +89,7 @@ void* mapPages(size_t bytes, bool hugeAligned) {
   if (mapped == MAP_FAILED) return nullptr;
   if (!hugeAligned) {
     adviseLargeBlock(mapped, length);
-    populate(mapped, length);
+    populatePages(mapped, length);
     return mapped;
   }
   // The slack before the first boundary and after the block goes back.
@@ -112,7 +112,7 @@ void* remapPages(void* block, size_t oldBytes, size_t newBytes) {
   // large gets it now.
   if (newLength > oldLength) {
     adviseLargeBlock(moved, newLength);
-    populate(static_cast<char*>(moved) + oldLength, newLength - oldLength);
+    populatePages(static_cast<char*>(moved) + oldLength, newLength - oldLength);
   }
   return moved;
 }

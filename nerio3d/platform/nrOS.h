@@ -38,6 +38,9 @@ void* mapPages(size_t bytes, bool hugeAligned = false);
 // Null (the mapping unchanged) when it cannot.
 void* remapPages(void* block, size_t oldBytes, size_t newBytes);
 void unmapPages(void* block, size_t bytes);
+// Makes the pages of a mapping resident and writable in one system call,
+// instead of a fault per page as they are first written. `pages` starts a page.
+void populatePages(void* pages, size_t bytes);
 
 void sleepMilliseconds(unsigned milliseconds);
 // Seconds since the epoch, cut to whole milliseconds.
