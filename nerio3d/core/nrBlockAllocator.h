@@ -36,9 +36,12 @@ class nrBlockAllocator {
   static size_t getMappedBytes();
 };
 
-// In a class body: the class's objects, and those of classes derived from it,
-// come from the block pool. Deleting through a base needs a virtual destructor,
-// as it always does, so that the size released is the object's own.
-#define NR_POOLED_OBJECTS                                                                          \
-  static void* operator new(std::size_t bytes) { return nrBlockAllocator::allocateObject(bytes); } \
-  static void operator delete(void* block, std::size_t bytes) { nrBlockAllocator::release(block, bytes); }
+// In a class body: the class's objects and arrays, and those of classes
+// derived from it, come from the block pool (large arrays from mappings of
+// their own, resident at once). Deleting through a base needs a virtual
+// destructor, as it always does, so that the size released is the object's.
+#define NR_POOLED_OBJECTS                                                                            \
+  static void* operator new(std::size_t bytes) { return nrBlockAllocator::allocateObject(bytes); }   \
+  static void* operator new[](std::size_t bytes) { return nrBlockAllocator::allocateObject(bytes); } \
+  static void operator delete(void* block, std::size_t bytes) { nrBlockAllocator::release(block, bytes); } \
+  static void operator delete[](void* block, std::size_t bytes) { nrBlockAllocator::release(block, bytes); }

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/math/nrSeg.h"
 
 namespace nrDetail {
@@ -14,6 +15,7 @@ class nrPickTree {
   // One triangle: three coordinate element numbers and its place in the order
   // in which testing every triangle would meet it.
   struct Tri {
+    NR_POOLED_OBJECTS
     int v[3];
     int order;
   };
@@ -45,6 +47,7 @@ class nrPickTree {
   // A box; a leaf's triangles are tris[next, next + count), an inner node's
   // children are the node after it and node next.
   struct Node {
+    NR_POOLED_OBJECTS
     float min[3], max[3];
     int next, count;
   };
