@@ -22,6 +22,7 @@ namespace {
 
 const size_t GRAIN = 16;
 const size_t CLASSES = nrBlockAllocator::SMALL_LIMIT / GRAIN;
+static_assert(CLASSES <= 64, "one bit per size class in Depot::stocked");
 // A thread carves its blocks from spans it takes from the shared chunk.
 const size_t SPAN = 64 * 1024;
 // The first chunk is small pages, so that small programs stay small; the
@@ -52,7 +53,7 @@ thread_local ThreadCache cache;
 struct Depot {
   std::mutex lock;
   FreeBlock* lists[CLASSES] = {};
-  std::atomic<uint32_t> stocked{0};  // bit c: lists[c] holds blocks
+  std::atomic<uint64_t> stocked{0};  // bit c: lists[c] holds blocks
   char* cursor = nullptr;
   char* limit = nullptr;
   std::atomic<size_t> pooled{0};
@@ -68,13 +69,13 @@ struct Depot {
   void push(unsigned c, FreeBlock* first, FreeBlock* last) {
     last->next = lists[c];
     lists[c] = first;
-    stocked.fetch_or(1u << c, std::memory_order_relaxed);
+    stocked.fetch_or(uint64_t(1) << c, std::memory_order_relaxed);
   }
   FreeBlock* takeList(unsigned c) {
     std::lock_guard<std::mutex> hold(lock);
     FreeBlock* list = lists[c];
     lists[c] = nullptr;
-    stocked.fetch_and(~(1u << c), std::memory_order_relaxed);
+    stocked.fetch_and(~(uint64_t(1) << c), std::memory_order_relaxed);
     return list;
   }
   // A span of SPAN bytes, or null when no memory is left.

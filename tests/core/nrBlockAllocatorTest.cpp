@@ -50,7 +50,7 @@ TEST(nrBlockAllocator, ResizingKeepsContentsAndZeroesGrowth) {
 TEST(nrBlockAllocator, BlocksCrossThreadsIntact) {
   const int THREADS = 4, BLOCKS = 2000;
   std::vector<std::vector<unsigned char*>> made(THREADS);
-  auto sizeOf = [](int t, int i) { return size_t(16 + (t * 7 + i) % 40 * 12); };
+  auto sizeOf = [](int t, int i) { return size_t(16 + (t * 7 + i) % 84 * 12); };
   std::vector<std::thread> makers;
   for (int t = 0; t < THREADS; ++t)
     makers.emplace_back([&, t] {
