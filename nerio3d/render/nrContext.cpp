@@ -1,6 +1,7 @@
 #include "nerio3d/render/nrContext.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/core/nrPrivate.h"
@@ -147,6 +148,7 @@ void nrContext::init(nrDrawable* drawable) {
   normalizeEnable = 0;
   localViewer = 0;
   clientArrays = 0;
+  memset(heldMaterialKnown, 0, sizeof heldMaterialKnown);
   defaultApp = new nrAppearance;
   defaultApp->ref();
   lastApp = defaultApp;
@@ -500,6 +502,7 @@ void nrContext::setMaterialModeEnable(int mode) {
   if (!set(_nrGfx::MATERIAL_MODE_ENABLE_ELT, &_nrGfx::materialModeEnable, static_cast<MaterialModeEnum>(mode)))
     return;
   if (mode) {
+    for (auto& face : heldMaterialKnown) face[0] = face[1] = false;
     nrgl::Enable(GL_COLOR_MATERIAL);
     nrgl::ColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
   } else {
@@ -508,6 +511,24 @@ void nrContext::setMaterialModeEnable(int mode) {
     sendMaterial(top->material, nrMaterial::FRONT_FACE);
     sendMaterial(top->backMaterial, nrMaterial::BACK_FACE);
   }
+}
+
+void nrContext::sendMaterialValues(int face, const float (&colors)[4][4], float shininess) {
+  static const GLenum names[4] = {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION};
+  const GLenum glFace = face == nrMaterial::BACK_FACE ? GL_BACK : GL_FRONT;
+  float (&held)[5][4] = heldMaterial[face == nrMaterial::BACK_FACE];
+  bool (&known)[5] = heldMaterialKnown[face == nrMaterial::BACK_FACE];
+  const bool tracking = top->materialModeEnable != NO_COLOR_MATERIAL;
+  for (int i = 0; i < 4; ++i) {
+    if (known[i] && memcmp(held[i], colors[i], sizeof held[i]) == 0) continue;
+    nrgl::Materialfv(glFace, names[i], colors[i]);
+    memcpy(held[i], colors[i], sizeof held[i]);
+    known[i] = !(tracking && i < 2);
+  }
+  if (known[4] && held[4][0] == shininess) return;
+  nrgl::Materialf(glFace, GL_SHININESS, shininess);
+  held[4][0] = shininess;
+  known[4] = true;
 }
 
 void nrContext::setNormalizeEnable(unsigned char on) {

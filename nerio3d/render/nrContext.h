@@ -143,6 +143,13 @@ class nrContext : public nrObject {
   unsigned char getNormalizeEnable() const { return normalizeEnable; }
   void setLocalViewer(unsigned char on);
 
+  // Sends the lighting material of face (nrMaterial::FRONT_FACE or BACK_FACE):
+  // colours in the order ambient, diffuse, specular, emissive, each RGBA, then
+  // shininess on OpenGL's 0-128 scale. Each value reaches OpenGL only when
+  // OpenGL does not hold it already (materials of one scene often share all but
+  // their diffuse colour); the context assumes it alone sets OpenGL materials.
+  void sendMaterialValues(int face, const float (&colors)[4][4], float shininess);
+
   // Client vertex arrays enabled in OpenGL, a bit per kind (CLIENT_COLOR_ARRAY
   // ...); geometry enables what it draws with and the rest is switched off.
   enum { CLIENT_COLOR_ARRAY = 1, CLIENT_NORMAL_ARRAY = 2, CLIENT_TEX_COORD_ARRAY = 4, CLIENT_VERTEX_ARRAY = 8 };
@@ -261,6 +268,11 @@ class nrContext : public nrObject {
 
   unsigned char normalizeEnable;
   unsigned char localViewer;
+  // The material values OpenGL holds, per face: the four colours, then the
+  // shininess in element 0 of row 4. While colour tracking is on it rewrites
+  // ambient and diffuse, so those are not known then.
+  float heldMaterial[2][5][4];
+  bool heldMaterialKnown[2][5];
   unsigned clientArrays;
 
   nrIntArray* versions;

@@ -88,13 +88,11 @@ void nrMaterial::draw(FaceEnum face, nrContext* context) {
     return;
   }
   float alpha = 1 - transparency;
-  const nrVec3f* colors[4] = {&ambientColor, &diffuseColor, &specularColor, &emissiveColor};
-  const GLenum names[4] = {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION};
-  for (int i = 0; i < 4; ++i) {
-    const GLfloat rgba[4] = {(*colors[i])[0], (*colors[i])[1], (*colors[i])[2], alpha};
-    nrgl::Materialfv(glFace, names[i], rgba);
-  }
-  nrgl::Materialf(glFace, GL_SHININESS, shininess * 128);
+  const float colors[4][4] = {{ambientColor[0], ambientColor[1], ambientColor[2], alpha},
+                              {diffuseColor[0], diffuseColor[1], diffuseColor[2], alpha},
+                              {specularColor[0], specularColor[1], specularColor[2], alpha},
+                              {emissiveColor[0], emissiveColor[1], emissiveColor[2], alpha}};
+  context->sendMaterialValues(face, colors, shininess * 128);
   if (shadow.transpEnable &&
       (shadow.transpMode == nrContext::FAST_TRANSP || shadow.transpMode == nrContext::SCREEN_DOOR_TRANSP))
     nrgl::PolygonStipple(_ditherMatrix[ditherPattern(transparency)]);
