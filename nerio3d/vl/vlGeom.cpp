@@ -25,17 +25,21 @@ class PositionTable {
 
   // Room for the coordinates to weld, in order; weld() overwrites it.
   int* queue() { return firstCoord.getArray(); }
-  // Sets positionOf[c] to the position number + 1 of each of the first n
-  // coordinates queued. The table lies far beyond the caches on large sets,
-  // so each slot is fetched several coordinates ahead of its use.
-  void weld(int n, int* positionOf) {
+  // For each of the first n coordinates queued, whose positionOf[c] holds
+  // minus the number of corners at it, sets positionOf[c] to the position
+  // number + 1 and adds those corners to cornersAt[number + 1]. The table
+  // lies far beyond the caches on large sets, so each slot is fetched
+  // several coordinates ahead of its use.
+  void weld(int n, int* positionOf, int* cornersAt) {
     enum { AHEAD = 8 };
     int* queued = firstCoord.getArray();
     for (int i = 0; i < n; ++i) {
       if (i + AHEAD < n) __builtin_prefetch(slots.getArray() + (hash(queued[i + AHEAD]) & mask));
       // Numbers never pass the queue's read position, so it is overwritten behind it.
       int c = queued[i];
-      positionOf[c] = find(c) + 1;
+      int position = find(c) + 1;
+      cornersAt[position] -= positionOf[c];
+      positionOf[c] = position;
     }
   }
   int getCount() const { return count; }
@@ -122,8 +126,10 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
 
   // The position of each coordinate used (stored + 1): the coordinates are
   // queued in order of first use, which numbers the positions by first
-  // appearance, and welded. Then the number of corners at each position (in
-  // groupEnd[p + 1]) and where each position's corners start.
+  // appearance, and welded; until then positionOf counts the corners at each
+  // coordinate, negated. Welding leaves the number of corners at each
+  // position in groupEnd[p + 1]; the sums then give where each position's
+  // corners start.
   unsigned maxPositions = corners < unsigned(coordCount) ? corners : unsigned(coordCount);
   nrIntArray positionArray(static_cast<unsigned>(coordCount)), groupEndArray(maxPositions + 1);
   int* positionOf = positionArray.getArray();
@@ -133,15 +139,14 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
     PositionTable table(coords, maxPositions);
     int* queue = table.queue();
     int queued = 0;
-    for (unsigned k = 0; k < corners; ++k)
-      if (!positionOf[index[k]]) {
-        positionOf[index[k]] = -1;
-        queue[queued++] = index[k];
-      }
-    table.weld(queued, positionOf);
+    for (unsigned k = 0; k < corners; ++k) {
+      int c = index[k];
+      if (!positionOf[c]) queue[queued++] = c;
+      --positionOf[c];
+    }
+    table.weld(queued, positionOf, groupEnd);
     positions = table.getCount();
   }
-  for (unsigned k = 0; k < corners; ++k) ++groupEnd[positionOf[index[k]]];
   for (int p = 0; p < positions; ++p) groupEnd[p + 1] += groupEnd[p];
 
   // Face normals, and each position's corners in walk order (the fill moves
