@@ -26,9 +26,11 @@ const nrVec3f& vertex(const unsigned char* coords, int stride, int e) {
 }  // namespace
 
 // Orders the triangles along a Morton curve through their centres, then
-// halves each run of them down to leaves of LEAF_SIZE: the halves of a run are
-// near each other in space, and the whole costs one sort instead of a
-// selection at every level. Boxes are gathered on the way back.
+// splits each run of them where the highest bit of their codes changes (in
+// the middle when all codes are equal), down to leaves of LEAF_SIZE: each
+// node is then one cell of an octree over the centres, and the whole costs
+// one sort instead of a selection at every level. Boxes are gathered on the
+// way back.
 struct nrPickTree::Builder {
   struct Item {
     NR_POOLED_OBJECTS
@@ -47,8 +49,17 @@ struct nrPickTree::Builder {
   int stride;
   int nodeCount = 0, triCount = 0;
 
-  static int nodesFor(int count) {
-    return count <= LEAF_SIZE ? 1 : 1 + nodesFor(count / 2) + nodesFor(count - count / 2);
+  // Where the run [begin, end) of sorted codes splits.
+  static int split(const uint32_t* codes, int begin, int end) {
+    uint32_t differ = codes[begin] ^ codes[end - 1];
+    if (!differ) return begin + (end - begin) / 2;
+    uint32_t bit = 1u << (31 - __builtin_clz(differ));
+    return int(std::partition_point(codes + begin, codes + end, [bit](uint32_t c) { return !(c & bit); }) - codes);
+  }
+  static int nodesFor(const uint32_t* codes, int begin, int end) {
+    if (end - begin <= LEAF_SIZE) return 1;
+    int mid = split(codes, begin, end);
+    return 1 + nodesFor(codes, begin, mid) + nodesFor(codes, mid, end);
   }
 
   // The 10 bits of v spread to every third bit.
@@ -60,16 +71,21 @@ struct nrPickTree::Builder {
   }
 
   // Sorts the items by the Morton code of their centres within the centres'
-  // bounds (a radix sort of 30-bit keys), and returns them in that order.
-  static std::unique_ptr<Item[]> mortonOrder(const Item* items, int count) {
+  // bounds (a radix sort of 30-bit keys), and returns them in that order;
+  // codes receives their codes.
+  static std::unique_ptr<Item[]> mortonOrder(const Item* items, int count, std::unique_ptr<uint32_t[]>& codes) {
     float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
     for (int i = 0; i < count; ++i)
       for (int k = 0; k < 3; ++k) {
         lo[k] = std::min(lo[k], items[i].centre[k]);
         hi[k] = std::max(hi[k], items[i].centre[k]);
       }
+    // One cell size on every axis, set by the widest extent: a thin axis then
+    // only orders the lowest levels, and the upper levels split the wide
+    // ones, as a flat set seen from above needs.
+    float extent = std::max({hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]});
     float scale[3];
-    for (int k = 0; k < 3; ++k) scale[k] = hi[k] > lo[k] ? 1023.0f / (hi[k] - lo[k]) : 0.0f;
+    for (int k = 0; k < 3; ++k) scale[k] = extent > 0 ? 1023.0f / extent : 0.0f;
     std::unique_ptr<Key[]> keys(new Key[size_t(count)]), spare(new Key[size_t(count)]);
     for (int i = 0; i < count; ++i) {
       uint32_t code = 0;
@@ -90,11 +106,15 @@ struct nrPickTree::Builder {
       keys.swap(spare);
     }
     std::unique_ptr<Item[]> sorted(new Item[size_t(count)]);
-    for (int i = 0; i < count; ++i) sorted[i] = items[uint32_t(keys[i].bits)];
+    codes.reset(new uint32_t[size_t(count)]);
+    for (int i = 0; i < count; ++i) {
+      sorted[i] = items[uint32_t(keys[i].bits)];
+      codes[i] = uint32_t(keys[i].bits >> 32);
+    }
     return sorted;
   }
 
-  void build(const Item* items, int begin, int end) {
+  void build(const Item* items, const uint32_t* codes, int begin, int end) {
     Node& node = tree.nodes[nodeCount++];
     if (end - begin <= LEAF_SIZE) {
       node.next = triCount;
@@ -119,11 +139,11 @@ struct nrPickTree::Builder {
       }
       return;
     }
-    int mid = begin + (end - begin) / 2;
-    build(items, begin, mid);
+    int mid = split(codes, begin, end);
+    build(items, codes, begin, mid);
     node.next = nodeCount;
     node.count = 0;
-    build(items, mid, end);
+    build(items, codes, mid, end);
     const Node &left = (&node)[1], &right = tree.nodes[node.next];
     for (int k = 0; k < 3; ++k) {
       node.min[k] = std::min(left.min[k], right.min[k]);
@@ -169,10 +189,13 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
     std::copy(looseTris.begin(), looseTris.end(), loose.get());
   }
   if (itemCount == 0) return;
-  nodes.reset(new Node[Builder::nodesFor(itemCount)]);
+  std::unique_ptr<uint32_t[]> codes;
+  std::unique_ptr<Builder::Item[]> sorted = Builder::mortonOrder(items.get(), itemCount, codes);
+  items.reset();
+  nodes.reset(new Node[Builder::nodesFor(codes.get(), 0, itemCount)]);
   tris.reset(new Tri[itemCount]);
   Builder builder{*this, in, coords, stride};
-  builder.build(Builder::mortonOrder(items.get(), itemCount).get(), 0, itemCount);
+  builder.build(sorted.get(), codes.get(), 0, itemCount);
 }
 
 bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride, int cullFace, TriTest test,
