@@ -303,9 +303,11 @@ int readAsOneOf(nrField* field, Read read) {
 // The loop shared by value and node lists: "[ ]" with elements separated by
 // white space and at most one comma each, or a single element without
 // brackets. element(index) reads one element and says whether it took the
-// index; it returns -1 when it could not read anything.
-template <typename Element>
-unsigned char readList(vlInput& in, Element element) {
+// index; it returns -1 when it could not read anything. Inside brackets,
+// run(index) may first take a run of elements the fast way, returning how
+// many it took.
+template <typename Element, typename Run>
+unsigned char readList(vlInput& in, Element element, Run run) {
   char c;
   if (!in.peek(c)) return 0;
   if (c != '[') return element(0) >= 0;
@@ -313,6 +315,11 @@ unsigned char readList(vlInput& in, Element element) {
   unsigned index = 0;
   if (!in.peek(c)) return 0;
   while (c != ']') {
+    if (unsigned taken = run(index)) {
+      index += taken;
+      if (!in.peek(c)) return 0;
+      continue;
+    }
     int took = element(index);
     if (took < 0) return 0;
     index += took;
@@ -324,6 +331,37 @@ unsigned char readList(vlInput& in, Element element) {
   }
   in.get(c);
   return 1;
+}
+
+template <typename Element>
+unsigned char readList(vlInput& in, Element element) {
+  return readList(in, element, [](unsigned) { return 0u; });
+}
+
+// Stores a run of numbers read the fast way into array from index on, within
+// the room the array has (made first when it has none); returns the elements
+// stored. Elements of other types take no run.
+template <typename A>
+unsigned readNumberRun(vlInput& in, A& array, unsigned index) {
+  using E = typename A::ElementType;
+  constexpr bool ints = std::is_same_v<E, int>;
+  constexpr unsigned group = std::is_same_v<E, float>     ? 1
+                             : std::is_same_v<E, nrVec2f> ? 2
+                             : std::is_same_v<E, nrVec3f> ? 3
+                             : std::is_same_v<E, nrVec4f> ? 4
+                                                          : 0;
+  static_assert(group == 0 || sizeof(E) == group * sizeof(float), "vectors are packed floats");
+  if constexpr (ints || group > 0) {
+    if (!makeRoom(array, index)) return 0;
+    unsigned room = array.getSize() - index;
+    E* out = array.getArray() + index;
+    if constexpr (ints)
+      return in.readIntRun(out, room);
+    else
+      return in.readFloatRun(reinterpret_cast<float*>(out), room * group, group) / group;
+  } else {
+    return 0;
+  }
 }
 
 }  // namespace
@@ -717,7 +755,13 @@ template <typename Field>
 unsigned char vlDB::readMFValues(FileState& file, Field* field) {
   typename Field::Array& array = *field->getStorage();
   unsigned count = array.getCount(), end = 0;
-  unsigned char ok = readList(file.in, [&](unsigned index) { return readMFElt(file, array, index, end); });
+  unsigned char ok = readList(
+      file.in, [&](unsigned index) { return readMFElt(file, array, index, end); },
+      [&](unsigned index) {
+        unsigned taken = readNumberRun(file.in, array, index);
+        if (taken) end = index + taken;
+        return taken;
+      });
   if (end) {
     if (end > count) array.setCount(end);
     // The doubling that made room leaves up to half a large array unused:

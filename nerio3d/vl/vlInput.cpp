@@ -1,5 +1,6 @@
 #include "nerio3d/vl/vlInput.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -47,6 +48,8 @@ constexpr double exactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
 constexpr int MAX_EXACT_POWER = 22;
 constexpr unsigned long long MAX_EXACT_MANTISSA = 1ull << 53;
 constexpr int MAX_MANTISSA_DIGITS = 19;
+// The most numbers in one element that readFloatRun takes.
+constexpr unsigned MAX_RUN_GROUP = 4;
 
 // Adds decimal digit c to a mantissa that holds the first 19 significant
 // digits; further ones are kept as text in more.
@@ -548,6 +551,103 @@ unsigned char vlInput::read(float& v) {
   if (!readReal(d)) return 0;
   v = static_cast<float>(d);
   return 1;
+}
+
+namespace {
+
+inline bool isDigit(const char* p) { return static_cast<unsigned char>(*p - '0') <= 9; }
+
+// After a number: white space or the end of its list or element.
+inline bool endsNumber(char c) { return is(static_cast<unsigned char>(c), SPACE) || c == ',' || c == ']'; }
+
+// An integer in plain decimal form at p (before e), or null when the text
+// there has another form or may go on past e.
+const char* plainInteger(const char* p, const char* e, int& v) {
+  bool negative = *p == '-';
+  if (negative) ++p;
+  const char* first = p;
+  int m = 0;
+  while (p < e && isDigit(p) && p - first < 9) m = m * 10 + (*p++ - '0');
+  // No digit, more digits than an int surely holds, or a leading 0 that
+  // starts an octal or hexadecimal form.
+  if (p == first || p >= e || isDigit(p) || (*first == '0' && p - first > 1)) return nullptr;
+  if (*p == 'x' || !endsNumber(*p)) return nullptr;
+  v = negative ? -m : m;
+  return p;
+}
+
+// A real in plain form at p (before e), converted exactly as readReal does
+// through its one-operation path, or null.
+const char* plainReal(const char* p, const char* e, float& v) {
+  bool negative = *p == '-';
+  if (negative) ++p;
+  unsigned long long mantissa = 0;
+  int digits = 0, exponent = 0;
+  bool seen = false;
+  for (; p < e && isDigit(p); ++p, seen = true)
+    if (mantissa || *p != '0') {
+      ++digits;
+      mantissa = mantissa * 10 + (*p - '0');
+    }
+  if (p < e && *p == '.')
+    for (++p; p < e && isDigit(p); ++p, --exponent, seen = true)
+      if (mantissa || *p != '0') {
+        ++digits;
+        mantissa = mantissa * 10 + (*p - '0');
+      }
+  if (!seen || digits > 15 || exponent < -MAX_EXACT_POWER || p >= e || !endsNumber(*p)) return nullptr;
+  double d = mantissa ? static_cast<double>(mantissa) / exactPowers[-exponent] : 0;
+  v = static_cast<float>(negative ? -d : d);
+  return p;
+}
+
+}  // namespace
+
+template <typename T, typename Parse>
+unsigned vlInput::readRun(T* out, unsigned max, unsigned group, Parse parse) {
+  validateWindow();
+  if (!cur || pushbackIndex >= 0) return 0;
+  const char* p = cur;
+  const char* e = lim;
+  int lines = 0;
+  auto skipSpace = [&](const char*& q, int& l) {
+    for (; q < e && is(static_cast<unsigned char>(*q), SPACE); ++q)
+      if (*q == '\n') ++l;
+  };
+  skipSpace(p, lines);
+  unsigned n = 0;
+  T element[MAX_RUN_GROUP];
+  while (n + group <= max) {
+    const char* q = p;
+    int l = 0;
+    unsigned k = 0;
+    for (; k < group; ++k) {
+      if (k) skipSpace(q, l);
+      if (q >= e || !(q = parse(q, e, element[k]))) break;
+    }
+    if (k < group) break;
+    // Whether a comma follows is known only before the end of the buffer.
+    skipSpace(q, l);
+    if (q >= e) break;
+    std::copy(element, element + group, out + n);
+    if (*q == ',') {
+      ++q;
+      skipSpace(q, l);
+    }
+    n += group;
+    p = q;
+    lines += l;
+  }
+  cur = p;
+  line += lines;
+  syncWindow();
+  return n;
+}
+
+unsigned vlInput::readIntRun(int* out, unsigned max) { return readRun(out, max, 1, plainInteger); }
+
+unsigned vlInput::readFloatRun(float* out, unsigned max, unsigned group) {
+  return group && group <= MAX_RUN_GROUP ? readRun(out, max, group, plainReal) : 0;
 }
 
 unsigned char vlInput::readBool(unsigned char& b) {

@@ -51,6 +51,18 @@ class vlInput {
   unsigned char read(double& v);
   // TRUE, FALSE, 1 or 0.
   unsigned char readBool(unsigned char& b);
+  // Fast paths for long lists of numbers. From the start of a list element,
+  // read whole elements of group numbers each, written in the plain form
+  // most files use (decimal digits after an optional '-'; for reals one '.'
+  // and at most 15 significant digits), separated by white space, each
+  // element followed by at most one comma, into out until max numbers are
+  // stored. They stop at the start of the first element in any other form
+  // (a comment, a sign '+', an exponent, octal or hexadecimal digits, ']',
+  // the end of the buffered text), which the general reads above then take,
+  // and return the count of numbers stored: values and line numbers are what
+  // those reads give.
+  unsigned readIntRun(int* out, unsigned max);
+  unsigned readFloatRun(float* out, unsigned max, unsigned group);
   // Skips white space and comments, counting lines.
   void skipWhiteSpace();
   // The next character after white space and comments, left unread.
@@ -102,6 +114,8 @@ class vlInput {
   unsigned char readUnsigned(unsigned long long high, unsigned long long& v);
   unsigned char readInteger(bool allowSign, bool& negative, unsigned long long& magnitude, bool& overflow);
   unsigned char readReal(double& v);
+  template <typename T, typename Parse>
+  unsigned readRun(T* out, unsigned max, unsigned group, Parse parse);
   // Gathers a string token into s; false at the end of input.
   bool readStringToken(nrString& s);
 

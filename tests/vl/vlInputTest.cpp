@@ -8,6 +8,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/vl/vlDebugError.h"
@@ -172,6 +173,72 @@ TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
     if (k % 5 == 0) {
       ASSERT_TRUE(in.read(comma));
     }
+  }
+}
+
+// Number lists read with the fast runs where they apply and the general
+// reads elsewhere, as the scene reader does, give the very values and line
+// numbers of the general reads alone: across buffer ends, comments, commas
+// and every form the runs leave to the general reads.
+TEST_F(vlInputTest, NumberRunsReadWhatTheGeneralReadsRead) {
+  std::mt19937 random(11);
+  const char* const reals[] = {"%.*f", "%.*f", "%.*f", "-%.*f", "-%.*f", "%.*e", "-%.*g", "+%.*f"};
+  const char* const ints[] = {"%d", "%d", "%d", "-%d", "+%d", "0%o", "0x%x", "%d0000000000"};
+  const char* const gaps[] = {" ", " ", "\n", ", ", ",", " ,\n", "\t# note, 1 2\n", "  "};
+  for (unsigned group : {0u, 1u, 3u}) {
+    SCOPED_TRACE(group);
+    unsigned numbers = group ? group : 1;
+    std::string text;
+    int count = 30000 - 30000 % int(numbers);
+    for (int k = 0; k < count; ++k) {
+      char number[64];
+      if (group)
+        snprintf(number, sizeof number, reals[random() % 8], int(random() % 19),
+                 std::ldexp(double(random()), int(random() % 60) - 60));
+      else
+        snprintf(number, sizeof number, ints[random() % 8], int(random() % 100000));
+      text += number;
+      text += (k + 1) % numbers ? " " : gaps[random() % 8];
+    }
+    text += "]";
+    std::vector<double> general, fast;
+    auto readGeneral = [&](std::vector<double>& out) {
+      char c;
+      while (in.peek(c) && c != ']') {
+        if (c == ',') {
+          in.read(c);
+          continue;
+        }
+        double v;
+        int i;
+        if (group ? !in.read(v) : !in.read(i)) return;
+        out.push_back(group ? double(float(v)) : i);
+      }
+    };
+    openBody(text);
+    readGeneral(general);
+    int generalLine = in.getLineNumber();
+    openBody(text);
+    std::vector<float> floats(64);
+    std::vector<int> integers(64);
+    char c;
+    while (in.peek(c) && c != ']') {
+      unsigned n = group ? in.readFloatRun(floats.data(), 64, group) : in.readIntRun(integers.data(), 64);
+      for (unsigned k = 0; k < n; ++k) fast.push_back(group ? double(floats[k]) : integers[k]);
+      if (n) continue;
+      // One element the general way, and its comma.
+      for (unsigned k = 0; k < numbers; ++k) {
+        double v;
+        int i;
+        ASSERT_TRUE(group ? in.read(v) : in.read(i)) << fast.size();
+        fast.push_back(group ? double(float(v)) : i);
+      }
+      if (in.peek(c) && c == ',') in.read(c);
+    }
+    ASSERT_EQ(general.size(), size_t(count));
+    EXPECT_EQ(fast, general);
+    EXPECT_EQ(in.getLineNumber(), generalLine);
+    EXPECT_EQ(rest(), "]");
   }
 }
 
