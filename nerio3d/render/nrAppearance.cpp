@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -107,9 +108,9 @@ void nrAppearance::fieldChanged(short index) {
   nrContainer::fieldChanged(index);
 }
 
-void nrAppearance::draw(nrDrawAction*) {
-  // The draw action draws into the current context of its thread.
-  nrContext* context = nrContext::getCurrent();
+void nrAppearance::draw(nrDrawAction* action) {
+  // Without an action, or before one has a context, the thread's current one.
+  nrContext* context = action && action->getContext() ? action->getContext() : nrContext::getCurrent();
   if (!context) return;
   context->drawApp(this, changed);
   changed = false;

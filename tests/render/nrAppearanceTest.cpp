@@ -1,5 +1,6 @@
 #include "nerio3d/render/nrAppearance.h"
 
+#include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrMaterial.h"
@@ -60,6 +61,21 @@ TEST_F(Appearance, WrittenFieldsAreAppliedAndEverythingElseIsInherited) {
   app->draw(nullptr);
   EXPECT_EQ(rec.calls(), Calls{"glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE)"});
   app->unref();
+}
+
+TEST_F(Appearance, AppliesToTheContextOfTheDrawAction) {
+  nrDrawable* otherDrawable = nrDrawable::createOffscreen(8, 8);
+  nrContext* other = new nrContext(otherDrawable);
+  other->ref();
+  nrAppearance* app = nrtest::held<nrAppearance>();
+  app->setShadeModel(nrContext::FLAT_SHADE);
+  nrDrawAction draw;
+  draw.setContext(other);
+  app->draw(&draw);
+  EXPECT_EQ(other->getShadowState().shadeModel, nrContext::FLAT_SHADE);
+  EXPECT_EQ(context->getShadowState().shadeModel, nrContext::SMOOTH_SHADE) << "not the current context";
+  nrtest::unref(app, other);
+  delete otherDrawable;
 }
 
 TEST(nrAppearanceType, FieldsSitAtTheirStateElementBits) {
