@@ -676,8 +676,9 @@ unsigned char vlInput::readBool(unsigned char& b) {
 
 // ---- DEF names ----
 
+// A null container leaves the name defined as nothing.
 void vlInput::addReference(const nrName& name, nrContainer* container) {
-  container->setName(name.getString());
+  if (container) container->setName(name.getString());
   definitions.enter(reinterpret_cast<unsigned long>(name.getEntry()), container);
 }
 

@@ -399,6 +399,8 @@ TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
   in.addReference("T", b);
   EXPECT_EQ(in.findReference("T"), b);
   EXPECT_EQ(in.findReference("U"), nullptr);
+  in.addReference("T", nullptr);
+  EXPECT_EQ(in.findReference("T"), nullptr);
   nrtest::unref(a, b);
 }
 
