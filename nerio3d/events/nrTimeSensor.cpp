@@ -89,7 +89,13 @@ void nrTimeSensor::eval() {
   if (done) leaveList();
   if (!wasActive && done) return;
   if (cycleEnded) T = cs;
-  if (S < E && E < T) T = E;
+  if (S < E && E < T) {
+    // The cycle reported is the one that holds the stop time, so the last
+    // fraction stays within [0, 1] however late the evaluation that finds
+    // the stop time comes.
+    T = E;
+    cs = S + I * std::floor((E - S) / I);
+  }
   // A cycle that has just ended reports 1, not 0.
   float f = static_cast<float>((T - cs) / I);
   if (T != S && f == 0) f = 1.0f;
