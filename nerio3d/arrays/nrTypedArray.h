@@ -91,9 +91,16 @@ class nrTypedArray : public nrArray {
   const T& get(unsigned i) const { return (*this)[i]; }
   T* getArray() const { return reinterpret_cast<T*>(elements); }
 
+  // v may be an element of this array: growing moves the storage, so a value
+  // that must survive growth or shifting is copied first.
   void set(unsigned i, const T& v) {
-    if (i >= capacity) fit(i + 1);
-    (*this)[i] = v;
+    if (i >= capacity) {
+      T kept = v;
+      fit(i + 1);
+      (*this)[i] = kept;
+    } else {
+      (*this)[i] = v;
+    }
     if (i >= count) count = i + 1;
   }
   void set(const nrTypedArray& other) {
@@ -112,9 +119,10 @@ class nrTypedArray : public nrArray {
     for (unsigned i = 0; i < n; ++i) out[i] = (*this)[start + i];
   }
   void fillRange(unsigned start, unsigned n, const T& v) {
+    T kept = v;
     fit(start + n);
     if (start + n > count) count = start + n;
-    for (unsigned i = 0; i < n; ++i) (*this)[start + i] = v;
+    for (unsigned i = 0; i < n; ++i) (*this)[start + i] = kept;
   }
   long find(const T& v) const {
     for (unsigned i = 0; i < count; ++i)
@@ -128,9 +136,10 @@ class nrTypedArray : public nrArray {
   }
   // Inserting beyond the count leaves a gap and still raises the count by one.
   void insert(unsigned i, const T& v) {
+    T kept = v;
     fit(i + 1 > count + 1 ? i + 1 : count + 1);
     for (unsigned k = count; k > i; --k) (*this)[k] = (*this)[k - 1];
-    (*this)[i] = v;
+    (*this)[i] = kept;
     ++count;
   }
   bool remove(const T& v) {

@@ -111,6 +111,24 @@ TEST(nrTypedArray, CompositeAndStringElements) {
   EXPECT_TRUE(s[0] == "beta");
   s.insert(0, nrString("first"));
   EXPECT_TRUE(s[1] == "beta");
+
+  // An element of the array itself as the value, across growth and shifting.
+  nrStringArray full;
+  nrIntArray ints;
+  for (int i = 0; i < 16; ++i) {
+    full.append(nrString(i ? "later" : "first"));
+    ints.append(i + 100);
+  }
+  full.append(full[0]);
+  EXPECT_TRUE(full[16] == "first");
+  full.insert(0, full[1]);
+  EXPECT_TRUE(full[0] == "later");
+  ints.set(60, ints[0]);
+  ints.fillRange(100, 20, ints[1]);
+  ints.insert(0, ints[2]);
+  EXPECT_EQ(ints[61], 100);
+  EXPECT_EQ(ints[120], 101);
+  EXPECT_EQ(ints[0], 102);
 }
 
 TEST(nrTypedArray, ViewsOfASharedBlock) {
