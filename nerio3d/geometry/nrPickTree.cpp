@@ -32,15 +32,12 @@ const nrVec3f& vertex(const unsigned char* coords, int stride, int e) {
 // one sort instead of a selection at every level. Boxes are gathered on the
 // way back.
 struct nrPickTree::Builder {
-  struct Item {
-    NR_POOLED_OBJECTS
-    float centre[3];
-    int tri;
-  };
-  // A triangle's Morton code above its item number.
+  // A triangle's Morton code above its number.
   struct Key {
     NR_POOLED_OBJECTS
     uint64_t bits;
+    uint32_t code() const { return uint32_t(bits >> 32); }
+    int tri() const { return int(uint32_t(bits)); }
   };
 
   nrPickTree& tree;
@@ -49,17 +46,18 @@ struct nrPickTree::Builder {
   int stride;
   int nodeCount = 0, triCount = 0;
 
-  // Where the run [begin, end) of sorted codes splits.
-  static int split(const uint32_t* codes, int begin, int end) {
-    uint32_t differ = codes[begin] ^ codes[end - 1];
+  // Where the run [begin, end) of sorted keys splits.
+  static int split(const Key* keys, int begin, int end) {
+    uint32_t differ = keys[begin].code() ^ keys[end - 1].code();
     if (!differ) return begin + (end - begin) / 2;
     uint32_t bit = 1u << (31 - __builtin_clz(differ));
-    return int(std::partition_point(codes + begin, codes + end, [bit](uint32_t c) { return !(c & bit); }) - codes);
+    return int(std::partition_point(keys + begin, keys + end, [bit](const Key& k) { return !(k.code() & bit); }) -
+               keys);
   }
-  static int nodesFor(const uint32_t* codes, int begin, int end) {
+  static int nodesFor(const Key* keys, int begin, int end) {
     if (end - begin <= LEAF_SIZE) return 1;
-    int mid = split(codes, begin, end);
-    return 1 + nodesFor(codes, begin, mid) + nodesFor(codes, mid, end);
+    int mid = split(keys, begin, end);
+    return 1 + nodesFor(keys, begin, mid) + nodesFor(keys, mid, end);
   }
 
   // The 10 bits of v spread to every third bit.
@@ -70,32 +68,42 @@ struct nrPickTree::Builder {
     return (v | v << 2) & 0x09249249;
   }
 
-  // Sorts the items by the Morton code of their centres within the centres'
-  // bounds (a radix sort of 30-bit keys), and returns them in that order;
-  // codes receives their codes.
-  static std::unique_ptr<Item[]> mortonOrder(const Item* items, int count, std::unique_ptr<uint32_t[]>& codes) {
+  // Three times the centre of triangle t (the scale does not change the order).
+  void centre3(const Tri& t, float out[3]) const {
+    const nrVec3f &a = vertex(coords, stride, t.v[0]), &b = vertex(coords, stride, t.v[1]),
+                  &c = vertex(coords, stride, t.v[2]);
+    for (int k = 0; k < 3; ++k) out[k] = a[k] + b[k] + c[k];
+  }
+
+  // The keys of the triangles numbered in kept, sorted by the Morton code of
+  // their centres within the centres' bounds (a radix sort of 30-bit codes).
+  std::unique_ptr<Key[]> mortonOrder(const int* kept, int count) const {
     float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
+      float c[3];
+      centre3(in[kept[i]], c);
       for (int k = 0; k < 3; ++k) {
-        lo[k] = std::min(lo[k], items[i].centre[k]);
-        hi[k] = std::max(hi[k], items[i].centre[k]);
+        lo[k] = std::min(lo[k], c[k]);
+        hi[k] = std::max(hi[k], c[k]);
       }
+    }
     // One cell size on every axis, set by the widest extent: a thin axis then
     // only orders the lowest levels, and the upper levels split the wide
     // ones, as a flat set seen from above needs.
     float extent = std::max({hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]});
-    float scale[3];
-    for (int k = 0; k < 3; ++k) scale[k] = extent > 0 ? 1023.0f / extent : 0.0f;
+    float scale = extent > 0 ? 1023.0f / extent : 0.0f;
     std::unique_ptr<Key[]> keys(new Key[size_t(count)]), spare(new Key[size_t(count)]);
     for (int i = 0; i < count; ++i) {
+      float c[3];
+      centre3(in[kept[i]], c);
       uint32_t code = 0;
       for (int k = 0; k < 3; ++k) {
         // Centres near overflow give no finite cell: they take cell 0.
-        float cell = (items[i].centre[k] - lo[k]) * scale[k];
+        float cell = (c[k] - lo[k]) * scale;
         cell = cell >= 0 ? std::min(cell, 1023.0f) : 0.0f;
         code |= spread(uint32_t(cell)) << k;
       }
-      keys[i].bits = uint64_t(code) << 32 | uint32_t(i);
+      keys[i].bits = uint64_t(code) << 32 | uint32_t(kept[i]);
     }
     enum { BITS = 10, BUCKETS = 1 << BITS };
     for (int shift = 32; shift < 62; shift += BITS) {
@@ -105,16 +113,10 @@ struct nrPickTree::Builder {
       for (int i = 0; i < count; ++i) spare[start[keys[i].bits >> shift & (BUCKETS - 1)]++] = keys[i];
       keys.swap(spare);
     }
-    std::unique_ptr<Item[]> sorted(new Item[size_t(count)]);
-    codes.reset(new uint32_t[size_t(count)]);
-    for (int i = 0; i < count; ++i) {
-      sorted[i] = items[uint32_t(keys[i].bits)];
-      codes[i] = uint32_t(keys[i].bits >> 32);
-    }
-    return sorted;
+    return keys;
   }
 
-  void build(const Item* items, const uint32_t* codes, int begin, int end) {
+  void build(const Key* keys, int begin, int end) {
     Node& node = tree.nodes[nodeCount++];
     if (end - begin <= LEAF_SIZE) {
       node.next = triCount;
@@ -122,7 +124,7 @@ struct nrPickTree::Builder {
       std::fill(node.min, node.min + 3, HUGE_VALF);
       std::fill(node.max, node.max + 3, -HUGE_VALF);
       for (int i = begin; i < end; ++i) {
-        const Tri& t = in[items[i].tri];
+        const Tri& t = in[keys[i].tri()];
         tree.tris[triCount++] = t;
         float lo[3], hi[3];
         for (int k = 0; k < 3; ++k) {
@@ -139,11 +141,11 @@ struct nrPickTree::Builder {
       }
       return;
     }
-    int mid = split(codes, begin, end);
-    build(items, codes, begin, mid);
+    int mid = split(keys, begin, end);
+    build(keys, begin, mid);
     node.next = nodeCount;
     node.count = 0;
-    build(items, codes, mid, end);
+    build(keys, mid, end);
     const Node &left = (&node)[1], &right = tree.nodes[node.next];
     for (int k = 0; k < 3; ++k) {
       node.min[k] = std::min(left.min[k], right.min[k]);
@@ -155,8 +157,9 @@ struct nrPickTree::Builder {
 nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned char* coords, int stride,
                        std::unique_ptr<int[]> first, int primCount)
     : version(version), primFirst(std::move(first)), looseCount(0), prims(primCount), scale(0) {
-  std::unique_ptr<Builder::Item[]> items(new Builder::Item[count > 0 ? count : 1]);
-  int itemCount = 0;
+  // The triangles boxes can hold, by number; the others are kept loose.
+  std::unique_ptr<int[]> kept(new int[count > 0 ? count : 1]);
+  int keptCount = 0;
   std::vector<Tri> looseTris;
   for (int i = 0; i < count; ++i) {
     const nrVec3f* p[3] = {&vertex(coords, stride, in[i].v[0]), &vertex(coords, stride, in[i].v[1]),
@@ -175,27 +178,23 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
     double cross[3] = {ab[1] * ac[2] - ab[2] * ac[1], ab[2] * ac[0] - ab[0] * ac[2], ab[0] * ac[1] - ab[1] * ac[0]};
     double area2 = cross[0] * cross[0] + cross[1] * cross[1] + cross[2] * cross[2];
     double ab2 = ab[0] * ab[0] + ab[1] * ab[1] + ab[2] * ab[2], ac2 = ac[0] * ac[0] + ac[1] * ac[1] + ac[2] * ac[2];
-    if (!finite || !(area2 > MIN_SINE_SQUARED * ab2 * ac2)) {
+    if (!finite || !(area2 > MIN_SINE_SQUARED * ab2 * ac2))
       looseTris.push_back(in[i]);
-      continue;
-    }
-    Builder::Item& item = items[itemCount++];
-    for (int k = 0; k < 3; ++k) item.centre[k] = ((*p[0])[k] + (*p[1])[k] + (*p[2])[k]) / 3;
-    item.tri = i;
+    else
+      kept[keptCount++] = i;
   }
   if (!looseTris.empty()) {
     looseCount = int(looseTris.size());
     loose.reset(new Tri[looseTris.size()]);
     std::copy(looseTris.begin(), looseTris.end(), loose.get());
   }
-  if (itemCount == 0) return;
-  std::unique_ptr<uint32_t[]> codes;
-  std::unique_ptr<Builder::Item[]> sorted = Builder::mortonOrder(items.get(), itemCount, codes);
-  items.reset();
-  nodes.reset(new Node[Builder::nodesFor(codes.get(), 0, itemCount)]);
-  tris.reset(new Tri[itemCount]);
+  if (keptCount == 0) return;
   Builder builder{*this, in, coords, stride};
-  builder.build(sorted.get(), codes.get(), 0, itemCount);
+  std::unique_ptr<Builder::Key[]> keys = builder.mortonOrder(kept.get(), keptCount);
+  kept.reset();
+  nodes.reset(new Node[Builder::nodesFor(keys.get(), 0, keptCount)]);
+  tris.reset(new Tri[keptCount]);
+  builder.build(keys.get(), 0, keptCount);
 }
 
 bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride, int cullFace, TriTest test,
