@@ -340,7 +340,8 @@ unsigned char readList(vlInput& in, Element element) {
 
 // Stores a run of numbers read the fast way into array from index on, within
 // the room the array has (made first when it has none); returns the elements
-// stored. Elements of other types take no run.
+// stored. Elements of other types, and views of a shared block (strided,
+// and never resized), take no run.
 template <typename A>
 unsigned readNumberRun(vlInput& in, A& array, unsigned index) {
   using E = typename A::ElementType;
@@ -352,7 +353,7 @@ unsigned readNumberRun(vlInput& in, A& array, unsigned index) {
                                                           : 0;
   static_assert(group == 0 || sizeof(E) == group * sizeof(float), "vectors are packed floats");
   if constexpr (ints || group > 0) {
-    if (!makeRoom(array, index)) return 0;
+    if (array.getData() || !makeRoom(array, index)) return 0;
     unsigned room = array.getSize() - index;
     E* out = array.getArray() + index;
     if constexpr (ints)
