@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 #include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/actions/nrDrawAction.h"
@@ -22,6 +23,27 @@
 #include "nerio3d/render/nrMaterial.h"
 
 namespace {
+
+// On while a set records its display list on this thread.
+thread_local bool recordingList = false;
+
+// The triangles of n strips or fans of the lengths given, as vertex numbers
+// (through elements when given) in the order OpenGL forms them, so that
+// winding and the provoking last corner are kept; false, with out left
+// incomplete, when a length is negative.
+bool triangleIndices(GLenum mode, int n, const int* lengths, const GLuint* elements, std::vector<GLuint>& out) {
+  auto vertex = [elements](int v) { return elements ? elements[v] : GLuint(v); };
+  for (int p = 0, first = 0; p < n; first += lengths[p++]) {
+    if (lengths[p] < 0) return false;
+    for (int v = first + 2; v < first + lengths[p]; ++v) {
+      bool odd = mode == GL_TRIANGLE_STRIP && (v - first) % 2;
+      out.push_back(vertex(mode == GL_TRIANGLE_FAN ? first : odd ? v - 1 : v - 2));
+      out.push_back(vertex(mode == GL_TRIANGLE_FAN ? v - 1 : odd ? v - 2 : v - 1));
+      out.push_back(vertex(v));
+    }
+  }
+  return true;
+}
 
 // Routine-table index bits: colour, normal, texture coordinate.
 enum { C = 4, N = 2, T = 1 };
@@ -406,6 +428,17 @@ void nrGeoSet::drawPrims(nrGLAttrSet& attrs, GLenum mode, int primLen, const int
       nrgl::DrawArrays(mode, 0, n * primLen);
     return;
   }
+  // A display list keeps what it is given: strips and fans recorded as one
+  // list of the same triangles replay as one primitive instead of one per
+  // strip, which spares OpenGL its cost per primitive at every replay.
+  if (recordingList && lengths && !bpcAction && !perPrimDraw &&
+      (mode == GL_TRIANGLE_STRIP || mode == GL_TRIANGLE_FAN)) {
+    std::vector<GLuint> triangles;
+    if (triangleIndices(mode, n, lengths, elements, triangles)) {
+      if (!triangles.empty()) nrgl::DrawElements(GL_TRIANGLES, GLsizei(triangles.size()), GL_UNSIGNED_INT, triangles.data());
+      return;
+    }
+  }
   int first = 0;
   for (int p = 0; p < n; first += lengths ? lengths[p] : primLen, ++p) {
     int len = lengths ? lengths[p] : primLen;
@@ -437,11 +470,19 @@ void nrGeoSet::drawCompiled(nrDrawAction* action) {
   // Versions from 1: a freed id's entry (0) always reads as out of date.
   if (context->isDirty(displayListId, version + 1)) {
     nrgl::DeleteLists(displayListId, 1);
-    nrgl::NewList(displayListId, GL_COMPILE);
-    drawGeometry(attrs, nullptr);
-    nrgl::EndList();
+    recordList(attrs, true);
   }
   nrgl::CallList(displayListId);
+}
+
+void nrGeoSet::recordList(nrGLAttrSet& attrs, bool drawable) {
+  nrgl::NewList(displayListId, GL_COMPILE);
+  if (drawable) {
+    recordingList = true;
+    drawGeometry(attrs, nullptr);
+    recordingList = false;
+  }
+  nrgl::EndList();
 }
 
 void nrGeoSet::compileList(nrCompileAction* action) {
@@ -453,10 +494,7 @@ void nrGeoSet::compileList(nrCompileAction* action) {
   else
     nrgl::DeleteLists(displayListId, 1);
   nrGLAttrSet attrs;
-  bool drawable = beginDraw(attrs, context);
-  nrgl::NewList(displayListId, GL_COMPILE);
-  if (drawable) drawGeometry(attrs, nullptr);
-  nrgl::EndList();
+  recordList(attrs, beginDraw(attrs, context));
   context->isDirty(displayListId, version + 1);
 }
 

@@ -290,6 +290,9 @@ class nrGeoSet : public nrGeometry {
 
  private:
   void drawPrims(nrGLAttrSet& attrs, GLenum mode, int primLen, const int* lengths, nrDrawAction* bpcAction);
+  // Records the geometry into the set's display list (an empty list when it
+  // cannot be drawn).
+  void recordList(nrGLAttrSet& attrs, bool drawable);
   // Extends box by the first vertices coordinates that exist.
   void boundVertices(nrBoxBound& box, int vertices);
   void freeBPCullData();

@@ -2,6 +2,7 @@
 
 #include "nerio3d/actions/nrCompileAction.h"
 #include "nerio3d/geometry/nrQuadSet.h"
+#include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrMaterial.h"
@@ -100,9 +101,27 @@ TEST_F(Shape, CompiledStripsReplayTheirListUntilTheyChange) {
   rec.clear();
   strip->draw(action);
   strip->draw(action);
+  // The list holds the strip's triangles as one primitive, each wound as
+  // the strip winds it: under back-face culling the second (clockwise) one
+  // goes and the first stays.
   EXPECT_EQ(only(rec, {"glNewList", "glCallList", "glDraw"}),
-            (Calls{"glNewList(" + list + ", GL_COMPILE)", "glDrawArrays(GL_TRIANGLE_STRIP, 0, 4)",
+            (Calls{"glNewList(" + list + ", GL_COMPILE)", "glDrawElements(GL_TRIANGLES, 6, GL_UNSIGNED_INT, ptr)",
                    "glCallList(" + list + ")", "glCallList(" + list + ")"}));
+  EXPECT_EQ(pixel(38, 44), 0xffffffff);
+  strip->setCullFace(nrContext::BACK_CULL);
+  clearFrame();
+  strip->draw(action);
+  EXPECT_EQ(pixel(50, 10), 0xffffffff);
+  EXPECT_EQ(pixel(38, 44), 0xff000000);
+
+  // A fan's triangles keep its winding too: around the square, all face front.
+  nrTriFanSet* fan = set<nrTriFanSet>(fullView, 1);
+  fan->setLength(0, 4);
+  fan->setCullFace(nrContext::BACK_CULL);
+  fan->compile(&compile);
+  clearFrame();
+  fan->draw(action);
+  EXPECT_EQ(histogram(), (std::map<uint32_t, int>{{0xffffffff, SIZE * SIZE}}));
 }
 
 TEST_F(Shape, ScreenDoorTransparencyHalfLetsHalfThePixelsThrough) {
