@@ -435,7 +435,8 @@ void nrGeoSet::drawPrims(nrGLAttrSet& attrs, GLenum mode, int primLen, const int
       (mode == GL_TRIANGLE_STRIP || mode == GL_TRIANGLE_FAN)) {
     std::vector<GLuint> triangles;
     if (triangleIndices(mode, n, lengths, elements, triangles)) {
-      if (!triangles.empty()) nrgl::DrawElements(GL_TRIANGLES, GLsizei(triangles.size()), GL_UNSIGNED_INT, triangles.data());
+      if (!triangles.empty())
+        nrgl::DrawElements(GL_TRIANGLES, GLsizei(triangles.size()), GL_UNSIGNED_INT, triangles.data());
       return;
     }
   }
