@@ -13,8 +13,10 @@ class nrBox : public nrGeometry {
   ~nrBox() override;
 
   void setSize(const nrVec3f& s) { setValue(size, s, SIZE_FIELD); }
+  void setSize(float x, float y, float z) { setValue(size, nrVec3f(x, y, z), SIZE_FIELD); }
   const nrVec3f& getSize() { return valid(size, SIZE_FIELD); }
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
+  void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() { return valid(center, CENTER_FIELD); }
 
   void draw(nrDrawAction* action) override;

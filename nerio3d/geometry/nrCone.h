@@ -24,6 +24,7 @@ class nrCone : public nrGeometry {
   void setBottom(unsigned char on) { setValue(bottom, on, BOTTOM_FIELD); }
   unsigned char getBottom() { return valid(bottom, BOTTOM_FIELD); }
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
+  void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() { return valid(center, CENTER_FIELD); }
 
   // The shared unit parts (radius 1 at y = -1, apex at y = 1).

@@ -16,6 +16,10 @@ class nrLineStripSet : public nrLengthGeoSet {
   void setWidth(float w) { setValue(width, w, WIDTH_FIELD); }
   float getWidth() { return valid(width, WIDTH_FIELD); }
 
+  void setStripLength(int count, const int* values) { setLengths(count, values); }
+  void setStripLength(const nrIntArray& values) { setLengths(values); }
+  const nrIntArray& getStripLength() { return getLengths(); }
+
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;
   void fieldChanged(short index) override;
 

@@ -13,6 +13,10 @@ class nrPolySet : public nrLengthGeoSet {
   explicit nrPolySet(nrType* type);
   ~nrPolySet() override;
 
+  void setPolyLength(int count, const int* values) { setLengths(count, values); }
+  void setPolyLength(const nrIntArray& values) { setLengths(values); }
+  const nrIntArray& getPolyLength() { return getLengths(); }
+
   // Picked as a fan around its first vertex.
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override { return fanTri(firstVertex, count, t, v); }
 

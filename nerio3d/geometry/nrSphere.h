@@ -16,6 +16,7 @@ class nrSphere : public nrGeometry {
   ~nrSphere() override;
 
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
+  void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() { return valid(center, CENTER_FIELD); }
   void setRadius(float r) { setValue(radius, r, RADIUS_FIELD); }
   float getRadius() { return valid(radius, RADIUS_FIELD); }

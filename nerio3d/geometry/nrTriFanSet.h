@@ -13,6 +13,10 @@ class nrTriFanSet : public nrLengthGeoSet {
   explicit nrTriFanSet(nrType* type);
   ~nrTriFanSet() override;
 
+  void setFanLength(int count, const int* values) { setLengths(count, values); }
+  void setFanLength(const nrIntArray& values) { setLengths(values); }
+  const nrIntArray& getFanLength() { return getLengths(); }
+
   void draw(nrDrawAction* action) override { drawCompiled(action); }
   void compile(nrCompileAction* action) override { compileList(action); }
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override { return fanTri(firstVertex, count, t, v); }

@@ -16,6 +16,10 @@ class nrTriStripSet : public nrLengthGeoSet {
   static nrTriStripSet* create(const nrVec3fArray& coords, const nrVec3fArray& normals,
                                const nrVec2fArray& texCoords, const nrIntArray& lengths);
 
+  void setStripLength(int count, const int* values) { setLengths(count, values); }
+  void setStripLength(const nrIntArray& values) { setLengths(values); }
+  const nrIntArray& getStripLength() { return getLengths(); }
+
   void draw(nrDrawAction* action) override { drawCompiled(action); }
   void compile(nrCompileAction* action) override { compileList(action); }
   // Consecutive triangles, every other one turned so all keep the strip's winding.

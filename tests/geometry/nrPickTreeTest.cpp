@@ -142,7 +142,7 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
     stripLengths.append(2 * (cols + 1));
   }
   strips->setCoordSet(stripPoints);
-  strips->setLengths(stripLengths);
+  strips->setStripLength(stripLengths);
   strips->setPrimCount(rows);
   strips->setCullFace(nrContext::NO_CULL);
 
@@ -163,7 +163,7 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
   nrTriFanSet* fans = make<nrTriFanSet>();
   fans->setCoordSet(grid);
   fans->setCoordIndexSet(fanIndex);
-  fans->setLengths(fanLengths);
+  fans->setFanLength(fanLengths);
   fans->setPrimCount(rows * cols);
   nrPolySet* polys = make<nrPolySet>();
   polys->setCoordSet(grid);
@@ -171,7 +171,7 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
   for (int c = 0; c < rows * cols; ++c)
     for (int k = 0; k < polyLengths[unsigned(c)]; ++k) polyIndex->append(fanIndex->get(unsigned(5 * c + k)));
   polys->setCoordIndexSet(polyIndex);
-  polys->setLengths(polyLengths);
+  polys->setPolyLength(polyLengths);
   polys->setPrimCount(rows * cols);
   polys->setCullFace(nrContext::FRONT_CULL);
 

@@ -106,15 +106,15 @@ TEST_F(Solid, UnitTessellationsFaceOutwardWithTheirNormalsAndMapTextures) {
 
 TEST_F(Solid, BoundsComeFromTheFields) {
   nrBox* box = make<nrBox>();
-  box->setSize(nrVec3f(2, 4, 6));
-  box->setCenter(nrVec3f(1, 0, 0));
+  box->setSize(2, 4, 6);
+  box->setCenter(1, 0, 0);
   nrCone* cone = make<nrCone>();
   cone->setBottomRadius(3);
   nrCylinder* cylinder = make<nrCylinder>();
   cylinder->setHeight(10);
   nrSphere* sphere = make<nrSphere>();
   sphere->setRadius(0.5f);
-  sphere->setCenter(nrVec3f(0, 0, -1));
+  sphere->setCenter(0, 0, -1);
   const struct {
     nrGeometry* solid;
     nrVec3f min, max;
