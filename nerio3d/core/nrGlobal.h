@@ -43,6 +43,9 @@ class nrGlobal {
   // that fails, once more with the name's directory part dropped. Returns 1
   // and the path found in result, or 0 with the last path tried in result.
   static int findFile(const char* name, nrString& result, FileModeEnum mode);
+  static int findFile(const char* name, nrString& result, int mode) {
+    return findFile(name, result, static_cast<FileModeEnum>(mode));
+  }
 
  private:
   static int findFilePath(const char* name, nrString& result, FileModeEnum mode);

@@ -30,6 +30,9 @@ class nrContainer : public nrObject {
   virtual void copy(nrContainer* from);
   virtual nrContainer* clone(CloneEnum mode, nrCloneTable* table);
   virtual nrContainer* clone(CloneEnum mode);
+  // The modes by number: 0 and 1 copy, any other clones referenced containers.
+  nrContainer* clone(int mode, nrCloneTable* table) { return clone(static_cast<CloneEnum>(mode), table); }
+  nrContainer* clone(int mode) { return clone(static_cast<CloneEnum>(mode)); }
   // Copies from, cloning what it refers to through the table.
   virtual void recursiveCopy(nrContainer* from, nrCloneTable* table);
 

@@ -41,6 +41,7 @@ class nrField {
   nrFieldInfo* getFieldInfo() const;
 
   void setEventClass(EventClassEnum c) { eventClass = static_cast<unsigned char>(c); }
+  void setEventClass(int c) { setEventClass(static_cast<EventClassEnum>(c)); }
   EventClassEnum getEventClass() const { return static_cast<EventClassEnum>(eventClass); }
 
   // Routes: this field feeds `to`; refused silently for an input-only source,

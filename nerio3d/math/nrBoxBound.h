@@ -34,6 +34,7 @@ class nrBoxBound : public nrBound {
 
   // The box around the eight corners of box transformed by m; box may be this.
   void xform(const nrBoxBound* box, const nrMatrix4f& m);
+  void xform(const nrBoxBound& box, const nrMatrix4f& m) { xform(&box, m); }
 
   // The minimum then the maximum corner, space-separated.
   void write(nrOutput* out) const;

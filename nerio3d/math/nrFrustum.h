@@ -38,15 +38,21 @@ class nrFrustum {
   // Corners in the order lower-left, lower-right, upper-right, upper-left.
   void getNear(nrVec3f& ll, nrVec3f& lr, nrVec3f& ur, nrVec3f& ul) const;
   void getFar(nrVec3f& ll, nrVec3f& lr, nrVec3f& ur, nrVec3f& ul) const;
+  void getNear(nrVec3f* ll, nrVec3f* lr, nrVec3f* ur, nrVec3f* ul) const { getNear(*ll, *lr, *ur, *ul); }
+  void getFar(nrVec3f* ll, nrVec3f* lr, nrVec3f* ur, nrVec3f* ul) const { getFar(*ll, *lr, *ur, *ul); }
   // The extents of the near rectangle and the two distances: the six numbers
   // of glFrustum and glOrtho.
   void getDiagCorners(float* left, float* right, float* bottom, float* top, float* nearDist,
                       float* farDist) const;
+  void getDiagCorners(float& left, float& right, float& bottom, float& top, float& nearDist,
+                      float& farDist) const {
+    getDiagCorners(&left, &right, &bottom, &top, &nearDist, &farDist);
+  }
   void getCenter(float* x, float* y) const;
   const nrPlane& getPlane(int which) const { return planes[which]; }
 
   void setAspectMode(int mode);
-  int getAspectMode() const { return aspectMode; }
+  AspectModeEnum getAspectMode() const { return static_cast<AspectModeEnum>(aspectMode); }
   // Ratios of zero or below are ignored.
   void setAspectRatio(float ratio);
   float getAspectRatio() const { return aspectRatio; }

@@ -9,6 +9,7 @@ class nrMatrix3f {
   // it, index the row swaps, sign their parity (+1 or -1). Returns 0 when a is
   // singular to within nrEpsilon.
   static int LUdecompose(float a[3][3], int index[3], float* sign);
+  static int LUdecompose(float a[3][3], int index[3], float& sign) { return LUdecompose(a, index, &sign); }
   // Solves l x = y by forward substitution, l being lower triangular (its
   // diagonal included, the elements above it ignored).
   static void solveLXequalY(const float l[3][3], float x[3], const float y[3]);
@@ -20,6 +21,7 @@ class nrMatrix3f {
   static void cleanSvd(float a[3][3], float u[3][3], float v[3][3]);
   // Axis (unit) and angle (0 to 2 pi) of the rotation matrix m.
   static void getAxis(const float m[3][3], float axis[3], float* angle);
+  static void getAxis(const float m[3][3], float axis[3], float& angle) { getAxis(m, axis, &angle); }
   // Unit quaternion (x, y, z, w) of the rotation matrix m by Shoemake's method;
   // a scaled m gives a quaternion of the wrong length.
   static void getQuat(const float m[3][3], float q[4]);

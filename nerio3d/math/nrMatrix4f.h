@@ -71,6 +71,7 @@ class nrMatrix4f {
   bool almostEqual(const nrMatrix4f& m, float tol) const;
   // The rotation of an orthonormal matrix.
   void getOrthoRotation(nrRotation& rot) const;
+  void getOrthoRotation(nrRotation* rot) const { getOrthoRotation(*rot); }
 
   // Writes the sixteen elements row by row as space-separated numbers.
   void write(nrOutput* out) const;

@@ -22,10 +22,13 @@ class nrPlane {
   void makeNormPt(const nrVec3f& n, const nrVec3f& p);
   // The point of the plane nearest to p.
   void closestPtOn(const nrVec3f& p, nrVec3f& out) const;
+  void closestPtOn(const nrVec3f& p, nrVec3f* out) const { closestPtOn(p, *out); }
   // Returns 1 and the distance t along seg where seg crosses the plane, else 0.
   int isect(const nrSeg* seg, float* t) const;
+  int isect(const nrSeg& seg, float* t) const { return isect(&seg, t); }
   // Returns 1 and the range [tNear, tFar] of seg that lies inside, else 0.
   int isect(const nrSeg* seg, float* tNear, float* tFar) const;
+  int isect(const nrSeg& seg, float* tNear, float* tFar) const { return isect(&seg, tNear, tFar); }
   // 0 outside, 3 partly inside, 7 inside (a box counts as inside with six of
   // its eight corners inside).
   int contains(const nrBoxBound* box) const;

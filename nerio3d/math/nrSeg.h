@@ -19,6 +19,7 @@ class nrSeg {
   void makePolar(const nrVec3f& p, float azimuth, float elevation, float len);
   // The part of seg between the parameters tNear and tFar; seg may be this.
   void clip(const nrSeg* seg, float tNear, float tFar);
+  void clip(const nrSeg& seg, float tNear, float tFar) { clip(&seg, tNear, tFar); }
   // The point at distance t along the segment.
   void getPoint(float t, nrVec3f& out) const { out.addScaled(pos, t, dir); }
 };

@@ -36,9 +36,11 @@ class nrSphereBound : public nrBound {
 
   // sph transformed by m; the radius grows by the largest scale of rows 0-2.
   void xform(const nrSphereBound* sph, const nrMatrix4f& m);
+  void xform(const nrSphereBound& sph, const nrMatrix4f& m) { xform(&sph, m); }
   // sph transformed by a rotation, uniform scale and translation: the radius
   // takes the scale of row 0.
   void orthoXform(const nrSphereBound* sph, const nrMatrix4f& m);
+  void orthoXform(const nrSphereBound& sph, const nrMatrix4f& m) { orthoXform(&sph, m); }
 
   // The centre then the radius, space-separated.
   void write(nrOutput* out) const;

@@ -32,7 +32,7 @@ class nrFileSearch : public testing::Test {
   void makeFile(const std::string& path) { fclose(fopen((root + "/" + path).c_str(), "w")); }
   bool exists(const std::string& path) { return access((root + "/" + path).c_str(), F_OK) == 0; }
 
-  std::string found(const char* name, int expected, nrGlobal::FileModeEnum mode = nrGlobal::READ_FMODE) {
+  std::string found(const char* name, int expected, int mode = nrGlobal::READ_FMODE) {
     nrString result("stale");
     EXPECT_EQ(nrGlobal::findFile(name, result, mode), expected) << name;
     return result.isNull() ? "<null>" : result.getString();

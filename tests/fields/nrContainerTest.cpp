@@ -113,7 +113,7 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   shared->connect(tstLeaf::OUT_VALUE, shared, tstLeaf::VALUE);
   root->connect(tstAll::FLOAT, single, tstLeaf::IN_VALUE);
 
-  tstAll* copy = static_cast<tstAll*>(root->clone(nrContainer::DEEP_CLONE));
+  tstAll* copy = static_cast<tstAll*>(root->clone(2));  // modes by number too
   copy->ref();
   EXPECT_EQ(tstLeaf::live, 4);
   nrContainer* sharedCopy = copy->mfRef[0];

@@ -31,7 +31,7 @@ TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
   tstAll* a = new tstAll;
   tstAll* b = new tstAll;
   nrMFFloat* out = static_cast<nrMFFloat*>(engine->getField(tstAll::MFFLOAT));
-  out->setEventClass(nrField::ENGINE_OUTPUT_EVENT);
+  out->setEventClass(3);
   out->connect(a->getField(tstAll::MFFLOAT));
   out->connect(b->getField(tstAll::MFFLOAT));
   out->set(1, 4.0f);

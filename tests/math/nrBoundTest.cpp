@@ -139,7 +139,7 @@ TEST(nrBoxBound, SegmentsAndTransforms) {
   EXPECT_TRUE(moved.min.almostEqual(reference.min, 1e-5f));
   EXPECT_TRUE(moved.max.almostEqual(reference.max, 1e-5f));
   nrBoxBound empty;
-  moved.xform(&empty, m);
+  moved.xform(empty, m);
   EXPECT_TRUE(moved.isEmpty());
 }
 
@@ -236,6 +236,6 @@ TEST(nrSphereBound, SegmentsAndTransforms) {
   m.postScale(m, 2, 2, 2);
   moved.orthoXform(&s, m);
   EXPECT_NEAR(moved.radius, 3.0f, 1e-5f);
-  moved.orthoXform(&empty, m);
+  moved.orthoXform(empty, m);
   EXPECT_TRUE(moved.isEmpty());
 }

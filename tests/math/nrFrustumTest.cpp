@@ -11,7 +11,7 @@ namespace {
 
 void corners(const nrFrustum& f, nrVec3f c[8]) {
   f.getNear(c[0], c[1], c[2], c[3]);
-  f.getFar(c[4], c[5], c[6], c[7]);
+  f.getFar(&c[4], &c[5], &c[6], &c[7]);
 }
 
 void expectExtents(const nrFrustum& f, float l, float r, float b, float t) {
@@ -96,6 +96,7 @@ TEST(nrFrustum, NearFarAndAspect) {
   EXPECT_EQ(f.getAspectRatio(), 2.0f);
   expectExtents(f, 0, 2, 1, 2);
   f.setAspectMode(nrFrustum::FIXED_WIDTH_ASPECT);
+  EXPECT_EQ(f.getAspectMode(), nrFrustum::FIXED_WIDTH_ASPECT);
   f.setAspectRatio(4);
   expectExtents(f, 0, 2, 1.25f, 1.75f);
 }

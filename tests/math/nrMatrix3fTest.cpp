@@ -80,7 +80,7 @@ TEST(nrMatrix3f, LUDecompositionReconstructsThePermutedMatrix) {
   EXPECT_NEAR(sign * u[0][0] * u[1][1] * u[2][2], det(a), 1e-4);
 
   float singular[3][3] = {{1, 2, 3}, {0, 0, 0}, {4, 5, 6}};
-  EXPECT_EQ(nrMatrix3f::LUdecompose(singular, index, &sign), 0);
+  EXPECT_EQ(nrMatrix3f::LUdecompose(singular, index, sign), 0);
 
   const float lower[3][3] = {{2, 9, 9}, {1, 4, 9}, {-1, 3, 0.5f}};
   const float y[3] = {4, 9, 0.5f};
@@ -135,7 +135,7 @@ TEST(nrMatrix3f, AxisAndAngleOfARotation) {
     }
   const float ident[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
   float axis[3], angle = 1;
-  nrMatrix3f::getAxis(ident, axis, &angle);
+  nrMatrix3f::getAxis(ident, axis, angle);
   EXPECT_EQ(angle, 0.0f);
   EXPECT_EQ(axis[2], 1.0f);
 }

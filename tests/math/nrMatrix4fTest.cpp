@@ -218,7 +218,7 @@ TEST(nrMatrix4f, OrthoRotationRoundTripsAndReportsScaling) {
     }
   nrMatrix4f ident = identity();
   nrRotation rot(1, 0, 0, 1);
-  ident.getOrthoRotation(rot);
+  ident.getOrthoRotation(&rot);
   EXPECT_EQ(rot, nrRotation(0, 0, 1, 0));
 
   // Scaled matrices: both texts go straight to standard error, and a rotation

@@ -16,7 +16,7 @@ TEST(nrSeg, EndPointsAndClipping) {
   EXPECT_TRUE(end.almostEqual(nrVec3f(4, 5, 1), 1e-6f));
 
   s.makePts(nrVec3f(0, 0, 0), nrVec3f(10, 0, 0));
-  s.clip(&s, 2, 7);
+  s.clip(s, 2, 7);
   EXPECT_EQ(s.pos, nrVec3f(2, 0, 0));
   EXPECT_FLOAT_EQ(s.length, 5.0f);
 }
@@ -30,7 +30,7 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
   EXPECT_TRUE(p.normal.almostEqual(nrVec3f(0, 0.6f, 0.8f), 1e-6f));
   EXPECT_FLOAT_EQ(p.offset, 4.0f);
   nrVec3f q;
-  p.closestPtOn(nrVec3f(1, 3, 4), q);
+  p.closestPtOn(nrVec3f(1, 3, 4), &q);
   EXPECT_TRUE(q.almostEqual(nrVec3f(1, 3 - 0.6f, 4 - 0.8f), 1e-5f));
 
   nrPlane z(nrVec3f(0, 0, 1), 3);
@@ -47,9 +47,9 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
   EXPECT_FLOAT_EQ(tn, 2.0f);
   EXPECT_FLOAT_EQ(tf, 5.0f);
   s.makePts(nrVec3f(0, 0, 0), nrVec3f(0, 0, 2));  // too short to reach
-  EXPECT_EQ(z.isect(&s, &t), 0);
+  EXPECT_EQ(z.isect(s, &t), 0);
   s.makePts(nrVec3f(0, 0, 4), nrVec3f(1, 0, 4));  // parallel, outside
-  EXPECT_EQ(z.isect(&s, &tn, &tf), 0);
+  EXPECT_EQ(z.isect(s, &tn, &tf), 0);
 
   // A quarter turn about x then a shift: z = 3 becomes y = 3 + 1.
   nrMatrix4f m;
