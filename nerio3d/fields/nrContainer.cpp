@@ -321,6 +321,8 @@ nrContainer* nrContainer::clone(CloneEnum mode) {
 }
 
 nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
+  // Without a table of its own, a deep clone keeps one for this call.
+  if (!table && mode != SHALLOW_CLONE && mode != COPY_CLONE) return clone(mode);
   nrContainer* c = instantiate();
   if (!c) return nullptr;
   if (mode == SHALLOW_CLONE || mode == COPY_CLONE)
@@ -331,6 +333,11 @@ nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
 }
 
 void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
+  if (!from) return;
+  if (!table) {
+    copy(from);
+    return;
+  }
   if (!(from->sideEffects | from->staleInputs).isZero()) from->internalCleanFields(from->sideEffects | from->staleInputs);
   if (from->name) setName(from->name);
   setUserData(from->userData);
@@ -343,6 +350,12 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
 }
 
 void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
+  if (!from) return;
+  if (!table) {
+    nrCloneTable own;
+    recursiveCopy(from, &own);
+    return;
+  }
   table->addClonedInstance(from, this);
   copy(from, table);
   for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
