@@ -30,6 +30,9 @@ class nrContainer : public nrObject {
   virtual void copy(nrContainer* from);
   virtual nrContainer* clone(CloneEnum mode, nrCloneTable* table);
   virtual nrContainer* clone(CloneEnum mode);
+  // The same with the mode as its number (0 to 2).
+  nrContainer* clone(int mode, nrCloneTable* table) { return clone(static_cast<CloneEnum>(mode), table); }
+  nrContainer* clone(int mode) { return clone(static_cast<CloneEnum>(mode)); }
   // Copies from, cloning what it refers to through the table.
   virtual void recursiveCopy(nrContainer* from, nrCloneTable* table);
 
