@@ -28,6 +28,7 @@ class nrDrawAction : public nrVFCullAction {
   // The viewing direction (orthographic camera) or the eye position
   // (perspective camera) in the coordinates of the node being drawn.
   const nrVec3f& getViewVector() const { return viewVector; }
+  void getViewVector(nrVec3f& v) const { v = viewVector; }
   void setViewVector(const nrVec3f& v) { viewVector = v; }
   // Recomputes the view vector from the top matrix: the eye's z axis (row 2 of
   // its inverse) under an orthographic camera, the eye position (row 3) else.

@@ -22,6 +22,7 @@ class nrLOD : public nrSwitch {
   // node's bounding sphere and keeps it.
   void setCenter(const nrVec3f& c) { setFieldValue(center, c, CENTER_FIELD); }
   void getCenter(nrVec3f& c);
+  const nrVec3f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
 
   // Sets boundaries i and i + 1; ignored unless 0 <= i < MAX_RANGES.
   void setRange(int i, float nearDistance, float farDistance);

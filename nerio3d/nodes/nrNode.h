@@ -34,6 +34,7 @@ class nrNode : public nrContainer {
   void setSphereBound(const nrSphereBound& sphere);
   // The sphere in the node's own coordinates, brought up to date first.
   void getSphereBound(nrSphereBound& sphere);
+  const nrSphereBound& getSphereBound() { return getFieldValue(sphereBound, SPHERE_BOUND_FIELD); }
   void setBoundMode(BoundModeEnum mode);
   BoundModeEnum getBoundMode();
 

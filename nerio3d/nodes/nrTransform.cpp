@@ -53,10 +53,10 @@ void nrTransform::setMatrix(const nrMatrix4f& m) {
   }
 }
 
-void nrTransform::getMatrix(nrMatrix4f& m) {
+const nrMatrix4f& nrTransform::getMatrix() {
   for (short i = TRANSLATION_FIELD; i <= CENTER_FIELD; ++i) validateField(i);
   if (state & MATRIX_STALE) cleanMatrix();
-  m = matrix;
+  return matrix;
 }
 
 void nrTransform::cleanMatrix() {

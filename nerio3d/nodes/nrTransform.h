@@ -56,7 +56,8 @@ class nrTransform : public nrGroup {
   // from it at once.
   void setMatrix(const nrMatrix4f& m);
   // The matrix from the children's coordinates to the parent's.
-  void getMatrix(nrMatrix4f& m);
+  const nrMatrix4f& getMatrix();
+  void getMatrix(nrMatrix4f& m) { m = getMatrix(); }
   // The classification of the parts (bits above).
   int getKind() const { return kind; }
 

@@ -64,6 +64,7 @@ class nrAppearance : public nrContainer {
   void setTexBlendColor(float r, float g, float b, float a) {
     setFieldValue(texBlendColor, nrVec4f(r, g, b, a), TEX_BLEND_COLOR);
   }
+  void setTexBlendColor(const nrVec4f& color) { setFieldValue(texBlendColor, color, TEX_BLEND_COLOR); }
   const nrVec4f& getTexBlendColor() const { return texBlendColor; }
   void setTexEnv(nrContext::TexEnvEnum env) { setFieldValue(texEnv, int(env), TEX_ENV); }
   nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(texEnv); }
@@ -86,6 +87,7 @@ class nrAppearance : public nrContainer {
   void setAlphaRef(float ref) { setFieldValue(alphaRef, ref, ALPHA_REF); }
   float getAlphaRef() const { return alphaRef; }
   void setBlendColor(float r, float g, float b, float a) { setFieldValue(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
+  void setBlendColor(const nrVec4f& color) { setFieldValue(blendColor, color, BLEND_COLOR); }
   const nrVec4f& getBlendColor() const { return blendColor; }
   void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
   nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(srcBlendFunc); }
@@ -94,6 +96,7 @@ class nrAppearance : public nrContainer {
   void setColorMask(unsigned char r, unsigned char g, unsigned char b, unsigned char a) {
     setFieldValue(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
   }
+  void setColorMask(const nrVec4ub& mask) { setFieldValue(colorMask, mask, COLOR_MASK); }
   const nrVec4ub& getColorMask() const { return colorMask; }
   void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
   unsigned char getDepthEnable() const { return depthEnable; }
@@ -106,6 +109,8 @@ class nrAppearance : public nrContainer {
   void setMaterialModeEnable(nrContext::MaterialModeEnum mode) {
     setFieldValue(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
   }
+  // As the context takes it: 0 off, 1 on.
+  void setMaterialModeEnable(int mode) { setFieldValue(materialModeEnable, mode, MATERIAL_MODE_ENABLE); }
   nrContext::MaterialModeEnum getMaterialModeEnable() const {
     return nrContext::MaterialModeEnum(materialModeEnable);
   }
@@ -123,6 +128,7 @@ class nrAppearance : public nrContainer {
   // A set bit hands the element to the surrounding state; the stored value stays.
   void setInherit(const nrBitMask& mask) { setFieldValue(inherit, mask, INHERIT); }
   void getInherit(nrBitMask& mask) const { mask = inherit; }
+  const nrBitMask& getInherit() const { return inherit; }
   // The elements written since the inherit mask was last set.
   const nrBitMask& getExplicitMask() const { return explicitMask; }
   bool isChanged() const { return changed; }

@@ -34,8 +34,10 @@ class nrCamera : public nrContainer {
 
   // World to eye coordinates: the inverse of the camera's placement.
   const nrMatrix4f& getViewMatrix();
+  void getViewMatrix(nrMatrix4f& m) { m = getViewMatrix(); }
   // The projection in eye coordinates.
   const nrFrustum& getFrustum();
+  void getFrustum(nrFrustum& f) { f = getFrustum(); }
 
   // Loads the projection and the viewing matrix into OpenGL, after making the
   // action's context current.

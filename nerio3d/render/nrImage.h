@@ -35,6 +35,7 @@ class nrImage : public nrContainer {
   // pixels are next used. Pixels set afterwards are the image instead.
   void setFileName(const nrString& name) { setFieldValue(fileName, name, FILE_NAME_FIELD); }
   void getFileName(nrString& name) const { name = fileName; }
+  const nrString& getFileName() const { return fileName; }
   void setWidth(int w) { setFieldValue(width, w, WIDTH_FIELD); }
   int getWidth() const { return width; }
   void setHeight(int h) { setFieldValue(height, h, HEIGHT_FIELD); }

@@ -27,6 +27,7 @@ class nrOrthoCamera : public nrCamera {
   float getHeight() { return getFieldValue(height, HEIGHT_FIELD); }
   void setCenter(float x, float y) { setFieldValue(center, nrVec2f(x, y), CENTER_FIELD); }
   void getCenter(float* x, float* y);
+  const nrVec2f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
   void setNearClip(float d) { setFieldValue(nearClip, d, NEAR_CLIP_FIELD); }
   float getNearClip() { return getFieldValue(nearClip, NEAR_CLIP_FIELD); }
   void setFarClip(float d) { setFieldValue(farClip, d, FAR_CLIP_FIELD); }

@@ -33,6 +33,10 @@ class nrTexGen : public nrContainer {
   void getPlaneT(float* a, float* b, float* c, float* d) const { getPlane(PLANE_T, a, b, c, d); }
   void getPlaneR(float* a, float* b, float* c, float* d) const { getPlane(PLANE_R, a, b, c, d); }
   void getPlaneQ(float* a, float* b, float* c, float* d) const { getPlane(PLANE_Q, a, b, c, d); }
+  const nrVec4f& getPlaneS() const { return planeS; }
+  const nrVec4f& getPlaneT() const { return planeT; }
+  const nrVec4f& getPlaneR() const { return planeR; }
+  const nrVec4f& getPlaneQ() const { return planeQ; }
 
   // The generator's id in the id space shared by all contexts, and its change counter.
   int getId() const { return id; }

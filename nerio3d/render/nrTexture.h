@@ -76,6 +76,7 @@ class nrTexture : public nrContainer {
   // (resampled up to powers of two); a failure leaves the levels as they were.
   void setFileName(const nrString& name);
   void getFileName(nrString& name) const { name = fileName; }
+  const nrString& getFileName() const { return fileName; }
   void setFormat(FormatEnum format);
   FormatEnum getFormat() const { return static_cast<FormatEnum>(format); }
   void setRepeatS(RepeatEnum repeat);

@@ -216,7 +216,7 @@ TEST(nrGroup, ClonesShareOrCopyTheChildrenByMode) {
   EXPECT_EQ(shallow->getChild(0), leaf);
   EXPECT_EQ(leaf->getParentCount(), 4);
 
-  nrGroup* deep = static_cast<nrGroup*>(g->clone(nrContainer::DEEP_CLONE));
+  nrGroup* deep = static_cast<nrGroup*>(g->clone(2));
   deep->ref();
   ASSERT_EQ(deep->getNumChildren(), 2);
   nrNode* copy = deep->getChild(0);

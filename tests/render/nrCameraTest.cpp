@@ -76,7 +76,9 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   persp->setPosition(1, 2, 3);
   persp->setOrientation(0, 1, 0, float(M_PI / 2));
   nrVec3f eye, ahead;
-  eye.xformPt(nrVec3f(1, 2, 3), persp->getViewMatrix());
+  nrMatrix4f view;
+  persp->getViewMatrix(view);
+  eye.xformPt(nrVec3f(1, 2, 3), view);
   ahead.xformPt(nrVec3f(0, 2, 3), persp->getViewMatrix());
   EXPECT_TRUE(eye.almostEqual(nrVec3f(0, 0, 0), tol));
   EXPECT_TRUE(ahead.almostEqual(nrVec3f(0, 0, -1), tol));
