@@ -198,6 +198,12 @@ class Nerio : public Library {
       action->ref();
     }
     context->makeCurrent(drawable);
+    static bool told = false;
+    if (!told) {
+      told = true;
+      fprintf(stderr, "OpenGL: %s, %s\n", reinterpret_cast<const char*>(glGetString(GL_VENDOR)),
+              reinterpret_cast<const char*>(glGetString(GL_RENDERER)));
+    }
     context->setViewport(0, 0, SIZE, SIZE);
     // What a viewer sets for VRML scenes: depth testing, and solids seen from outside.
     context->setDepthEnable(1);

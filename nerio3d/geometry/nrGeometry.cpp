@@ -171,10 +171,11 @@ void nrGeometry::drawUnitParts(nrDrawAction* action, const nrVec3f& center, cons
     if (moved) nrgl::Translatef(center[0], center[1], center[2]);
     if (scaled) nrgl::Scalef(scale[0], scale[1], scale[2]);
   }
-  unsigned char normalize = context->getNormalizeEnable();
+  // Normalization stays on after a scaled solid: the draw action switches it
+  // off at the start of each traversal, and switching it back after every
+  // scaled solid changes OpenGL's vertex pipeline twice per solid.
   if (scaled) context->setNormalizeEnable(1);
   for (int i = 0; i < count; ++i)
     if (on[i]) parts[i]->draw(action);
-  if (scaled) context->setNormalizeEnable(normalize);
   if (moved || scaled) nrgl::PopMatrix();
 }
