@@ -60,30 +60,32 @@ class nrMFieldOf : public nrMField {
   }
 
   // Edits of some elements apply to the whole value: one that its owner
-  // makes on demand (a list kept in another form) is made first.
+  // makes on demand (a list kept in another form) is made first. Outputs are
+  // sent the stored elements, not the arguments: an argument taken from this
+  // array may point into storage the edit has just replaced.
   void set(unsigned i, const T& v) {
     catchUp();
     value->set(i, v);
-    forwardOrNotify<Field>([&](Field* f) { f->set(i, v); });
+    forwardOrNotify<Field>([&](Field* f) { f->set(i, (*value)[i]); });
   }
   void set(const A& a) {
     value->set(a);
-    forwardOrNotify<Field>([&](Field* f) { f->set(a); });
+    forwardOrNotify<Field>([&](Field* f) { f->set(*value); });
   }
   void setRange(unsigned start, unsigned n, const T* values) {
     catchUp();
     value->setRange(start, n, values);
-    forwardOrNotify<Field>([&](Field* f) { f->setRange(start, n, values); });
+    forwardOrNotify<Field>([&](Field* f) { f->setRange(start, n, value->getArray() + start); });
   }
   void fillRange(unsigned start, unsigned n, const T& v) {
     catchUp();
     value->fillRange(start, n, v);
-    forwardOrNotify<Field>([&](Field* f) { f->fillRange(start, n, v); });
+    forwardOrNotify<Field>([&](Field* f) { f->fillRange(start, n, n ? (*value)[start] : v); });
   }
   void append(const T& v) {
     catchUp();
     value->append(v);
-    forwardOrNotify<Field>([&](Field* f) { f->append(v); });
+    forwardOrNotify<Field>([&](Field* f) { f->append((*value)[value->getCount() - 1]); });
   }
   void setCount(unsigned n) {
     catchUp();
