@@ -22,28 +22,6 @@ using GeoSet = nrtest::GeometryTest;
 
 const nrVec3f red(1, 0, 0), green(0, 1, 0);
 
-class Strategies : public nrtest::GeometryTest {
- protected:
-  // Two triangles filling the left and right halves of the view, red and
-  // green, set up to draw with the given strategy.
-  nrTriSet* halves(int strategy) {
-    nrTriSet* s = set<nrTriSet>(
-        {{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 2);
-    nrIndexSet* all = indices({0, 1, 2, 3, 4, 5});
-    bool perPrim = strategy == 0 || strategy == 2 || strategy == 4;
-    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::PER_VERTEX_COLOR);
-    s->setColorSet(perPrim ? colors({red, green}) : colors({red, red, red, green, green, green}));
-    if (strategy == 0) {
-      s->setCoordIndexSet(all);
-      s->setColorIndexSet(indices({0, 1}));
-    } else if (strategy >= 3) {
-      s->setCoordIndexSet(all);
-      s->setColorIndexSet(all);
-    }
-    return s;
-  }
-};
-
 TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
   enum { NONE, SHARED, EQUAL_COPIES, COORDS_ONLY };
   struct Case {
@@ -76,7 +54,19 @@ TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
   }
 }
 
-TEST_F(Strategies, AllFiveDrawTheSamePixelsEachWithItsOwnCalls) {
+TEST_F(GeoSet, AllFiveStrategiesDrawTheSamePixelsEachWithItsOwnCalls) {
+  // Two triangles filling the left and right halves of the view, red and green.
+  auto halves = [&](int strategy) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 2);
+    nrIndexSet* all = indices({0, 1, 2, 3, 4, 5});
+    bool perPrim = strategy == 0 || strategy == 2 || strategy == 4;
+    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::PER_VERTEX_COLOR);
+    s->setColorSet(perPrim ? colors({red, green}) : colors({red, red, red, green, green, green}));
+    if (strategy == 0 || strategy >= 3) s->setCoordIndexSet(all);
+    if (strategy == 0) s->setColorIndexSet(indices({0, 1}));
+    if (strategy >= 3) s->setColorIndexSet(all);
+    return s;
+  };
   const Calls expected[5] = {
       {"glBegin(GL_TRIANGLES)", "glColor3fv({1, 0, 0})", "glColor3fv({0, 1, 0})", "glEnd()"},
       {"glDrawArrays(GL_TRIANGLES, 0, 6)"},
@@ -112,9 +102,8 @@ TEST_F(Strategies, AllFiveDrawTheSamePixelsEachWithItsOwnCalls) {
 
 TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
   nrData* block = keep(nrData::create(3 * 24));
-  float* v = static_cast<float*>(block->getPayload());
   const float data[18] = {-1, -1, 0, 0, 0, 1, 1, -1, 0, 0, 0, 1, -1, 1, 0, 0, 0, 1};
-  std::copy(data, data + 18, v);
+  std::copy(data, data + 18, static_cast<float*>(block->getPayload()));
   nrCoordSet3f* points = keep(new nrCoordSet3f(block, 0, 24));
   nrColorSet3f* blue = keep(new nrColorSet3f(block, 12, 24));
   EXPECT_EQ(points->getCount(), 3u);
@@ -171,8 +160,7 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
 
 TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   nrTriSet* s = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 2, 0}}, 1);
-  nrShape* shape = make<nrShape>();
-  shape->addGeometry(s);
+  nrShape* shape = shapeOf(s);
   nrSphereBound sphere;
   shape->getSphereBound(sphere);
   EXPECT_NEAR(sphere.radius, std::sqrt(5.0f) / 2, 1e-4);
@@ -272,41 +260,30 @@ TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}}, 1);
     s->setCullFace(c.face);
-    nrShape* shape = make<nrShape>();
-    shape->addGeometry(s);
+    nrShape* shape = shapeOf(s);
     for (float z : {5.0f, -5.0f}) {
-      nrIsectAction pick;
-      nrSeg seg;
-      seg.makePts(nrVec3f(0, 0, z), nrVec3f(0, 0, -z));
-      pick.setSeg(seg);
-      pick.apply(shape);
       bool hit = z > 0 ? c.front : c.back;
-      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, hit) << c.face << " from " << z;
+      EXPECT_EQ(pickBetween(shape, nrVec3f(0, 0, z), nrVec3f(0, 0, -z)).getGeometry() != nullptr, hit)
+          << c.face << " from " << z;
       // The set itself tells whether it was hit.
       nrIsectAction direct;
-      direct.setSeg(seg);
+      direct.setSeg(nrSeg(nrVec3f(0, 0, z), nrVec3f(0, 0, z > 0 ? -1 : 1), 2 * std::fabs(z)));
       EXPECT_EQ(s->isect(&direct), int(hit)) << c.face << " from " << z;
     }
   }
 }
 
 TEST_F(GeoSet, VRMLFieldNamesReachTheFields) {
+  nrTriSet* s = make<nrTriSet>();
+  nrShape* shape = make<nrShape>();
   const struct {
     nrContainer* owner;
     const char* name;
     int index;
-  } cases[] = {{make<nrTriSet>(), "coord", nrGeoSet::COORD_SET_FIELD},
-               {make<nrTriSet>(), "normal", nrGeoSet::NORMAL_SET_FIELD},
-               {make<nrTriSet>(), "color", nrGeoSet::COLOR_SET_FIELD},
-               {make<nrTriSet>(), "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
-               {make<nrShape>(), "appearance", nrShape::APPEARANCE_FIELD},
-               {make<nrShape>(), "geometry", nrShape::GEOMETRY_FIELD}};
-  for (const auto& c : cases) {
-    nrField* field = c.owner->getField(c.name);
-    ASSERT_NE(field, nullptr) << c.name;
-    EXPECT_EQ(field, c.owner->getField(c.index)) << c.name;
-  }
-  nrTriSet* s = make<nrTriSet>();
+  } cases[] = {{s, "coord", nrGeoSet::COORD_SET_FIELD},         {s, "normal", nrGeoSet::NORMAL_SET_FIELD},
+               {s, "color", nrGeoSet::COLOR_SET_FIELD},         {s, "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
+               {shape, "appearance", nrShape::APPEARANCE_FIELD}, {shape, "geometry", nrShape::GEOMETRY_FIELD}};
+  for (const auto& c : cases) EXPECT_EQ(c.owner->getField(c.name), c.owner->getField(c.index)) << c.name;
   nrCoordSet3f* points = coords({{0, 0, 0}});
   static_cast<nrSFRef*>(s->getField("coord"))->set(points);
   EXPECT_EQ(s->getCoordSet(), points);
