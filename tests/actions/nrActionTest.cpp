@@ -55,15 +55,13 @@ TEST_F(nrActionTraversal, EveryVisitBracketsChildrenWithPreAndPostAndTheWholeWit
 }
 
 TEST_F(nrActionTraversal, DirectivesCombineByTheLargerValue) {
-  const struct {
-    const char* kind;
-    nrTravDirective a, b, preSub, postSub, postRoot, result;
-    const char* inner;
-  } cases[] = {{"visit", 0, 2, 0, 0, 0, 2, "visit(a) pre(sub) visit(b) post(sub) "},
-               {"draw", 1, 0, 0, 0, 0, 0, "draw(a) pre(sub) draw(b) post(sub) draw(c) "},
-               {"transform", 0, 0, 1, 0, 0, 0, "transform(a) pre(sub) post(sub) transform(c) "},
-               {"cull", 0, 0, 2, 0, 0, 2, "cull(a) pre(sub) post(sub) "},
-               {"visit", 0, 0, 0, 1, 1, 1, "visit(a) pre(sub) visit(b) post(sub) visit(c) "}};
+  // What a, b and the hooks answer; the result and the trace between the root's hooks.
+  const struct { const char* kind; nrTravDirective a, b, preSub, postSub, postRoot, result; const char* inner; } cases[] = {
+      {"visit", 0, 2, 0, 0, 0, 2, "visit(a) pre(sub) visit(b) post(sub) "},
+      {"draw", 1, 0, 0, 0, 0, 0, "draw(a) pre(sub) draw(b) post(sub) draw(c) "},
+      {"transform", 0, 0, 1, 0, 0, 0, "transform(a) pre(sub) post(sub) transform(c) "},
+      {"cull", 0, 0, 2, 0, 0, 2, "cull(a) pre(sub) post(sub) "},
+      {"visit", 0, 0, 0, 1, 1, 1, "visit(a) pre(sub) visit(b) post(sub) visit(c) "}};
   for (const auto& c : cases) {
     a->result = c.a;
     b->result = c.b;

@@ -99,9 +99,7 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
   ortho->setHeight(4);
   // Pixel (48, 32) of a 64 x 64 viewport at (10, 20): its centre lies at
   // x = -2 + 4 * 48.5 / 64, y = -2 + 4 * 32.5 / 64.
-  struct {
-    int x, y, found;
-  } pixels[] = {{58, 52, 1}, {74, 52, 0}, {58, 84, 0}, {9, 52, 0}, {58, 19, 0}, {10, 20, 0}};
+  struct { int x, y, found; } pixels[] = {{58, 52, 1}, {74, 52, 0}, {58, 84, 0}, {9, 52, 0}, {58, 19, 0}, {10, 20, 0}};
   for (const auto& p : pixels) {
     nrHit hit;
     EXPECT_EQ(ortho->pick(root, p.x, p.y, hit, 10, 20, 64, 64), p.found) << p.x << "," << p.y;

@@ -2,12 +2,10 @@
 
 #include <cmath>
 
-#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrColorSet4f.h"
-#include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrTriSet.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
@@ -24,12 +22,7 @@ const nrVec3f red(1, 0, 0), green(0, 1, 0);
 
 TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
   enum { NONE, SHARED, EQUAL_COPIES, COORDS_ONLY };
-  struct Case {
-    int normalBind, colorBind, texBind;
-    bool withColors;
-    int indexing;
-    int code;
-  } cases[] = {
+  struct Case { int normalBind, colorBind, texBind; bool withColors; int indexing, code; } cases[] = {
       {0, 0, 0, false, NONE, 1 << 9},
       {0, nrGeoSet::PER_VERTEX_COLOR, 0, false, NONE, 1 << 9},  // no colour set: no colours
       {0, nrGeoSet::PER_VERTEX_COLOR, 0, true, SHARED, 0x100 | 3 << 9},
@@ -144,10 +137,8 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
   context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
   context->setTranspEnable(1);
   // First component 0 and negative: solid; positive (at least 2^-125): nothing drawn.
-  const struct {
-    float first;
-    int drawn;
-  } cases[] = {{0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
+  const struct { float first; int drawn; } cases[] = {
+      {0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, -1, 0}, {1, 1, 0}, {-1, 1, 0}}, 2);
     s->setColorSet(filled<nrColorSet4f>({nrVec4f(c.first, 1, 0, 1)}));
@@ -250,13 +241,9 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
 
 TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
   // A triangle facing +z, picked from in front and from behind.
-  const struct {
-    nrContext::CullFaceEnum face;
-    bool front, back;
-  } cases[] = {{nrContext::NO_CULL, true, true},
-               {nrContext::BACK_CULL, true, false},
-               {nrContext::FRONT_CULL, false, true},
-               {nrContext::BOTH_CULL, false, false}};
+  const struct { nrContext::CullFaceEnum face; bool front, back; } cases[] = {
+      {nrContext::NO_CULL, true, true}, {nrContext::BACK_CULL, true, false},
+      {nrContext::FRONT_CULL, false, true}, {nrContext::BOTH_CULL, false, false}};
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}}, 1);
     s->setCullFace(c.face);
@@ -276,13 +263,10 @@ TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
 TEST_F(GeoSet, VRMLFieldNamesReachTheFields) {
   nrTriSet* s = make<nrTriSet>();
   nrShape* shape = make<nrShape>();
-  const struct {
-    nrContainer* owner;
-    const char* name;
-    int index;
-  } cases[] = {{s, "coord", nrGeoSet::COORD_SET_FIELD},         {s, "normal", nrGeoSet::NORMAL_SET_FIELD},
-               {s, "color", nrGeoSet::COLOR_SET_FIELD},         {s, "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
-               {shape, "appearance", nrShape::APPEARANCE_FIELD}, {shape, "geometry", nrShape::GEOMETRY_FIELD}};
+  const struct { nrContainer* owner; const char* name; int index; } cases[] = {
+      {s, "coord", nrGeoSet::COORD_SET_FIELD},          {s, "normal", nrGeoSet::NORMAL_SET_FIELD},
+      {s, "color", nrGeoSet::COLOR_SET_FIELD},          {s, "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
+      {shape, "appearance", nrShape::APPEARANCE_FIELD}, {shape, "geometry", nrShape::GEOMETRY_FIELD}};
   for (const auto& c : cases) EXPECT_EQ(c.owner->getField(c.name), c.owner->getField(c.index)) << c.name;
   nrCoordSet3f* points = coords({{0, 0, 0}});
   static_cast<nrSFRef*>(s->getField("coord"))->set(points);

@@ -42,9 +42,7 @@ class GeometryTest : public ContextTest {
     return object;
   }
   template <typename T>
-  T* make() {
-    return keep(new T);
-  }
+  T* make() { return keep(new T); }
   // A new attribute set of type S holding values.
   template <typename S, typename V>
   S* filled(std::initializer_list<V> values) {

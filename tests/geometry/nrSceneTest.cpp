@@ -44,10 +44,12 @@ class Scene : public nrtest::SceneTest {
     app->setMaterial(m);
     return app;
   }
-  // Unit-sized sets: overall normal facing the viewer, or an overall colour.
+  // Unit-sized sets of one primitive over all points: overall normal facing
+  // the viewer, or an overall colour.
   template <typename T>
-  T* facing(std::initializer_list<nrVec3f> points, int primCount, const nrVec3f* color = nullptr) {
-    T* s = set<T>(points, primCount);
+  T* facing(std::initializer_list<nrVec3f> points, const nrVec3f* color = nullptr) {
+    T* s = set<T>(points, 1);
+    if (auto* strip = dynamic_cast<nrLengthGeoSet*>(static_cast<nrGeoSet*>(s))) strip->setLength(0, int(points.size()));
     if (color) {
       s->setColorSet(colors({*color}));
       s->setColorBind(nrGeoSet::OVERALL_COLOR);
@@ -64,22 +66,18 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
                                {1, 0.5f, 0}, {0.5f, 0, 1}, {0.5f, 1, 0}, {1, 1, 1}, {0, 0.5f, 1}, {1, 0, 0.5f}};
   const float s = 0.8f;
   std::vector<nrGeometry*> kinds = {
-      facing<nrPointSet>({{0, 0, 0}}, 1, &palette[0]),
-      facing<nrLineSet>({{-s, 0, 0}, {s, 0, 0}}, 1, &palette[1]),
-      facing<nrLineStripSet>({{-s, 0, 0}, {0, 0, 0}, {s, 0, 0}}, 1, &palette[2]),
-      facing<nrTriSet>({{-s, -s, 0}, {s, -s, 0}, {0, s, 0}}, 1),
-      facing<nrTriStripSet>({{-s, -s, 0}, {s, -s, 0}, {-s, s, 0}, {s, s, 0}}, 1),
-      facing<nrTriFanSet>({{0, 0, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}, {0, -s, 0}, {s, 0, 0}}, 1),
-      facing<nrQuadSet>({{-s, -s, 0}, {s, -s, 0}, {s, s, 0}, {-s, s, 0}}, 1),
-      facing<nrPolySet>({{-s, -s, 0}, {s, -s, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}}, 1),
+      facing<nrPointSet>({{0, 0, 0}}, &palette[0]),
+      facing<nrLineSet>({{-s, 0, 0}, {s, 0, 0}}, &palette[1]),
+      facing<nrLineStripSet>({{-s, 0, 0}, {0, 0, 0}, {s, 0, 0}}, &palette[2]),
+      facing<nrTriSet>({{-s, -s, 0}, {s, -s, 0}, {0, s, 0}}),
+      facing<nrTriStripSet>({{-s, -s, 0}, {s, -s, 0}, {-s, s, 0}, {s, s, 0}}),
+      facing<nrTriFanSet>({{0, 0, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}, {0, -s, 0}, {s, 0, 0}}),
+      facing<nrQuadSet>({{-s, -s, 0}, {s, -s, 0}, {s, s, 0}, {-s, s, 0}}),
+      facing<nrPolySet>({{-s, -s, 0}, {s, -s, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}}),
       make<nrBox>(), make<nrCone>(), make<nrCylinder>(), make<nrSphere>()};
   static_cast<nrPointSet*>(kinds[0])->setSize(8);
   static_cast<nrLineSet*>(kinds[1])->setWidth(6);
   static_cast<nrLineStripSet*>(kinds[2])->setWidth(6);
-  static_cast<nrLineStripSet*>(kinds[2])->setLength(0, 3);
-  static_cast<nrTriStripSet*>(kinds[4])->setLength(0, 4);
-  static_cast<nrTriFanSet*>(kinds[5])->setLength(0, 6);
-  static_cast<nrPolySet*>(kinds[7])->setLength(0, 5);
 
   nrGroup* root = make<nrGroup>();
   // A white light shining from the viewer into the scene.

@@ -21,9 +21,7 @@ class Text : public nrtest::GeometryTest {
     return t;
   }
   // Pixels other than the black background and their bounding box.
-  struct Ink {
-    int count = 0, minX = SIZE, minY = SIZE, maxX = -1, maxY = -1;
-  };
+  struct Ink { int count = 0, minX = SIZE, minY = SIZE, maxX = -1, maxY = -1; };
   Ink ink() {
     Ink result;
     std::vector<uint32_t> pixels = frame();

@@ -112,14 +112,11 @@ TEST_F(Solid, BoundsComeFromTheFieldsNamedAsTheSceneReaderSetsThem) {
   nrSphere* sphere = make<nrSphere>();
   sphere->setRadius(0.5f);
   sphere->setCenter(0, 0, -1);
-  const struct {
-    nrGeometry* solid;
-    nrVec3f min, max;
-    std::vector<const char*> names;
-  } cases[] = {{box, {0, -2, -3}, {2, 2, 3}, {"size", "center"}},
-               {cone, {-3, -1, -3}, {3, 1, 3}, {"bottomRadius", "height", "side", "bottom", "center"}},
-               {cylinder, {-1, -5, -1}, {1, 5, 1}, {"radius", "height", "side", "top", "bottom", "center"}},
-               {sphere, {-0.5f, -0.5f, -1.5f}, {0.5f, 0.5f, -0.5f}, {"center", "radius"}}};
+  const struct { nrGeometry* solid; nrVec3f min, max; std::vector<const char*> names; } cases[] = {
+      {box, {0, -2, -3}, {2, 2, 3}, {"size", "center"}},
+      {cone, {-3, -1, -3}, {3, 1, 3}, {"bottomRadius", "height", "side", "bottom", "center"}},
+      {cylinder, {-1, -5, -1}, {1, 5, 1}, {"radius", "height", "side", "top", "bottom", "center"}},
+      {sphere, {-0.5f, -0.5f, -1.5f}, {0.5f, 0.5f, -0.5f}, {"center", "radius"}}};
   for (const auto& c : cases) {
     EXPECT_EQ(c.solid->getBoxBound().min, c.min) << c.solid->getType()->getName();
     EXPECT_EQ(c.solid->getBoxBound().max, c.max) << c.solid->getType()->getName();
@@ -134,12 +131,7 @@ TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
   nrSphere* sphere = make<nrSphere>();
   sphere->setRadius(2);
   nrBox* box = make<nrBox>();
-  const struct {
-    nrGeometry* solid;
-    nrVec3f from, to;
-    bool hits;
-    nrVec3f point, normal;
-  } cases[] = {
+  const struct { nrGeometry* solid; nrVec3f from, to; bool hits; nrVec3f point, normal; } cases[] = {
       {sphere, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 2}, {0, 0, 1}},
       {sphere, {2.1f, 0, 5}, {2.1f, 0, -5}, false, {}, {}},
       {open, {0, 5, 0}, {0, -5, 0}, true, {0, -1, 0}, {0, -1, 0}},  // no top: the bottom from inside
