@@ -2,6 +2,7 @@
 
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
+#include "nrHeld.h"
 #include "nrTraversalTestTypes.h"
 
 namespace {
@@ -130,8 +131,7 @@ TEST_F(nrActionTraversal, PickingEntersOnlyGroupsTheSegmentMeetsAndSoundEntersAl
 }
 
 TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
-  nrNode* plain = new nrNode;
-  plain->ref();
+  nrNode* plain = nrtest::held<nrNode>();
   nrAction base;
   nrTransformAction transform;
   nrVFCullAction cull;
@@ -143,17 +143,15 @@ TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
     EXPECT_EQ(made->getType(), action->getType());
     made->unref();
   }
-  tstVisited* stop = leaf("stop");
-  stop->ref();
+  tstVisited* stop = nrtest::held<tstVisited>();
   stop->result = 2;
   EXPECT_EQ(base.apply(stop), 2);
-  stop->unref();
+  nrtest::unref(stop, plain);
 
   tstRecorder rec;
   tstTrace.clear();
   EXPECT_EQ(rec.apply(nullptr), 0);
   EXPECT_EQ(tstTrace, "begin(null) end(null) ");
-  plain->unref();
 }
 
 TEST(nrVFCullAction, PushCullTestsTheSphereInEyeCoordinates) {
