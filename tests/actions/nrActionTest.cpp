@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
+#include "nrHeld.h"
 #include "nrTraversalTestTypes.h"
 
 namespace {
@@ -14,13 +13,6 @@ tstVisited* leaf(const char* name, const nrVec3f& at = nrVec3f(0, 0, -10)) {
   n->setName(name);
   n->setSphereBound(nrSphereBound(at, 1));
   return n;
-}
-
-nrGroup* group(const char* name, std::initializer_list<nrNode*> children) {
-  nrGroup* g = new nrGroup;
-  g->setName(name);
-  for (nrNode* c : children) g->addChild(c);
-  return g;
 }
 
 // Holds a root {a, sub {b}, c} and runs one of the four visits over it.
@@ -64,30 +56,26 @@ TEST_F(nrActionTraversal, EveryVisitBracketsChildrenWithPreAndPostAndTheWholeWit
 }
 
 TEST_F(nrActionTraversal, DirectivesCombineByTheLargerValue) {
+  // What a, b and the hooks answer; the result and the trace between the root's hooks.
+  const struct { const char* kind; nrTravDirective a, b, preSub, postSub, postRoot, result; const char* inner; } cases[] = {
+      {"visit", 0, 2, 0, 0, 0, 2, "visit(a) pre(sub) visit(b) post(sub) "},
+      {"draw", 1, 0, 0, 0, 0, 0, "draw(a) pre(sub) draw(b) post(sub) draw(c) "},
+      {"transform", 0, 0, 1, 0, 0, 0, "transform(a) pre(sub) post(sub) transform(c) "},
+      {"cull", 0, 0, 2, 0, 0, 2, "cull(a) pre(sub) post(sub) "},
+      {"visit", 0, 0, 0, 1, 1, 1, "visit(a) pre(sub) visit(b) post(sub) visit(c) "}};
+  for (const auto& c : cases) {
+    a->result = c.a;
+    b->result = c.b;
+    rec.pre["sub"] = c.preSub;
+    rec.post["sub"] = c.postSub;
+    rec.post["root"] = c.postRoot;
+    EXPECT_EQ(run(c.kind), c.result) << &c - cases;
+    EXPECT_EQ(tstTrace, "begin(root) pre(root) " + std::string(c.inner) + "post(root) end(root) ");
+  }
+  rec.pre.clear();
+  rec.post.clear();
   b->result = 2;
-  EXPECT_EQ(run("visit"), 2);
-  EXPECT_EQ(tstTrace, "begin(root) pre(root) visit(a) pre(sub) visit(b) post(sub) post(root) end(root) ");
   EXPECT_EQ(sub->visit(&rec), 2);
-
-  b->result = 0;
-  a->result = 1;
-  EXPECT_EQ(run("draw"), 0);
-  EXPECT_EQ(tstTrace, "begin(root) pre(root) draw(a) pre(sub) draw(b) post(sub) draw(c) post(root) end(root) ");
-
-  a->result = 0;
-  rec.pre["sub"] = 1;
-  EXPECT_EQ(run("transform"), 0);
-  EXPECT_EQ(tstTrace, "begin(root) pre(root) transform(a) pre(sub) post(sub) transform(c) post(root) end(root) ");
-
-  rec.pre["sub"] = 2;
-  EXPECT_EQ(run("cull"), 2);
-  EXPECT_EQ(tstTrace, "begin(root) pre(root) cull(a) pre(sub) post(sub) post(root) end(root) ");
-
-  rec.pre["sub"] = 0;
-  rec.post["sub"] = 1;
-  rec.post["root"] = 1;
-  EXPECT_EQ(run("visit"), 1);
-  EXPECT_EQ(tstTrace, "begin(root) pre(root) visit(a) pre(sub) visit(b) post(sub) visit(c) post(root) end(root) ");
 }
 
 TEST_F(nrActionTraversal, GroupsOutsideTheViewArePrunedWithoutTheirHooks) {
@@ -143,8 +131,7 @@ TEST_F(nrActionTraversal, PickingEntersOnlyGroupsTheSegmentMeetsAndSoundEntersAl
 }
 
 TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
-  nrNode* plain = new nrNode;
-  plain->ref();
+  nrNode* plain = nrtest::held<nrNode>();
   nrAction base;
   nrTransformAction transform;
   nrVFCullAction cull;
@@ -156,17 +143,15 @@ TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
     EXPECT_EQ(made->getType(), action->getType());
     made->unref();
   }
-  tstVisited* stop = leaf("stop");
-  stop->ref();
+  tstVisited* stop = nrtest::held<tstVisited>();
   stop->result = 2;
   EXPECT_EQ(base.apply(stop), 2);
-  stop->unref();
+  nrtest::unref(stop, plain);
 
   tstRecorder rec;
   tstTrace.clear();
   EXPECT_EQ(rec.apply(nullptr), 0);
   EXPECT_EQ(tstTrace, "begin(null) end(null) ");
-  plain->unref();
 }
 
 TEST(nrVFCullAction, PushCullTestsTheSphereInEyeCoordinates) {

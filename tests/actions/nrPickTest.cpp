@@ -26,12 +26,6 @@ nrHit pickAlong(nrNode* root, const nrSeg& seg = down) {
   return hit;
 }
 
-nrGroup* groupOf(std::initializer_list<nrNode*> children) {
-  nrGroup* g = new nrGroup;
-  for (nrNode* c : children) g->addChild(c);
-  return g;
-}
-
 }  // namespace
 
 TEST(nrIsectAction, ScalingOnTheWayChangesNeitherTheWorldHitNorTheNearest) {
@@ -40,7 +34,7 @@ TEST(nrIsectAction, ScalingOnTheWayChangesNeitherTheWorldHitNorTheNearest) {
   nrHit plain = pickAlong(tstPlace(tstMakeBall(0, 0, 0, 1), nrVec3f(0, 0, -10)));
   tstBall* inner = tstMakeBall(0, 0, 0, 0.5f);
   nrTransform* shifted = tstPlace(inner, nrVec3f(0, 0, -5));
-  nrGroup* root = groupOf({tstPlace(shifted, nrVec3f(0, 0, 0), 2)});
+  nrGroup* root = group(nullptr, {tstPlace(shifted, nrVec3f(0, 0, 0), 2)});
   root->ref();
   nrHit scaled = pickAlong(root);
 
@@ -66,7 +60,7 @@ TEST(nrIsectAction, ScalingOnTheWayChangesNeitherTheWorldHitNorTheNearest) {
   for (bool scaledFirst : {false, true}) {
     tstBall* nearBall = tstMakeBall(0, 0, -20, 1);
     nrNode* farPlaced = tstPlace(tstMakeBall(0, 0, -5, 0.1f), nrVec3f(0, 0, 0), 10);
-    nrGroup* both = scaledFirst ? groupOf({farPlaced, nearBall}) : groupOf({nearBall, farPlaced});
+    nrGroup* both = scaledFirst ? group(nullptr, {farPlaced, nearBall}) : group(nullptr, {nearBall, farPlaced});
     both->ref();
     nrHit hit = pickAlong(both);
     EXPECT_EQ(hit.getGeometry(), nearBall->asGeometry()) << scaledFirst;
@@ -97,7 +91,7 @@ using CameraPick = nrtest::ContextTest;
 }  // namespace
 
 TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlacement) {
-  nrGroup* root = groupOf({tstMakeBall(1, 0, 0, 0.5f)});
+  nrGroup* root = group(nullptr, {tstMakeBall(1, 0, 0, 0.5f)});
   root->ref();
   nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
   ortho->setPosition(0, 0, 10);
@@ -105,9 +99,7 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
   ortho->setHeight(4);
   // Pixel (48, 32) of a 64 x 64 viewport at (10, 20): its centre lies at
   // x = -2 + 4 * 48.5 / 64, y = -2 + 4 * 32.5 / 64.
-  struct {
-    int x, y, found;
-  } pixels[] = {{58, 52, 1}, {74, 52, 0}, {58, 84, 0}, {9, 52, 0}, {58, 19, 0}, {10, 20, 0}};
+  struct { int x, y, found; } pixels[] = {{58, 52, 1}, {74, 52, 0}, {58, 84, 0}, {9, 52, 0}, {58, 19, 0}, {10, 20, 0}};
   for (const auto& p : pixels) {
     nrHit hit;
     EXPECT_EQ(ortho->pick(root, p.x, p.y, hit, 10, 20, 64, 64), p.found) << p.x << "," << p.y;
@@ -123,7 +115,7 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
   nrPerspCamera* persp = nrtest::held<nrPerspCamera>();
   persp->setPosition(10, 0, 0);
   persp->setOrientation(0, 1, 0, float(M_PI / 2));
-  nrGroup* centred = groupOf({tstMakeBall(0, 0, 0, 1)});
+  nrGroup* centred = group(nullptr, {tstMakeBall(0, 0, 0, 1)});
   centred->ref();
   nrHit hit;
   ASSERT_EQ(persp->pick(centred, 32, 32, hit), 1);

@@ -2,6 +2,7 @@
 // are called with to one trace.
 #pragma once
 
+#include <initializer_list>
 #include <map>
 #include <string>
 
@@ -80,6 +81,23 @@ class tstBall : public nrNode {
 };
 
 // A ball at (x, y, z) with radius r, unreferenced.
-tstBall* tstMakeBall(float x, float y, float z, float r);
+inline tstBall* tstMakeBall(float x, float y, float z, float r) {
+  tstBall* ball = new tstBall;
+  ball->setSphereBound(nrSphereBound(nrVec3f(x, y, z), r));
+  return ball;
+}
 // A transform around child, unreferenced.
-nrTransform* tstPlace(nrNode* child, const nrVec3f& translation, float scale = 1);
+inline nrTransform* tstPlace(nrNode* child, const nrVec3f& translation, float scale = 1) {
+  nrTransform* t = new nrTransform;
+  t->setTranslation(translation[0], translation[1], translation[2]);
+  if (scale != 1) t->setScale(scale, scale, scale);
+  t->addChild(child);
+  return t;
+}
+// A group named name (or unnamed) around children, unreferenced.
+inline nrGroup* group(const char* name, std::initializer_list<nrNode*> children) {
+  nrGroup* g = new nrGroup;
+  if (name) g->setName(name);
+  for (nrNode* c : children) g->addChild(c);
+  return g;
+}

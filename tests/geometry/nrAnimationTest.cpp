@@ -53,10 +53,7 @@ TEST_F(Animation, RoutedTimeMovesTheTransformAndItsPixels) {
   const float perUnit = SIZE / (2 * 10 * std::tan(float(M_PI) / 8));
   const int left = int(SIZE / 2 - perUnit), right = int(SIZE / 2 + perUnit), row = SIZE / 2;
 
-  struct Frame {
-    double time;
-    float x;
-  };
+  struct Frame { double time; float x; };
   for (Frame f : {Frame{0.5, -1}, Frame{1.5, 1}}) {
     nrTimeSensor::updateSensors(f.time);
     context->clear(nrContext::COLOR_CLEAR | nrContext::DEPTH_CLEAR);

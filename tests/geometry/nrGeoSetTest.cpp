@@ -2,12 +2,10 @@
 
 #include <cmath>
 
-#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrColorSet4f.h"
-#include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrTriSet.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
@@ -22,36 +20,9 @@ using GeoSet = nrtest::GeometryTest;
 
 const nrVec3f red(1, 0, 0), green(0, 1, 0);
 
-class Strategies : public nrtest::GeometryTest {
- protected:
-  // Two triangles filling the left and right halves of the view, red and
-  // green, set up to draw with the given strategy.
-  nrTriSet* halves(int strategy) {
-    nrTriSet* s = set<nrTriSet>(
-        {{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 2);
-    nrIndexSet* all = indices({0, 1, 2, 3, 4, 5});
-    bool perPrim = strategy == 0 || strategy == 2 || strategy == 4;
-    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::PER_VERTEX_COLOR);
-    s->setColorSet(perPrim ? colors({red, green}) : colors({red, red, red, green, green, green}));
-    if (strategy == 0) {
-      s->setCoordIndexSet(all);
-      s->setColorIndexSet(indices({0, 1}));
-    } else if (strategy >= 3) {
-      s->setCoordIndexSet(all);
-      s->setColorIndexSet(all);
-    }
-    return s;
-  }
-};
-
 TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
   enum { NONE, SHARED, EQUAL_COPIES, COORDS_ONLY };
-  struct Case {
-    int normalBind, colorBind, texBind;
-    bool withColors;
-    int indexing;
-    int code;
-  } cases[] = {
+  struct Case { int normalBind, colorBind, texBind; bool withColors; int indexing, code; } cases[] = {
       {0, 0, 0, false, NONE, 1 << 9},
       {0, nrGeoSet::PER_VERTEX_COLOR, 0, false, NONE, 1 << 9},  // no colour set: no colours
       {0, nrGeoSet::PER_VERTEX_COLOR, 0, true, SHARED, 0x100 | 3 << 9},
@@ -76,7 +47,19 @@ TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
   }
 }
 
-TEST_F(Strategies, AllFiveDrawTheSamePixelsEachWithItsOwnCalls) {
+TEST_F(GeoSet, AllFiveStrategiesDrawTheSamePixelsEachWithItsOwnCalls) {
+  // Two triangles filling the left and right halves of the view, red and green.
+  auto halves = [&](int strategy) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}, 2);
+    nrIndexSet* all = indices({0, 1, 2, 3, 4, 5});
+    bool perPrim = strategy == 0 || strategy == 2 || strategy == 4;
+    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::PER_VERTEX_COLOR);
+    s->setColorSet(perPrim ? colors({red, green}) : colors({red, red, red, green, green, green}));
+    if (strategy == 0 || strategy >= 3) s->setCoordIndexSet(all);
+    if (strategy == 0) s->setColorIndexSet(indices({0, 1}));
+    if (strategy >= 3) s->setColorIndexSet(all);
+    return s;
+  };
   const Calls expected[5] = {
       {"glBegin(GL_TRIANGLES)", "glColor3fv({1, 0, 0})", "glColor3fv({0, 1, 0})", "glEnd()"},
       {"glDrawArrays(GL_TRIANGLES, 0, 6)"},
@@ -112,9 +95,8 @@ TEST_F(Strategies, AllFiveDrawTheSamePixelsEachWithItsOwnCalls) {
 
 TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
   nrData* block = keep(nrData::create(3 * 24));
-  float* v = static_cast<float*>(block->getPayload());
   const float data[18] = {-1, -1, 0, 0, 0, 1, 1, -1, 0, 0, 0, 1, -1, 1, 0, 0, 0, 1};
-  std::copy(data, data + 18, v);
+  std::copy(data, data + 18, static_cast<float*>(block->getPayload()));
   nrCoordSet3f* points = keep(new nrCoordSet3f(block, 0, 24));
   nrColorSet3f* blue = keep(new nrColorSet3f(block, 12, 24));
   EXPECT_EQ(points->getCount(), 3u);
@@ -155,10 +137,8 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
   context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
   context->setTranspEnable(1);
   // First component 0 and negative: solid; positive (at least 2^-125): nothing drawn.
-  const struct {
-    float first;
-    int drawn;
-  } cases[] = {{0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
+  const struct { float first; int drawn; } cases[] = {
+      {0.0f, SIZE * SIZE}, {-0.5f, SIZE * SIZE}, {0.5f, 0}, {1e-37f, 0}};
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, -1, 0}, {1, 1, 0}, {-1, 1, 0}}, 2);
     s->setColorSet(filled<nrColorSet4f>({nrVec4f(c.first, 1, 0, 1)}));
@@ -171,8 +151,7 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
 
 TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   nrTriSet* s = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 2, 0}}, 1);
-  nrShape* shape = make<nrShape>();
-  shape->addGeometry(s);
+  nrShape* shape = shapeOf(s);
   nrSphereBound sphere;
   shape->getSphereBound(sphere);
   EXPECT_NEAR(sphere.radius, std::sqrt(5.0f) / 2, 1e-4);
@@ -262,51 +241,33 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
 
 TEST_F(GeoSet, PickingHonoursTheSetsOwnCullFace) {
   // A triangle facing +z, picked from in front and from behind.
-  const struct {
-    nrContext::CullFaceEnum face;
-    bool front, back;
-  } cases[] = {{nrContext::NO_CULL, true, true},
-               {nrContext::BACK_CULL, true, false},
-               {nrContext::FRONT_CULL, false, true},
-               {nrContext::BOTH_CULL, false, false}};
+  const struct { nrContext::CullFaceEnum face; bool front, back; } cases[] = {
+      {nrContext::NO_CULL, true, true}, {nrContext::BACK_CULL, true, false},
+      {nrContext::FRONT_CULL, false, true}, {nrContext::BOTH_CULL, false, false}};
   for (const auto& c : cases) {
     nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}}, 1);
     s->setCullFace(c.face);
-    nrShape* shape = make<nrShape>();
-    shape->addGeometry(s);
+    nrShape* shape = shapeOf(s);
     for (float z : {5.0f, -5.0f}) {
-      nrIsectAction pick;
-      nrSeg seg;
-      seg.makePts(nrVec3f(0, 0, z), nrVec3f(0, 0, -z));
-      pick.setSeg(seg);
-      pick.apply(shape);
       bool hit = z > 0 ? c.front : c.back;
-      EXPECT_EQ(pick.getHit().getGeometry() != nullptr, hit) << c.face << " from " << z;
+      EXPECT_EQ(pickBetween(shape, nrVec3f(0, 0, z), nrVec3f(0, 0, -z)).getGeometry() != nullptr, hit)
+          << c.face << " from " << z;
       // The set itself tells whether it was hit.
       nrIsectAction direct;
-      direct.setSeg(seg);
+      direct.setSeg(nrSeg(nrVec3f(0, 0, z), nrVec3f(0, 0, z > 0 ? -1 : 1), 2 * std::fabs(z)));
       EXPECT_EQ(s->isect(&direct), int(hit)) << c.face << " from " << z;
     }
   }
 }
 
 TEST_F(GeoSet, VRMLFieldNamesReachTheFields) {
-  const struct {
-    nrContainer* owner;
-    const char* name;
-    int index;
-  } cases[] = {{make<nrTriSet>(), "coord", nrGeoSet::COORD_SET_FIELD},
-               {make<nrTriSet>(), "normal", nrGeoSet::NORMAL_SET_FIELD},
-               {make<nrTriSet>(), "color", nrGeoSet::COLOR_SET_FIELD},
-               {make<nrTriSet>(), "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
-               {make<nrShape>(), "appearance", nrShape::APPEARANCE_FIELD},
-               {make<nrShape>(), "geometry", nrShape::GEOMETRY_FIELD}};
-  for (const auto& c : cases) {
-    nrField* field = c.owner->getField(c.name);
-    ASSERT_NE(field, nullptr) << c.name;
-    EXPECT_EQ(field, c.owner->getField(c.index)) << c.name;
-  }
   nrTriSet* s = make<nrTriSet>();
+  nrShape* shape = make<nrShape>();
+  const struct { nrContainer* owner; const char* name; int index; } cases[] = {
+      {s, "coord", nrGeoSet::COORD_SET_FIELD},          {s, "normal", nrGeoSet::NORMAL_SET_FIELD},
+      {s, "color", nrGeoSet::COLOR_SET_FIELD},          {s, "texCoord", nrGeoSet::TEX_COORD_SET_FIELD},
+      {shape, "appearance", nrShape::APPEARANCE_FIELD}, {shape, "geometry", nrShape::GEOMETRY_FIELD}};
+  for (const auto& c : cases) EXPECT_EQ(c.owner->getField(c.name), c.owner->getField(c.index)) << c.name;
   nrCoordSet3f* points = coords({{0, 0, 0}});
   static_cast<nrSFRef*>(s->getField("coord"))->set(points);
   EXPECT_EQ(s->getCoordSet(), points);

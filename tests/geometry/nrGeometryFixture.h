@@ -8,10 +8,12 @@
 
 #include "../render/nrRenderFixture.h"
 #include "nerio3d/actions/nrDrawAction.h"
+#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/geometry/nrColorSet3f.h"
 #include "nerio3d/geometry/nrCoordSet3f.h"
 #include "nerio3d/geometry/nrIndexSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
+#include "nerio3d/geometry/nrShape.h"
 
 namespace nrtest {
 
@@ -40,9 +42,7 @@ class GeometryTest : public ContextTest {
     return object;
   }
   template <typename T>
-  T* make() {
-    return keep(new T);
-  }
+  T* make() { return keep(new T); }
   // A new attribute set of type S holding values.
   template <typename S, typename V>
   S* filled(std::initializer_list<V> values) {
@@ -61,6 +61,22 @@ class GeometryTest : public ContextTest {
     s->setCoordSet(coords(points));
     s->setPrimCount(primCount);
     return s;
+  }
+
+  nrShape* shapeOf(nrGeometry* g, nrAppearance* app = nullptr) {
+    nrShape* s = make<nrShape>();
+    s->addGeometry(g);
+    if (app) s->setAppearance(app);
+    return s;
+  }
+  // The hit of the segment from `from` to `to` through root.
+  static nrHit pickBetween(nrNode* root, const nrVec3f& from, const nrVec3f& to) {
+    nrIsectAction pick;
+    nrSeg seg;
+    seg.makePts(from, to);
+    pick.setSeg(seg);
+    pick.apply(root);
+    return pick.getHit();
   }
 
   // The frame as RGBA words, bottom row first; clear() wipes it.

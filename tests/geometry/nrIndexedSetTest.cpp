@@ -17,13 +17,8 @@ const int twoQuads[] = {0, 1, 2, 3, -1, 1, 4, 5, 2, -1};
 std::vector<int> values(const nrIntArray& a) { return std::vector<int>(a.getArray(), a.getArray() + a.getCount()); }
 
 TEST_F(IndexedSet, SolidAndCcwChooseTheSetsOwnCullFace) {
-  struct Case {
-    unsigned char solid, ccw;
-    nrContext::CullFaceEnum face;
-  } cases[] = {{0, 1, nrContext::NO_CULL},
-               {0, 0, nrContext::NO_CULL},
-               {1, 0, nrContext::FRONT_CULL},
-               {1, 1, nrContext::BACK_CULL}};
+  struct Case { unsigned char solid, ccw; nrContext::CullFaceEnum face; } cases[] = {
+      {0, 1, nrContext::NO_CULL}, {0, 0, nrContext::NO_CULL}, {1, 0, nrContext::FRONT_CULL}, {1, 1, nrContext::BACK_CULL}};
   for (const Case& c : cases) {
     nrIndexedFaceSet* s = make<nrIndexedFaceSet>();
     EXPECT_FALSE(s->getUserSetMask().isBitSet(nrGeoSet::CULL_FACE_SET_BIT));
@@ -75,13 +70,10 @@ TEST_F(IndexedSet, IndexListsConvertOnNextUseAndEmptyListsFollowTheCoordinates) 
 }
 
 TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrTakeEdits) {
-  const struct {
-    std::vector<int> list;
-    bool freed;  // whether the index set alone keeps it
-  } cases[] = {{{0, 1, 2, 3, -1, 1, 4, 5, 2, -1}, true},
-               {{0, 1, 2, -1, -1, 3, 4, 5, -1}, true},
-               {{0, 1, 2, 3, -1, 1, 4, 5}, false},
-               {{0, 1, 2, -2, 3, 4, 5, -1}, false}};
+  // freed: whether the index set alone keeps the list.
+  const struct { std::vector<int> list; bool freed; } cases[] = {
+      {{0, 1, 2, 3, -1, 1, 4, 5, 2, -1}, true}, {{0, 1, 2, -1, -1, 3, 4, 5, -1}, true},
+      {{0, 1, 2, 3, -1, 1, 4, 5}, false},       {{0, 1, 2, -2, 3, 4, 5, -1}, false}};
   for (const auto& c : cases) {
     std::vector<int> edited = c.list;
     edited[1] = 5;

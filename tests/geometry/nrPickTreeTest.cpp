@@ -37,9 +37,9 @@ class PickTree : public nrtest::GeometryTest {
   }
 
   // Segments through the set's box: random ones, vertical ones through the
-  // points of a grid of the given step (they meet shared edges and corners),
-  // and some that graze the plane y = 0.
-  std::vector<nrSeg> segments(nrGeoSet* s, float step, int count) {
+  // points of the unit grid (they meet shared edges and corners), and some
+  // that graze the plane y = 0.
+  std::vector<nrSeg> segments(nrGeoSet* s, int count) {
     const nrBoxBound& box = s->getBoxBound();
     nrVec3f size;
     size.sub(box.max, box.min);
@@ -56,8 +56,8 @@ class PickTree : public nrtest::GeometryTest {
       seg.makePts(inside(1), inside(0));
       seg.length = 3 * span;
       segs.push_back(seg);
-      nrVec3f top(box.min[0] + step * std::floor(unit(random) * size[0] / step), box.max[1] + 1,
-                  box.min[2] + step * std::floor(unit(random) * size[2] / step));
+      nrVec3f top(box.min[0] + std::floor(unit(random) * size[0]), box.max[1] + 1,
+                  box.min[2] + std::floor(unit(random) * size[2]));
       segs.push_back(nrSeg(top, nrVec3f(0, -1, 0), 3 * span));
       nrVec3f graze(unit(random) - 0.5f, 1e-4f * (unit(random) - 0.5f), unit(random) - 0.5f);
       graze.normalize();
@@ -69,9 +69,9 @@ class PickTree : public nrtest::GeometryTest {
     return segs;
   }
 
-  void expectSameHits(nrGeoSet* s, float step, const char* what) {
+  void expectSameHits(nrGeoSet* s, const char* what) {
     int hits = 0;
-    for (const nrSeg& seg : segments(s, step, 150)) {
+    for (const nrSeg& seg : segments(s, 150)) {
       nrHit expected = everyTriangle(s, seg);
       nrIsectAction pick;
       pick.setSeg(seg);
@@ -85,6 +85,16 @@ class PickTree : public nrtest::GeometryTest {
       EXPECT_EQ(hit.getLocalNormal(), expected.getLocalNormal()) << what;
     }
     EXPECT_GT(hits, 150) << what << ": most segments should hit";
+  }
+
+  // A set of kind T over points with count primitives, culling as given.
+  template <typename T>
+  T* over(nrCoordSet3f* points, int count, int face = -1) {
+    T* s = make<T>();
+    s->setCoordSet(points);
+    s->setPrimCount(count);
+    if (face >= 0) s->setCullFace(nrContext::CullFaceEnum(face));
+    return s;
   }
 
   // n x n unit quads on a rolling surface, as a face set's index list.
@@ -115,7 +125,7 @@ TEST_F(PickTree, TerrainUnderEachCullFace) {
   s->setNormalSet(normals);
   for (auto face : {nrContext::BACK_CULL, nrContext::FRONT_CULL, nrContext::NO_CULL}) {
     s->setCullFace(face);
-    expectSameHits(s, 1, "terrain");
+    expectSameHits(s, "terrain");
   }
   EXPECT_EQ(s->getNormalIndexSet(), s->getCoordIndexSet());
 
@@ -123,7 +133,7 @@ TEST_F(PickTree, TerrainUnderEachCullFace) {
   nrVec3f* p = static_cast<nrCoordSet3f*>(s->getCoordSet())->edit();
   for (int i = 0; i < 31 * 31; i += 3) p[i][1] += 0.7f;
   static_cast<nrCoordSet3f*>(s->getCoordSet())->changed();
-  expectSameHits(s, 1, "moved terrain");
+  expectSameHits(s, "moved terrain");
 }
 
 TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
@@ -131,7 +141,6 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
   auto surface = [](int i, int j) { return nrVec3f(float(i), std::sin(float(i * j)) * 0.4f, float(j)); };
   const int rows = 12, cols = 12;
 
-  nrTriStripSet* strips = make<nrTriStripSet>();
   nrCoordSet3f* stripPoints = make<nrCoordSet3f>();
   nrIntArray stripLengths;
   for (int j = 0; j < rows; ++j) {
@@ -141,10 +150,8 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
     }
     stripLengths.append(2 * (cols + 1));
   }
-  strips->setCoordSet(stripPoints);
+  auto* strips = over<nrTriStripSet>(stripPoints, rows, nrContext::NO_CULL);
   strips->setStripLength(stripLengths);
-  strips->setPrimCount(rows);
-  strips->setCullFace(nrContext::NO_CULL);
 
   // Fans over each cell of shared points through an index list, polygons
   // over the same points, some of them cut to a triangle.
@@ -152,31 +159,24 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
   for (int j = 0; j <= rows; ++j)
     for (int i = 0; i <= cols; ++i) grid->append(surface(i, j));
   nrIndexSet* fanIndex = make<nrIndexSet>();
+  nrIndexSet* polyIndex = make<nrIndexSet>();
   nrIntArray fanLengths, polyLengths;
   for (int j = 0; j < rows; ++j)
     for (int i = 0; i < cols; ++i) {
-      int a = j * (cols + 1) + i, ring[] = {a, a + 1, a + cols + 2, a + cols + 1, a};
+      int a = j * (cols + 1) + i, ring[] = {a, a + 1, a + cols + 2, a + cols + 1, a}, len = (i + j) % 3 ? 5 : 3;
       for (int v : ring) fanIndex->append(v);
+      for (int k = 0; k < len; ++k) polyIndex->append(ring[k]);
       fanLengths.append(5);
-      polyLengths.append((i + j) % 3 == 0 ? 3 : 5);
+      polyLengths.append(len);
     }
-  nrTriFanSet* fans = make<nrTriFanSet>();
-  fans->setCoordSet(grid);
+  auto* fans = over<nrTriFanSet>(grid, rows * cols);
   fans->setCoordIndexSet(fanIndex);
   fans->setFanLength(fanLengths);
-  fans->setPrimCount(rows * cols);
-  nrPolySet* polys = make<nrPolySet>();
-  polys->setCoordSet(grid);
-  nrIndexSet* polyIndex = make<nrIndexSet>();
-  for (int c = 0; c < rows * cols; ++c)
-    for (int k = 0; k < polyLengths[unsigned(c)]; ++k) polyIndex->append(fanIndex->get(unsigned(5 * c + k)));
+  auto* polys = over<nrPolySet>(grid, rows * cols, nrContext::FRONT_CULL);
   polys->setCoordIndexSet(polyIndex);
   polys->setPolyLength(polyLengths);
-  polys->setPrimCount(rows * cols);
-  polys->setCullFace(nrContext::FRONT_CULL);
 
   // Quads with a corner pulled in (split along the other diagonal).
-  nrQuadSet* quads = make<nrQuadSet>();
   nrCoordSet3f* quadPoints = make<nrCoordSet3f>();
   for (int j = 0; j < rows; ++j)
     for (int i = 0; i < cols; ++i) {
@@ -184,13 +184,9 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
       if ((i * j) % 4 == 1) c[1].addScaled(c[1], 0.8f, nrVec3f(-1, 0, 1));
       for (const nrVec3f& v : c) quadPoints->append(v);
     }
-  quads->setCoordSet(quadPoints);
-  quads->setPrimCount(rows * cols);
-  quads->setCullFace(nrContext::NO_CULL);
 
   // Every triangle of a grid twice (equally near: the first wins), with
   // slivers and triangles of one point among them.
-  nrTriSet* tris = make<nrTriSet>();
   nrCoordSet3f* triPoints = make<nrCoordSet3f>();
   for (int copy = 0; copy < 2; ++copy)
     for (int j = 0; j < rows; ++j)
@@ -200,15 +196,12 @@ TEST_F(PickTree, StripsFansPolygonsQuadsAndThinOrRepeatedTriangles) {
         if (i % 7 == 3) b = c = a;
         for (const nrVec3f& v : {a, b, c}) triPoints->append(v);
       }
-  tris->setCoordSet(triPoints);
-  tris->setPrimCount(2 * rows * cols);
-  tris->setCullFace(nrContext::NO_CULL);
 
-  expectSameHits(strips, 1, "strips");
-  expectSameHits(fans, 1, "fans");
-  expectSameHits(polys, 1, "polygons");
-  expectSameHits(quads, 1, "quads");
-  expectSameHits(tris, 1, "repeated triangles");
+  expectSameHits(strips, "strips");
+  expectSameHits(fans, "fans");
+  expectSameHits(polys, "polygons");
+  expectSameHits(over<nrQuadSet>(quadPoints, rows * cols, nrContext::NO_CULL), "quads");
+  expectSameHits(over<nrTriSet>(triPoints, 2 * rows * cols, nrContext::NO_CULL), "repeated triangles");
 }
 
 }  // namespace

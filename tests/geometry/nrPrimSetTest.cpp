@@ -43,10 +43,7 @@ TEST_F(PrimSet, PolygonsBatchTrianglesAndQuadsInImmediateMode) {
 
 TEST_F(PrimSet, EachKindDrawsItsPrimitiveAndBoundsItsVertices) {
   const int lengths[2] = {3, 4};
-  struct Case {
-    nrGeoSet* set;
-    Calls calls;
-  } cases[] = {
+  struct Case { nrGeoSet* set; Calls calls; } cases[] = {
       {set<nrPointSet>(points15, 3), {"glDrawArrays(GL_POINTS, 0, 3)"}},
       {set<nrLineSet>(points15, 2), {"glDrawArrays(GL_LINES, 0, 4)"}},
       {set<nrQuadSet>(points15, 2), {"glDrawArrays(GL_QUADS, 0, 8)"}},

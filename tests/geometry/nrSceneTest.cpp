@@ -1,9 +1,9 @@
 // Whole scenes: a camera, a light, transforms and one shape of every kind, as pixels;
 // picking against a brute-force test in world space.
+#include <array>
 #include <cmath>
 #include <vector>
 
-#include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/geometry/nrBox.h"
 #include "nerio3d/geometry/nrCone.h"
 #include "nerio3d/geometry/nrCylinder.h"
@@ -12,7 +12,6 @@
 #include "nerio3d/geometry/nrPointSet.h"
 #include "nerio3d/geometry/nrPolySet.h"
 #include "nerio3d/geometry/nrQuadSet.h"
-#include "nerio3d/geometry/nrShape.h"
 #include "nerio3d/geometry/nrSphere.h"
 #include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriSet.h"
@@ -35,12 +34,6 @@ class Scene : public nrtest::SceneTest {
     t->addChild(child);
     return t;
   }
-  nrShape* shapeOf(nrGeometry* g, nrAppearance* app) {
-    nrShape* s = make<nrShape>();
-    s->addGeometry(g);
-    s->setAppearance(app);
-    return s;
-  }
   // A lit appearance of one diffuse colour, or an unlit one.
   nrAppearance* look(const nrVec3f& color, bool lit) {
     nrAppearance* app = make<nrAppearance>();
@@ -51,10 +44,12 @@ class Scene : public nrtest::SceneTest {
     app->setMaterial(m);
     return app;
   }
-  // Unit-sized sets: overall normal facing the viewer, or an overall colour.
+  // Unit-sized sets of one primitive over all points: overall normal facing
+  // the viewer, or an overall colour.
   template <typename T>
-  T* facing(std::initializer_list<nrVec3f> points, int primCount, const nrVec3f* color = nullptr) {
-    T* s = set<T>(points, primCount);
+  T* facing(std::initializer_list<nrVec3f> points, const nrVec3f* color = nullptr) {
+    T* s = set<T>(points, 1);
+    if (auto* strip = dynamic_cast<nrLengthGeoSet*>(static_cast<nrGeoSet*>(s))) strip->setLength(0, int(points.size()));
     if (color) {
       s->setColorSet(colors({*color}));
       s->setColorBind(nrGeoSet::OVERALL_COLOR);
@@ -71,22 +66,18 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
                                {1, 0.5f, 0}, {0.5f, 0, 1}, {0.5f, 1, 0}, {1, 1, 1}, {0, 0.5f, 1}, {1, 0, 0.5f}};
   const float s = 0.8f;
   std::vector<nrGeometry*> kinds = {
-      facing<nrPointSet>({{0, 0, 0}}, 1, &palette[0]),
-      facing<nrLineSet>({{-s, 0, 0}, {s, 0, 0}}, 1, &palette[1]),
-      facing<nrLineStripSet>({{-s, 0, 0}, {0, 0, 0}, {s, 0, 0}}, 1, &palette[2]),
-      facing<nrTriSet>({{-s, -s, 0}, {s, -s, 0}, {0, s, 0}}, 1),
-      facing<nrTriStripSet>({{-s, -s, 0}, {s, -s, 0}, {-s, s, 0}, {s, s, 0}}, 1),
-      facing<nrTriFanSet>({{0, 0, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}, {0, -s, 0}, {s, 0, 0}}, 1),
-      facing<nrQuadSet>({{-s, -s, 0}, {s, -s, 0}, {s, s, 0}, {-s, s, 0}}, 1),
-      facing<nrPolySet>({{-s, -s, 0}, {s, -s, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}}, 1),
+      facing<nrPointSet>({{0, 0, 0}}, &palette[0]),
+      facing<nrLineSet>({{-s, 0, 0}, {s, 0, 0}}, &palette[1]),
+      facing<nrLineStripSet>({{-s, 0, 0}, {0, 0, 0}, {s, 0, 0}}, &palette[2]),
+      facing<nrTriSet>({{-s, -s, 0}, {s, -s, 0}, {0, s, 0}}),
+      facing<nrTriStripSet>({{-s, -s, 0}, {s, -s, 0}, {-s, s, 0}, {s, s, 0}}),
+      facing<nrTriFanSet>({{0, 0, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}, {0, -s, 0}, {s, 0, 0}}),
+      facing<nrQuadSet>({{-s, -s, 0}, {s, -s, 0}, {s, s, 0}, {-s, s, 0}}),
+      facing<nrPolySet>({{-s, -s, 0}, {s, -s, 0}, {s, 0, 0}, {0, s, 0}, {-s, 0, 0}}),
       make<nrBox>(), make<nrCone>(), make<nrCylinder>(), make<nrSphere>()};
   static_cast<nrPointSet*>(kinds[0])->setSize(8);
   static_cast<nrLineSet*>(kinds[1])->setWidth(6);
   static_cast<nrLineStripSet*>(kinds[2])->setWidth(6);
-  static_cast<nrLineStripSet*>(kinds[2])->setLength(0, 3);
-  static_cast<nrTriStripSet*>(kinds[4])->setLength(0, 4);
-  static_cast<nrTriFanSet*>(kinds[5])->setLength(0, 6);
-  static_cast<nrPolySet*>(kinds[7])->setLength(0, 5);
 
   nrGroup* root = make<nrGroup>();
   // A white light shining from the viewer into the scene.
@@ -123,25 +114,17 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
 
 // Moeller-Trumbore in double precision: the distance along (o, d) or -1.
 double rayTriangle(const nrVec3f& o, const nrVec3f& d, const nrVec3f& a, const nrVec3f& b, const nrVec3f& c) {
-  double e1[3], e2[3], s[3], p[3], q[3];
-  for (int i = 0; i < 3; ++i) {
-    e1[i] = b[i] - a[i];
-    e2[i] = c[i] - a[i];
-    s[i] = o[i] - a[i];
-  }
-  auto cross = [](const double* u, const double* v, double* w) {
-    w[0] = u[1] * v[2] - u[2] * v[1];
-    w[1] = u[2] * v[0] - u[0] * v[2];
-    w[2] = u[0] * v[1] - u[1] * v[0];
+  using V = std::array<double, 3>;
+  // Differences taken in single precision, as the points are given.
+  auto sub = [](const nrVec3f& p, const nrVec3f& q) { return V{p[0] - q[0], p[1] - q[1], p[2] - q[2]}; };
+  auto cross = [](const V& u, const V& v) {
+    return V{u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
   };
-  double dd[3] = {d[0], d[1], d[2]};
-  cross(dd, e2, p);
-  double det = e1[0] * p[0] + e1[1] * p[1] + e1[2] * p[2];
+  auto dot = [](const V& u, const V& v) { return u[0] * v[0] + u[1] * v[1] + u[2] * v[2]; };
+  V e1 = sub(b, a), e2 = sub(c, a), s = sub(o, a), dd{d[0], d[1], d[2]}, p = cross(dd, e2), q = cross(s, e1);
+  double det = dot(e1, p);
   if (std::fabs(det) < 1e-12) return -1;
-  double u = (s[0] * p[0] + s[1] * p[1] + s[2] * p[2]) / det;
-  cross(s, e1, q);
-  double v = (dd[0] * q[0] + dd[1] * q[1] + dd[2] * q[2]) / det;
-  double t = (e2[0] * q[0] + e2[1] * q[1] + e2[2] * q[2]) / det;
+  double u = dot(s, p) / det, v = dot(dd, q) / det, t = dot(e2, q) / det;
   return u < 0 || v < 0 || u + v > 1 || t < 0 ? -1 : t;
 }
 

@@ -21,9 +21,7 @@ class Text : public nrtest::GeometryTest {
     return t;
   }
   // Pixels other than the black background and their bounding box.
-  struct Ink {
-    int count = 0, minX = SIZE, minY = SIZE, maxX = -1, maxY = -1;
-  };
+  struct Ink { int count = 0, minX = SIZE, minY = SIZE, maxX = -1, maxY = -1; };
   Ink ink() {
     Ink result;
     std::vector<uint32_t> pixels = frame();
@@ -142,16 +140,14 @@ TEST_F(Text, LabelsAppearAtTheProjectedPositionInTheirColourAtOneHeight) {
   EXPECT_EQ(seen[0].maxY - seen[0].minY, seen[1].maxY - seen[1].minY);
   EXPECT_EQ(seen[0].count, seen[1].count);
 
-  int regular = 0;
-  for (int face : {nrScreenAlignedText::HELVETICA, nrScreenAlignedText::HELVETICA_BOLD}) {
+  auto inkOf = [&](int face) {
     clearFrame();
     label->setFace(face);
     label->draw(action);
-    if (face == nrScreenAlignedText::HELVETICA)
-      regular = ink().count;
-    else
-      EXPECT_GT(ink().count, regular) << "bold";
-  }
+    return ink().count;
+  };
+  int regular = inkOf(nrScreenAlignedText::HELVETICA);
+  EXPECT_GT(inkOf(nrScreenAlignedText::HELVETICA_BOLD), regular) << "bold";
 }
 
 TEST_F(Text, AFontThatCannotBeFoundDrawsNothingUntilTheTextChanges) {
