@@ -111,17 +111,16 @@ TEST_F(Context, BlendFollowsTheFactorsAndTheTransparencyMode) {
                                 "glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA)", "glDisable(GL_BLEND)",
                                 "glBlendFunc(GL_ONE, GL_ZERO)"}));
 
+  auto blendAndStipple = [] { return std::make_pair(isOn(GL_BLEND), isOn(GL_POLYGON_STIPPLE)); };
   context->setTranspEnable(1);
   EXPECT_TRUE(isOn(GL_BLEND));
-  EXPECT_EQ(getInt(GL_BLEND_SRC), GL_SRC_ALPHA);
-  EXPECT_EQ(getInt(GL_BLEND_DST), GL_ONE_MINUS_SRC_ALPHA);
+  EXPECT_EQ(std::make_pair(getInt(GL_BLEND_SRC), getInt(GL_BLEND_DST)),
+            std::make_pair(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA));
   EXPECT_EQ(context->getGlobalState().srcBlendFunc, nrContext::SRC_ALPHA_SBLEND);
   context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
-  EXPECT_TRUE(isOn(GL_POLYGON_STIPPLE));
-  EXPECT_FALSE(isOn(GL_BLEND));
+  EXPECT_EQ(blendAndStipple(), std::make_pair(false, true));
   context->setTranspMode(nrContext::NICE_TRANSP);
-  EXPECT_FALSE(isOn(GL_POLYGON_STIPPLE));
-  EXPECT_TRUE(isOn(GL_BLEND));
+  EXPECT_EQ(blendAndStipple(), std::make_pair(true, false));
   context->setTranspEnable(0);
   EXPECT_FALSE(isOn(GL_BLEND));
   EXPECT_EQ(getInt(GL_BLEND_SRC), GL_ONE);
@@ -150,8 +149,8 @@ TEST_F(Context, AlwaysAlphaFunctionKeepsTheTestOnAndAllOnesStippleSilencesTheFac
                                 "glDisable(GL_LINE_STIPPLE)"}));
   context->setLineStipplePattern(0x10FF0F);
   EXPECT_TRUE(isOn(GL_LINE_STIPPLE));
-  EXPECT_EQ(getInt(GL_LINE_STIPPLE_PATTERN), 0xFF0F) << "only the low 16 bits reach OpenGL";
-  EXPECT_EQ(getInt(GL_LINE_STIPPLE_REPEAT), 5);
+  EXPECT_EQ(std::make_pair(getInt(GL_LINE_STIPPLE_PATTERN), getInt(GL_LINE_STIPPLE_REPEAT)), std::make_pair(0xFF0F, 5))
+      << "only the low 16 bits reach OpenGL";
 }
 
 TEST_F(Context, OverridesForceTheirElementsPopsResendAndStacksHoldSixteen) {
@@ -361,8 +360,7 @@ TEST_F(Context, LightsTakeTheHighestFreeSlotAndReportUnchangedPlacement) {
   EXPECT_EQ(target(l[9], identity), std::make_pair(-1, -1)) << "no slot is free";
 
   nrContext::disableLight(l[3]);
-  EXPECT_FALSE(isOn(GL_LIGHT4));
-  EXPECT_TRUE(isOn(GL_LIGHT5));
+  EXPECT_EQ(std::make_pair(isOn(GL_LIGHT4), isOn(GL_LIGHT5)), std::make_pair(false, true));
   context->disableLightTargets();
   for (int i = 0; i < 8; ++i) EXPECT_FALSE(isOn(GL_LIGHT0 + i));
 }
@@ -466,8 +464,7 @@ TEST_F(Context, PopStateRestoresTheLevelBelowAndKeepsTheShadowTrue) {
   for (int i = 0; i < 20; ++i) context->popState();
   context->drawApp(nullptr, 1);
   EXPECT_FALSE(isOn(GL_LIGHTING));
-  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_POINT);
-  EXPECT_EQ(getInt(GL_SHADE_MODEL), GL_FLAT);
+  EXPECT_EQ(std::make_pair(getInt(GL_POLYGON_MODE), getInt(GL_SHADE_MODEL)), std::make_pair(GL_POINT, GL_FLAT));
   app->unref();
 }
 

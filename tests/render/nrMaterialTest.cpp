@@ -103,12 +103,11 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
 
 TEST(nrMaterialFields, AmbientColourFollowsIntensityAndDiffuseColour) {
   nrMaterial* m = nrtest::held<nrMaterial>();
-  float r, g, b;
-  m->getAmbientColor(&r, &g, &b);
-  EXPECT_EQ(r, 0.16f);
+  EXPECT_EQ(m->getAmbientColor()[0], 0.16f);
   m->setAmbientIntensity(0.5f);
   EXPECT_EQ(m->getAmbientColor()[0], 0.4f);
   m->setDiffuseColor(0.2f, 0.4f, 0.6f);
+  float r, g, b;
   m->getAmbientColor(&r, &g, &b);
   EXPECT_FLOAT_EQ(b, 0.3f);
   m->setAmbientColor(0.05f, 0.1f, 0.15f);
