@@ -7,23 +7,34 @@
 #include "nrCapture.h"
 #include "nrOutputCapture.h"
 
+namespace {
+
+template <typename A, typename... V>
+A arrayOf(const V&... values) {
+  A a;
+  (a.append(values), ...);
+  return a;
+}
+
+template <typename A>
+std::string written(const A& a, int level = 0) {
+  return nrtest::writeToString([&](nrOutput* o) { a.write(o); }, level);
+}
+
+}  // namespace
+
 TEST(nrTypedArray, GrowthIsLinearInStepsOfTheExtension) {
-  nrIntArray a;
+  nrIntArray a, b, c;
   EXPECT_EQ(a.getSize(), 16u);
   EXPECT_EQ(a.getCount(), 0u);
   a.set(16, 1);
   EXPECT_EQ(a.getSize(), 48u);
   EXPECT_EQ(a.getCount(), 17u);
-
-  nrIntArray b;
   b.set(100, 1);
   EXPECT_EQ(b.getSize(), 112u);
-
-  nrIntArray c;
   c.setExtension(1);
   c.set(20, 1);
   EXPECT_EQ(c.getSize(), 21u);
-
   EXPECT_EQ(nrFloatArray(0).getSize(), 1u);
   EXPECT_EQ(nrFloatArray(5).getSize(), 5u);
 
@@ -50,9 +61,10 @@ TEST(nrTypedArray, EditingOperations) {
   ASSERT_EQ(a.getCount(), 6u);
   for (unsigned i = 0; i < 5; ++i) EXPECT_EQ(a[i], 0);
 
+  const int three[] = {1, 2, 3};
   nrIntArray g;
-  int three[] = {1, 2, 3};
   g.setRange(0, 3, three);
+  nrIntArray r = g, f = g;
   g.insert(10, 9);  // beyond the count: a gap, count grows by one only
   EXPECT_EQ(g.getCount(), 4u);
   EXPECT_EQ(g[10], 9);
@@ -61,16 +73,11 @@ TEST(nrTypedArray, EditingOperations) {
   EXPECT_EQ(g[0], 0);
   EXPECT_EQ(g[3], 3);
 
-  nrIntArray r, f;
-  r.setRange(0, 3, three);
-  f.setRange(0, 3, three);
   EXPECT_TRUE(r.remove(1));
   EXPECT_EQ(r.getCount(), 2u);
-  EXPECT_EQ(r[0], 2);
-  EXPECT_EQ(r[1], 3);
+  EXPECT_EQ(std::make_pair(r[0], r[1]), std::make_pair(2, 3));
   EXPECT_TRUE(f.fastRemove(1));
-  EXPECT_EQ(f[0], 3);
-  EXPECT_EQ(f[1], 2);
+  EXPECT_EQ(std::make_pair(f[0], f[1]), std::make_pair(3, 2));
   EXPECT_FALSE(f.remove(42));
   EXPECT_EQ(f.find(2), 1);
   EXPECT_EQ(f.find(42), -1);
@@ -81,12 +88,10 @@ TEST(nrTypedArray, EditingOperations) {
 
   int out[5] = {-1, -1, -1, -1, -1};
   f.getRange(1, 4, out);  // clipped to the count
-  EXPECT_EQ(out[0], 20);
-  EXPECT_EQ(out[1], -1);
+  EXPECT_EQ(std::make_pair(out[0], out[1]), std::make_pair(20, -1));
   f.fillRange(1, 3, 4);
   EXPECT_EQ(f.getCount(), 4u);
   EXPECT_EQ(f[3], 4);
-
   nrIntArray copy;
   copy.set(f);
   EXPECT_EQ(copy.getCount(), 4u);
@@ -94,16 +99,12 @@ TEST(nrTypedArray, EditingOperations) {
 }
 
 TEST(nrTypedArray, CompositeAndStringElements) {
-  nrVec3fArray v;
-  v.append(nrVec3f(1, 2, 3));
-  v.append(nrVec3f(4, 5, 6));
+  nrVec3fArray v = arrayOf<nrVec3fArray>(nrVec3f(1, 2, 3), nrVec3f(4, 5, 6));
   EXPECT_EQ(v.find(nrVec3f(4, 5, 6)), 1);
   EXPECT_EQ(v.find(nrVec3f(4, 5, 7)), -1);
 
-  nrStringArray s;
-  nrString a("alpha"), b("beta");
-  s.append(a);
-  s.append(b);
+  nrString a("alpha");
+  nrStringArray s = arrayOf<nrStringArray>(a, nrString("beta"));
   a = "changed";  // each slot holds its own copy
   EXPECT_TRUE(s[0] == "alpha");
   EXPECT_EQ(s.find(nrString("beta")), 1);
@@ -143,8 +144,7 @@ TEST(nrTypedArray, ViewsOfASharedBlock) {
     const float* payload = reinterpret_cast<const float*>(static_cast<char*>(block->getPayload()) + 4 + 24);
     EXPECT_EQ(payload[2], 3.0f);
 
-    std::string err = nrtest::captureStderr([&] { view.setCount(9); });
-    EXPECT_EQ(err, "(FATAL, RESOURCE): Cannot resize interleaved array\n");
+    EXPECT_EQ(nrtest::captureStderr([&] { view.setCount(9); }), "(FATAL, RESOURCE): Cannot resize interleaved array\n");
     EXPECT_EQ(view.getSize(), 8u);
     EXPECT_EQ(view.getCount(), 9u);
   }
@@ -153,28 +153,12 @@ TEST(nrTypedArray, ViewsOfASharedBlock) {
 }
 
 TEST(nrTypedArray, WriteFormats) {
-  nrIntArray ints;
-  ints.append(1);
-  ints.append(2);
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { ints.write(o); }, 1), "[\n  1,\n  2,\n  ]");
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { nrFloatArray().write(o); }), "[\n]");
-
-  nrByteArray bytes;
-  bytes.append(static_cast<char>(0xff));
-  bytes.append(0x10);
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { bytes.write(o); }), "[\n0xffffffff,\n0x10,\n]");
-
-  nrFloatArray floats;
-  floats.append(1.5f);
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { floats.write(o); }), "[\n1.500000,\n]");
-
-  nrStringArray strings;
-  strings.append(nrString("x"));
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { strings.write(o); }), "[\n(null),\n]");
-
-  nrVec2fArray vecs;
-  vecs.append(nrVec2f(1, 0.5f));
-  EXPECT_EQ(nrtest::writeToString([&](nrOutput* o) { vecs.write(o); }), "[\n1 0.5,\n]");
+  EXPECT_EQ(written(arrayOf<nrIntArray>(1, 2), 1), "[\n  1,\n  2,\n  ]");
+  EXPECT_EQ(written(nrFloatArray()), "[\n]");
+  EXPECT_EQ(written(arrayOf<nrByteArray>(static_cast<char>(0xff), char(0x10))), "[\n0xffffffff,\n0x10,\n]");
+  EXPECT_EQ(written(arrayOf<nrFloatArray>(1.5f)), "[\n1.500000,\n]");
+  EXPECT_EQ(written(arrayOf<nrStringArray>(nrString("x"))), "[\n(null),\n]");
+  EXPECT_EQ(written(arrayOf<nrVec2fArray>(nrVec2f(1, 0.5f))), "[\n1 0.5,\n]");
 }
 
 TEST(nrPtrArray2D, GrowsRowsAndColumnsKeepingCells) {

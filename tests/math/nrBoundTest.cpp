@@ -1,5 +1,6 @@
 #include <cmath>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "nerio3d/math/nrBoxBound.h"
@@ -11,6 +12,9 @@
 namespace {
 
 // The text of a bound operation that the bound's kind does not implement.
+using Corners = std::pair<nrVec3f, nrVec3f>;
+Corners corners(const nrBoxBound& b) { return {b.min, b.max}; }
+
 std::string unimplemented(const char* signature) {
   return std::string("(WARN, USAGE): WARNING: Shouldn't be in pure virtual ") + signature + "\n";
 }
@@ -59,8 +63,7 @@ TEST(nrBound, MixedKindsOnlyWarn) {
   // Around a single bound is never implemented, whatever the kinds.
   warns([&] { asBox->around(&keptBox); }, "around(const nrBoxBound* box)");
   warns([&] { sph.around(&keptSph); }, "around(const nrSphereBound* sph)");
-  EXPECT_EQ(box.min, keptBox.min);
-  EXPECT_EQ(box.max, keptBox.max);
+  EXPECT_EQ(corners(box), corners(keptBox));
   EXPECT_EQ(sph.radius, keptSph.radius);
 
   // A bound that implements nothing but the required operations shows the
@@ -86,13 +89,11 @@ TEST(nrBoxBound, EmptinessExtensionAndContainment) {
   EXPECT_TRUE(box.isEmpty());
   box.extendBy(nrVec3f(1, 2, 3));
   EXPECT_FALSE(box.isEmpty());
-  EXPECT_EQ(box.min, nrVec3f(1, 2, 3));
-  EXPECT_EQ(box.max, nrVec3f(1, 2, 3));
+  EXPECT_EQ(corners(box), Corners({1, 2, 3}, {1, 2, 3}));
   nrBoxBound other(nrVec3f(-1, 0, 0), nrVec3f(0, 5, 1)), empty;
   box.extendBy(&other);
   box.extendBy(&empty);
-  EXPECT_EQ(box.min, nrVec3f(-1, 0, 0));
-  EXPECT_EQ(box.max, nrVec3f(1, 5, 3));
+  EXPECT_EQ(corners(box), Corners({-1, 0, 0}, {1, 5, 3}));
   EXPECT_EQ(box.contains(&other), 1);
   EXPECT_EQ(other.contains(&box), 0);
   EXPECT_EQ(box.contains(&empty), 0);
@@ -102,17 +103,14 @@ TEST(nrBoxBound, EmptinessExtensionAndContainment) {
 
   const nrBoxBound* boxes[] = {&other, nullptr, &empty, &flat};
   box.around(boxes, 4);
-  EXPECT_EQ(box.min, other.min);
-  EXPECT_EQ(box.max, other.max);
+  EXPECT_EQ(corners(box), corners(other));
   nrSphereBound s1(nrVec3f(0, 0, 0), 1), s2(nrVec3f(5, 0, 0), 0.5f), se;
   const nrSphereBound* sphs[] = {&s1, &se, &s2};
   box.around(sphs, 3);
-  EXPECT_EQ(box.min, nrVec3f(-1, -1, -1));
-  EXPECT_EQ(box.max, nrVec3f(5.5f, 1, 1));
+  EXPECT_EQ(corners(box), Corners({-1, -1, -1}, {5.5f, 1, 1}));
   nrVec3f pts[] = {nrVec3f(1, -1, 0), nrVec3f(-2, 4, 1)};
   box.around(pts, 2);
-  EXPECT_EQ(box.min, nrVec3f(-2, -1, 0));
-  EXPECT_EQ(box.max, nrVec3f(1, 4, 1));
+  EXPECT_EQ(corners(box), Corners({-2, -1, 0}, {1, 4, 1}));
   box.around(pts, 0);
   EXPECT_TRUE(box.isEmpty());
 }

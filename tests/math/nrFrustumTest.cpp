@@ -1,4 +1,5 @@
 #include <cmath>
+#include <utility>
 
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrFrustum.h"
@@ -30,8 +31,7 @@ TEST(nrFrustum, DefaultsKindsAndCorners) {
   EXPECT_EQ(f.getKind(), nrFrustum::PERSP_KIND);
   float n, fa;
   f.getNearFar(&n, &fa);
-  EXPECT_EQ(n, 1.0f);
-  EXPECT_EQ(fa, 1000.0f);
+  EXPECT_EQ(std::make_pair(n, fa), std::make_pair(1.0f, 1000.0f));
   expectExtents(f, -0.5578517f, 0.5578517f, -0.5578517f, 0.5578517f);
   nrVec3f c[8];
   corners(f, c);

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstring>
 #include <random>
 
 #include "nerio3d/math/nrMatrix3f.h"
@@ -28,6 +29,11 @@ void expectNear(const float a[3][3], const float b[3][3], float tol) {
     for (int j = 0; j < 3; ++j) EXPECT_NEAR(a[i][j], b[i][j], tol) << i << "," << j;
 }
 
+void upperLeft(const nrMatrix4f& m, float out[3][3]) {
+  for (int i = 0; i < 3; ++i)
+    for (int j = 0; j < 3; ++j) out[i][j] = m[i][j];
+}
+
 void expectRotation(const float m[3][3]) {
   float mmT[3][3];
   const float ident[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
@@ -39,8 +45,7 @@ void expectRotation(const float m[3][3]) {
 // Checks a = u * a_out * transpose(v) after svd, with the outputs' shape.
 void checkSvd(const float a[3][3]) {
   float w[3][3], u[3][3], v[3][3], uw[3][3], back[3][3];
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) w[i][j] = a[i][j];
+  std::memcpy(w, a, sizeof w);
   nrMatrix3f::svd(w, u, v);
   expectRotation(u);
   expectRotation(v);
@@ -60,19 +65,15 @@ void checkSvd(const float a[3][3]) {
 TEST(nrMatrix3f, LUDecompositionReconstructsThePermutedMatrix) {
   const float a[3][3] = {{0, 2, 1}, {4, 1, -1}, {2, 5, 3}};
   float lu[3][3];
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) lu[i][j] = a[i][j];
+  std::memcpy(lu, a, sizeof lu);
   int index[3];
   float sign = 0;
   ASSERT_EQ(nrMatrix3f::LUdecompose(lu, index, &sign), 1);
   float l[3][3] = {}, u[3][3] = {}, prod[3][3], pa[3][3];
+  std::memcpy(pa, a, sizeof pa);
   for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) {
-      if (j < i) l[i][j] = lu[i][j];
-      else u[i][j] = lu[i][j];
-      if (i == j) l[i][j] = 1;
-      pa[i][j] = a[i][j];
-    }
+    for (int j = 0; j < 3; ++j) (j < i ? l : u)[i][j] = lu[i][j];
+  for (int i = 0; i < 3; ++i) l[i][i] = 1;
   for (int i = 0; i < 3; ++i)
     for (int j = 0; j < 3; ++j) std::swap(pa[i][j], pa[index[i]][j]);
   mul(l, u, prod);
@@ -109,11 +110,8 @@ TEST(nrMatrix3f, SingularValueDecomposition) {
   r.makeRot(1, 2, 2, 0.8f);
   rs.preScale(3, 1, 0.5f, r);
   float a[3][3], u[3][3], v[3][3], rot[3][3];
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) {
-      a[i][j] = rs[i][j];
-      rot[i][j] = r[i][j];
-    }
+  upperLeft(rs, a);
+  upperLeft(r, rot);
   nrMatrix3f::cleanSvd(a, u, v);
   expectNear(a, rot, 1e-5f);
 }
@@ -125,8 +123,7 @@ TEST(nrMatrix3f, AxisAndAngleOfARotation) {
       nrMatrix4f m;
       m.makeRot(ax[0], ax[1], ax[2], angle);
       float m3[3][3], axis[3], got;
-      for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j) m3[i][j] = m[i][j];
+      upperLeft(m, m3);
       nrMatrix3f::getAxis(m3, axis, &got);
       nrMatrix4f back;
       back.makeRot(axis[0], axis[1], axis[2], got);

@@ -10,11 +10,7 @@ namespace {
 
 const float pi = 3.14159265f;
 
-nrMatrix4f identity() {
-  nrMatrix4f m;
-  m.makeIdent();
-  return m;
-}
+const nrMatrix4f identity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
 // Reference product in double precision.
 nrMatrix4f product(const nrMatrix4f& a, const nrMatrix4f& b) {
@@ -101,7 +97,7 @@ TEST(nrMatrix4f, EulerAnglesAndVectorToVector) {
     // Still a rotation: the transpose is the inverse.
     nrMatrix4f t;
     t.transpose(m);
-    EXPECT_TRUE(product(m, t).almostEqual(identity(), 1e-5f));
+    EXPECT_TRUE(product(m, t).almostEqual(identity, 1e-5f));
   }
 }
 
@@ -144,27 +140,25 @@ TEST(nrMatrix4f, InvertFullAlwaysTakesTheGeneralPath) {
   for (int n = 0; n < 20; ++n) {
     nrMatrix4f m = randomMatrix(gen), inv = m;
     ASSERT_EQ(inv.invertFull(inv), 1);
-    EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-3f));
+    EXPECT_TRUE(product(m, inv).almostEqual(identity, 1e-3f));
   }
   // Row 3 = (0, 0, 0, 1) sends it through invertAffine first, which is wrong
   // for this projective matrix; the general path's inverse must win.
   nrMatrix4f p(2, 0, 0, 1, 0, 3, 0, 0.5f, 0, 0, 1, 2, 0, 0, 0, 1), inv;
-  std::string err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(p), 1); });
-  EXPECT_EQ(err, "");
-  EXPECT_TRUE(product(p, inv).almostEqual(identity(), 1e-5f));
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(p), 1); }), "");
+  EXPECT_TRUE(product(p, inv).almostEqual(identity, 1e-5f));
 
   // A zero row: 0 and the identity. With row 3 = (0, 0, 0, 1) the fast path
   // still reports its singular 3x3 first.
   nrMatrix4f z(0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
   inv = p;
-  err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z), 0); });
-  EXPECT_EQ(err, "(WARN, USAGE): No inverse: singular matrix\n\n");
-  EXPECT_EQ(inv, identity());
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z), 0); }),
+            "(WARN, USAGE): No inverse: singular matrix\n\n");
+  EXPECT_EQ(inv, identity);
   nrMatrix4f z3(1, 2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0);
   inv = p;
-  err = nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z3), 0); });
-  EXPECT_EQ(err, "");
-  EXPECT_EQ(inv, identity());
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(inv.invertFull(z3), 0); }), "");
+  EXPECT_EQ(inv, identity);
 }
 
 TEST(nrMatrix4f, AffineAndOrthogonalInverses) {
@@ -173,14 +167,13 @@ TEST(nrMatrix4f, AffineAndOrthogonalInverses) {
   m.preScale(2, 0.5f, 3, m);
   m.postTrans(m, 4, -5, 6);
   inv.invertAffine(m);
-  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+  EXPECT_TRUE(product(m, inv).almostEqual(identity, 1e-5f));
 
   // A zero scale: one message, det taken as 1, finite output.
   nrMatrix4f flat;
   flat.makeScale(1, 0, 1);
   flat.postTrans(flat, 1, 2, 3);
-  std::string err = nrtest::captureStderr([&] { inv.invertAffine(flat); });
-  EXPECT_EQ(err, "(WARN, USAGE): No inverse: singular matrix\n\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { inv.invertAffine(flat); }), "(WARN, USAGE): No inverse: singular matrix\n\n");
   for (auto& row : inv.mat)
     for (float e : row) EXPECT_TRUE(std::isfinite(e));
   EXPECT_FLOAT_EQ(inv[1][1], 1.0f);  // adjugate of diag(1, 0, 1)
@@ -191,16 +184,15 @@ TEST(nrMatrix4f, AffineAndOrthogonalInverses) {
   m.postScale(m, 2, 2, 2);
   m.postTrans(m, -1, 3, 0.5f);
   inv.invertOrtho(m);
-  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+  EXPECT_TRUE(product(m, inv).almostEqual(identity, 1e-5f));
   flat.makeScale(0, 0, 0);
-  err = nrtest::captureStderr([&] { inv.invertOrtho(flat); });
-  EXPECT_EQ(err, "(WARN, USAGE): singular matrix\n\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { inv.invertOrtho(flat); }), "(WARN, USAGE): singular matrix\n\n");
 
   m.makeRot(0.2f, 0.4f, -1, 1.3f);
   m.postTrans(m, -1, 3, 0.5f);
   inv = m;
   inv.invertOrthoNorm(inv);
-  EXPECT_TRUE(product(m, inv).almostEqual(identity(), 1e-5f));
+  EXPECT_TRUE(product(m, inv).almostEqual(identity, 1e-5f));
 }
 
 TEST(nrMatrix4f, OrthoRotationRoundTripsAndReportsScaling) {
@@ -210,15 +202,13 @@ TEST(nrMatrix4f, OrthoRotationRoundTripsAndReportsScaling) {
       nrMatrix4f m, back;
       m.makeRot(a[0], a[1], a[2], angle);
       nrRotation rot;
-      std::string err = nrtest::captureStderr([&] { m.getOrthoRotation(rot); });
-      EXPECT_EQ(err, "");
+      EXPECT_EQ(nrtest::captureStderr([&] { m.getOrthoRotation(rot); }), "");
       back.makeRot(rot.axis[0], rot.axis[1], rot.axis[2], rot.angle);
       EXPECT_TRUE(back.almostEqual(m, 1e-4f)) << angle;
       EXPECT_NEAR(rot.axis.length(), 1.0f, 1e-6f);
     }
-  nrMatrix4f ident = identity();
   nrRotation rot(1, 0, 0, 1);
-  ident.getOrthoRotation(&rot);
+  identity.getOrthoRotation(&rot);
   EXPECT_EQ(rot, nrRotation(0, 0, 1, 0));
 
   // Scaled matrices: both texts go straight to standard error, and a rotation
@@ -233,7 +223,6 @@ TEST(nrMatrix4f, OrthoRotationRoundTripsAndReportsScaling) {
   // A negative trace takes the diagonal branch, where only the cosine test fires.
   s.makeRot(1, 0, 0, 2.5f);
   s.postScale(s, 10, 10, 10);
-  err = nrtest::captureStderr([&] { s.getOrthoRotation(rot); });
-  EXPECT_EQ(err, "Matrix is scaled - cannot calculate rotation\n");
+  EXPECT_EQ(nrtest::captureStderr([&] { s.getOrthoRotation(rot); }), "Matrix is scaled - cannot calculate rotation\n");
   EXPECT_NEAR(rot.axis[0], 1.0f, 1e-5f);
 }

@@ -74,19 +74,16 @@ TEST(nrLightFields, SitAtTheirIndicesUnderTheirNames) {
   EXPECT_EQ(nrSpotLight().getCutOffAngle(), 180);
   EXPECT_EQ(nrFog().getMode(), nrFog::EXP_FOG);
 
-  nrEnvironment* env = new nrEnvironment;
-  env->ref();
-  std::string said = nrtest::captureStderr([&] { static_cast<nrSFRef*>(env->getField("fog"))->set(new nrGroup); });
-  EXPECT_EQ(said, "nrEnvironment: Group is not a Fog; no fog is kept\n");
+  nrEnvironment* env = nrtest::held<nrEnvironment>();
+  EXPECT_EQ(nrtest::captureStderr([&] { static_cast<nrSFRef*>(env->getField("fog"))->set(new nrGroup); }),
+            "nrEnvironment: Group is not a Fog; no fog is kept\n");
   EXPECT_EQ(env->getFog(), nullptr);
   env->unref();
 }
 
 TEST(nrLightFields, GettersReadWhatConnectionsBring) {
-  nrSpotLight *from = new nrSpotLight, *to = new nrSpotLight;
-  nrFog *fogFrom = new nrFog, *fogTo = new nrFog;
-  nrNode* nodes[] = {from, to, fogFrom, fogTo};
-  for (nrNode* node : nodes) node->ref();
+  nrSpotLight *from = nrtest::held<nrSpotLight>(), *to = nrtest::held<nrSpotLight>();
+  nrFog *fogFrom = nrtest::held<nrFog>(), *fogTo = nrtest::held<nrFog>();
   for (short i = nrLight::ON_FIELD; i <= nrSpotLight::CUT_OFF_ANGLE_FIELD; ++i) from->connect(i, to, i);
   fogFrom->connect(nrFog::COLOR_FIELD, fogTo, nrFog::COLOR_FIELD);
   from->setOn(0);
@@ -101,7 +98,7 @@ TEST(nrLightFields, GettersReadWhatConnectionsBring) {
   EXPECT_EQ(to->getCutOffAngle(), 30);
   fogTo->getColor(&r, &g, &b, &a);
   EXPECT_EQ(a, 1);
-  for (nrNode* node : nodes) node->unref();
+  nrtest::unref(from, to, fogFrom, fogTo);
 }
 
 TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {

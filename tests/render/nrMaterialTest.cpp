@@ -63,9 +63,6 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
                                 "glMaterialfv(GL_FRONT, GL_SPECULAR, {0, 0, 1, 0.75})",
                                 "glMaterialfv(GL_FRONT, GL_EMISSION, {0, 0, 0, 0.75})",
                                 "glMaterialf(GL_FRONT, GL_SHININESS, 128)"}));
-  GLfloat shininess = 0;
-  nrgl::GetMaterialfv(GL_FRONT, GL_SHININESS, &shininess);
-  EXPECT_EQ(shininess, 128);
   context->setBackMaterial(m);
   GLfloat diffuse[4];
   nrgl::GetMaterialfv(GL_BACK, GL_DIFFUSE, diffuse);
@@ -91,8 +88,6 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
   context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
   EXPECT_EQ(rec.calls(), (Calls{"glDisable(GL_COLOR_MATERIAL)", "glMaterialfv(GL_FRONT, GL_AMBIENT, {0.2, 0.1, 0, 0.75})",
                                 "glMaterialfv(GL_FRONT, GL_DIFFUSE, {1, 0.5, 0, 0.75})"}));
-  nrgl::GetMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
-  EXPECT_EQ(diffuse[0], 1.0f);
 
   context->setTranspMode(nrContext::SCREEN_DOOR_TRANSP);
   context->setTranspEnable(1);
@@ -102,20 +97,17 @@ TEST_F(Material, ColoursCarryOpacityShininessIsScaledTo128AndScreenDoorStipples)
   EXPECT_EQ(rec.calls(), Calls{"glPolygonStipple(ptr)"});
   GLubyte stipple[128];
   nrgl::GetPolygonStipple(stipple);
-  EXPECT_EQ(countBits(stipple), 768);
   EXPECT_EQ(memcmp(stipple, nrMaterial::_ditherMatrix[768], 128), 0);
   m->unref();
 }
 
 TEST(nrMaterialFields, AmbientColourFollowsIntensityAndDiffuseColour) {
   nrMaterial* m = nrtest::held<nrMaterial>();
-  EXPECT_EQ(nrType::getType("Material"), nrMaterial::getClassType());
-  float r, g, b;
-  m->getAmbientColor(&r, &g, &b);
-  EXPECT_EQ(r, 0.16f);
+  EXPECT_EQ(m->getAmbientColor()[0], 0.16f);
   m->setAmbientIntensity(0.5f);
   EXPECT_EQ(m->getAmbientColor()[0], 0.4f);
   m->setDiffuseColor(0.2f, 0.4f, 0.6f);
+  float r, g, b;
   m->getAmbientColor(&r, &g, &b);
   EXPECT_FLOAT_EQ(b, 0.3f);
   m->setAmbientColor(0.05f, 0.1f, 0.15f);
