@@ -6,6 +6,34 @@
 #include "nrCapture.h"
 #include "nrHeld.h"
 
+// Receives a time sensor's outputs through routes and counts the events that arrive.
+class tstProbe : public nrContainer {
+  NR_DECLARE_CONTAINER_TYPE(tstProbe)
+  enum { CYCLE_TIME, FRACTION, IS_ACTIVE, TIME, START_TIME, NUM_FIELDS };
+
+  tstProbe() : nrContainer(getClassType()) { initFieldDefaults(classType); }
+  ~tstProbe() override { destroyFieldContents(classType); }
+
+  nrTime cycleTime, time, startTime;
+  float fraction;
+  unsigned char isActive;
+  int events[NUM_FIELDS] = {};
+
+ protected:
+  void dirtyFieldOutputs(nrField* f) override {
+    ++events[f->getIndex()];
+    nrContainer::dirtyFieldOutputs(f);
+  }
+};
+
+NR_DEFINE_TYPE(tstProbe, nrContainer, "tstProbe") {
+  nrSFTime::addTypeField(type, "cycleTime", CYCLE_TIME, nrTime(), &tstProbe::cycleTime);
+  nrSFFloat::addTypeField(type, "fraction", FRACTION, 0.0f, &tstProbe::fraction);
+  nrSFUByte::addTypeField(type, "isActive", IS_ACTIVE, 0, &tstProbe::isActive);
+  nrSFTime::addTypeField(type, "time", TIME, nrTime(), &tstProbe::time);
+  nrSFTime::addTypeField(type, "startTime", START_TIME, nrTime(), &tstProbe::startTime);
+}
+
 namespace {
 
 // A scalar interpolator that counts its evaluations.
@@ -29,37 +57,40 @@ Array list(std::initializer_list<T> values) {
 nrFloatArray floats(std::initializer_list<float> v) { return list<nrFloatArray>(v); }
 nrVec3fArray vecs(std::initializer_list<nrVec3f> v) { return list<nrVec3fArray>(v); }
 
-float shininessOf(nrMaterial* m) { return static_cast<nrSFFloat*>(m->getField(nrMaterial::SHININESS))->get(); }
+// An interpolator of type E over keys and values at a fraction, held by the test.
+template <typename E, typename Values>
+E* keyed(std::initializer_list<float> keys, const Values& values, float fraction) {
+  E* e = nrtest::held<E>();
+  e->setKey(floats(keys));
+  e->setKeyValue(values);
+  e->setFraction(fraction);
+  return e;
+}
 
 }  // namespace
 
 TEST(nrEngine, EvaluatesOnlyWhenReadAndOncePerChange) {
-  CountingScalar* s = nrtest::held<CountingScalar>();
-  s->setKey(floats({0, 0.5f, 1}));
-  s->setKeyValue(floats({0, 10, 20}));
-  s->setFraction(0.25f);
+  CountingScalar* s = keyed<CountingScalar>({0, 0.5f, 1}, floats({0, 10, 20}), 0.25f);
   EXPECT_EQ(s->evals, 0) << "nothing reads the value";
   EXPECT_EQ(s->getValue(), 5.0f);
   EXPECT_EQ(s->getValue(), 5.0f);
   EXPECT_EQ(s->evals, 1);
 
-  // Routed into a material: the pull evaluates the engine once, although the
-  // value it sets is pushed to the destination being pulled.
+  // Routed into a material, whose getter pulls: the pull evaluates the engine
+  // once, although the value it sets is pushed to the destination being pulled.
   nrMaterial* m = nrtest::held<nrMaterial>();
   s->connect(nrInterpolator::VALUE_FIELD, m, nrMaterial::SHININESS);
   s->setFraction(0.5f);
   s->setKey(floats({0, 0.5f, 1}));
-  EXPECT_EQ(shininessOf(m), 10.0f);
-  EXPECT_EQ(shininessOf(m), 10.0f);
+  EXPECT_EQ(m->getShininess(), 10.0f);
+  EXPECT_EQ(m->getShininess(), 10.0f);
   EXPECT_EQ(s->evals, 2);
 
   // Fractions at and outside the keys clamp; equal keys step at the first.
-  struct Case {
-    float fraction, value;
-  } cases[] = {{-1, 0}, {2, 20}, {0.75f, 15}, {0, 0}, {1, 20}};
-  for (const Case& c : cases) {
-    s->setFraction(c.fraction);
-    EXPECT_EQ(shininessOf(m), c.value) << c.fraction;
+  const float cases[][2] = {{-1, 0}, {2, 20}, {0.75f, 15}, {0, 0}, {1, 20}};
+  for (const auto& c : cases) {
+    s->setFraction(c[0]);
+    EXPECT_EQ(m->getShininess(), c[1]) << c[0];
   }
   s->setKey(floats({0, 0.5f, 0.5f, 1}));
   s->setKeyValue(floats({0, 10, 20, 30}));
@@ -67,48 +98,39 @@ TEST(nrEngine, EvaluatesOnlyWhenReadAndOncePerChange) {
   EXPECT_EQ(s->getValue(), 10.0f);
 
   // Without keys, or with too few values, nothing is set and nothing printed.
-  s->setKeyValue(floats({7}));
-  s->setFraction(0.3f);
-  std::string said = nrtest::captureStderr([&] { EXPECT_EQ(s->getValue(), 10.0f); });
-  s->setKey(nrFloatArray());
-  said += nrtest::captureStderr([&] { EXPECT_EQ(s->getValue(), 10.0f); });
-  EXPECT_EQ(said, "");
+  EXPECT_EQ(nrtest::captureStderr([&] {
+              s->setKeyValue(floats({7}));
+              s->setFraction(0.3f);
+              EXPECT_EQ(s->getValue(), 10.0f);
+              s->setKey(nrFloatArray());
+              EXPECT_EQ(s->getValue(), 10.0f);
+            }),
+            "");
   nrtest::unref(m, s);
 }
 
 TEST(nrEngine, InterpolatorKinds) {
-  nrFloatArray keys = floats({0, 1});
-  nrColorInterpolator* color = nrtest::held<nrColorInterpolator>();
-  color->setKey(keys);
-  color->setKeyValue(vecs({{1, 0, 0}, {0, 0, 1}}));
-  color->setFraction(0.5f);
+  auto* color = keyed<nrColorInterpolator>({0, 1}, vecs({{1, 0, 0}, {0, 0, 1}}), 0.5f);
   nrVec3f c;
   color->getValue(c);
   EXPECT_EQ(c, nrVec3f(0.5f, 0, 0.5f));
 
-  nrOrientationInterpolator* orient = nrtest::held<nrOrientationInterpolator>();
-  orient->setKey(keys);
-  orient->setKeyValue(list<nrRotationArray>({nrRotation(0, 0, 1, 0), nrRotation(0, 0, 1, float(M_PI) / 2)}));
-  orient->setFraction(0.5f);
+  auto* orient = keyed<nrOrientationInterpolator>(
+      {0, 1}, list<nrRotationArray>({nrRotation(0, 0, 1, 0), nrRotation(0, 0, 1, float(M_PI) / 2)}), 0.5f);
   nrRotation r;
   orient->getValue(r);
   EXPECT_NEAR(r.angle, M_PI / 4, 1e-5);
   EXPECT_NEAR(r.axis[2], 1, 1e-5);
 
   // List kinds: two vectors per key; at a key the values are copied as they are.
-  nrNormalInterpolator* normals = nrtest::held<nrNormalInterpolator>();
-  normals->setKey(keys);
-  normals->setKeyValue(vecs({{1, 0, 0}, {0, 2, 0}, {0, 1, 0}, {0, 0, 2}}));
-  normals->setFraction(0.3f);
+  auto* normals = keyed<nrNormalInterpolator>({0, 1}, vecs({{1, 0, 0}, {0, 2, 0}, {0, 1, 0}, {0, 0, 2}}), 0.3f);
   ASSERT_EQ(normals->getValue().getCount(), 2u);
   for (unsigned i = 0; i < 2; ++i) EXPECT_NEAR(normals->getValue()[i].length(), 1, 1e-6);
   normals->setFraction(1);
   EXPECT_EQ(normals->getValue()[1], nrVec3f(0, 0, 2));
 
-  nrCoordinateInterpolator* coords = nrtest::held<nrCoordinateInterpolator>();
-  coords->setKey(keys);
-  coords->setKeyValue(vecs({{0, 0, 0}, {2, 2, 2}, {4, 0, 0}, {6, 2, 2}, {9, 9, 9}}));
-  coords->setFraction(0.25f);
+  auto* coords =
+      keyed<nrCoordinateInterpolator>({0, 1}, vecs({{0, 0, 0}, {2, 2, 2}, {4, 0, 0}, {6, 2, 2}, {9, 9, 9}}), 0.25f);
   ASSERT_EQ(coords->getValue().getCount(), 2u) << "5 values over 2 keys: 2 per key";
   EXPECT_EQ(coords->getValue()[0], nrVec3f(1, 0, 0));
   EXPECT_EQ(coords->getValue()[1], nrVec3f(3, 2, 2));
@@ -149,17 +171,14 @@ TEST(nrEngine, SplineMorphTransformAndSelectorChain) {
 
   // A selector past the list sets nothing and says nothing.
   select->setSelector(2);
-  std::string said = nrtest::captureStderr([&] { select->getValue(v); });
+  EXPECT_EQ(nrtest::captureStderr([&] { select->getValue(v); }), "");
   EXPECT_EQ(v, nrVec3f(1, 2, 3));
-  EXPECT_EQ(said, "");
   nrtest::unref(spline, morph, xform, select);
 }
 
 TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
-  CountingScalar* s = nrtest::held<CountingScalar>();
-  s->setKey(floats({0, 1}));
-  s->setKeyValue(floats({0, 10}));
-  nrScalarInterpolator* copy = static_cast<nrScalarInterpolator*>(s->clone(nrContainer::COPY_CLONE));
+  CountingScalar* s = keyed<CountingScalar>({0, 1}, floats({0, 10}), 0);
+  auto* copy = static_cast<nrScalarInterpolator*>(s->clone(nrContainer::COPY_CLONE));
   copy->ref();
   nrField* trigger = copy->getField(nrEngine::TRIGGER_FIELD);
   ASSERT_EQ(copy->getNumInputs(), 3);
@@ -183,11 +202,6 @@ TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
   EXPECT_FALSE(nrEngine::isEngineOutput(copy, nrInterpolator::FRACTION_FIELD));
   nrMaterial* m = nrtest::held<nrMaterial>();
   EXPECT_FALSE(nrEngine::isEngineOutput(m, nrInterpolator::VALUE_FIELD));
-
-  // Scene files name the fields as events.
-  EXPECT_EQ(copy->getField("set_fraction"), copy->getField(nrInterpolator::FRACTION_FIELD));
-  EXPECT_EQ(copy->getField("value_changed"), copy->getField(nrInterpolator::VALUE_FIELD));
-  EXPECT_EQ(copy->getField("keyValue"), copy->getField(nrInterpolator::KEY_VALUE_FIELD));
   nrtest::unref(m, copy, s);
 }
 
@@ -197,8 +211,7 @@ void countNode(nrDispatch*, nrObject*) { ++nodeCalls; }
 }  // namespace
 
 TEST(nrEngine, DispatchCallsTheFunctionBoundForTheTypes) {
-  nrDispatch* d = new nrDispatch;
-  d->ref();
+  nrDispatch* d = nrtest::held<nrDispatch>();
   EXPECT_GE(d->getType()->getActionIndex(), 0);
   nrDispatch::bindFunction(nrDispatch::getClassType(), nrNode::getClassType(), countNode);
   nrTimeSensor* sensor = nrtest::held<nrTimeSensor>();
@@ -208,4 +221,159 @@ TEST(nrEngine, DispatchCallsTheFunctionBoundForTheTypes) {
   d->apply(nullptr);
   EXPECT_EQ(nodeCalls, 1);
   nrtest::unref(data, sensor, d);
+}
+
+namespace {
+
+// In a fresh process the dispatch-table columns show the registration order.
+int sensorRegistrationFault() {
+  nrObject::initClasses();
+  const char* order[] = {"TimeSensor", "PickSensor", "TouchSensor", "SphereSensor", "PlaneSensor", "Interpolator"};
+  int last = -1;
+  for (int i = 0; i < 6; ++i) {
+    nrType* t = nrType::getType(order[i]);
+    if (!t || t->getObjectIndex() <= last) return i + 1;
+    last = t->getObjectIndex();
+  }
+  if (nrType::getType("PickSensor")->getParent() != nrType::getType("Node")) return 10;
+  for (const char* derived : {"TouchSensor", "SphereSensor", "PlaneSensor"})
+    if (nrType::getType(derived)->getParent() != nrType::getType("PickSensor")) return 11;
+  // Outside the table: registered on first use, the record below the container type.
+  if (nrType::getType("Event") || nrType::getType("Window")) return 12;
+  if (nrEvent::getClassType()->getParent() != nrContainer::getClassType()) return 13;
+  if (nrWindow::getClassType()->getParent() != nrObject::getClassType()) return 14;
+  return 0;
+}
+
+}  // namespace
+
+TEST(nrPickSensorTypes, RegisterAfterTheTimeSensorInTableOrder) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(exit(sensorRegistrationFault()), testing::ExitedWithCode(0), "");
+}
+
+namespace {
+
+bool listed(nrTimeSensor* s) { return nrTimeSensor::_Current.find(s) >= 0; }
+
+// A sensor starting at 100 with its outputs (and its start time) routed into a probe.
+class TimeSensorTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    sensor->setStartTime(100);
+    for (int i = 0; i < 4; ++i) sensor->connect(nrTimeSensor::CYCLE_TIME_FIELD + i, probe, tstProbe::CYCLE_TIME + i);
+    sensor->connect(nrTimeSensor::START_TIME_FIELD, probe, tstProbe::START_TIME);
+    std::fill(probe->events, probe->events + tstProbe::NUM_FIELDS, 0);
+  }
+  void TearDown() override { nrtest::unref(sensor, probe); }
+  // The probe's copy of field i of the sensor's outputs, read through the route.
+  double out(int i) {
+    nrField* f = probe->getField(i);
+    if (i == tstProbe::FRACTION) return static_cast<nrSFFloat*>(f)->get();
+    if (i == tstProbe::IS_ACTIVE) return static_cast<nrSFUByte*>(f)->get();
+    return static_cast<nrSFTime*>(f)->get();
+  }
+
+  nrTimeSensor* sensor = nrtest::held<nrTimeSensor>();
+  tstProbe* probe = nrtest::held<tstProbe>();
+};
+
+}  // namespace
+
+TEST_F(TimeSensorTest, SingleCycleEndsAtExactlyOne) {
+  sensor->setCycleInterval(2);
+  nrTimeSensor::updateSensors(100);
+  EXPECT_EQ(out(tstProbe::IS_ACTIVE), 1);
+  EXPECT_EQ(out(tstProbe::CYCLE_TIME), 100);
+  EXPECT_EQ(probe->events[tstProbe::FRACTION], 0) << "fraction 0 is no change";
+  nrTimeSensor::updateSensors(101);
+  EXPECT_EQ(out(tstProbe::FRACTION), 0.5);
+
+  // While it runs, a new start time or interval is refused and sends nothing.
+  sensor->setStartTime(50);
+  sensor->setCycleInterval(5);
+  sensor->setStopTime(99);
+  EXPECT_EQ(sensor->getStartTime(), 100);
+  EXPECT_EQ(sensor->getCycleInterval(), 2);
+  EXPECT_EQ(sensor->getStopTime(), 0);
+  EXPECT_EQ(probe->events[tstProbe::START_TIME], 0);
+
+  nrTimeSensor::updateSensors(102.5);
+  EXPECT_EQ(out(tstProbe::FRACTION), 1.0);
+  EXPECT_EQ(out(tstProbe::TIME), 102);
+  EXPECT_EQ(out(tstProbe::IS_ACTIVE), 0);
+  EXPECT_FALSE(listed(sensor));
+  EXPECT_EQ(probe->events[tstProbe::CYCLE_TIME], 1);
+
+  // Stopped, the sensor takes a new start time (and comes back to the list),
+  // but never a non-positive interval.
+  sensor->setCycleInterval(0);
+  sensor->setCycleInterval(-1);
+  EXPECT_EQ(sensor->getCycleInterval(), 2);
+  sensor->setStartTime(200);
+  EXPECT_EQ(out(tstProbe::START_TIME), 200);
+  EXPECT_TRUE(listed(sensor));
+}
+
+TEST_F(TimeSensorTest, LoopRunsUntilItsStopTime) {
+  sensor->setLoop(1);
+  for (double t : {100.0, 100.5, 101.2, 102.1, 102.4}) nrTimeSensor::updateSensors(t);
+  EXPECT_EQ(probe->events[tstProbe::CYCLE_TIME], 3) << "one cycleTime per cycle";
+  EXPECT_NEAR(out(tstProbe::FRACTION), 0.4, 1e-4);
+
+  // Found a cycle late, the stop time still reports from its own cycle.
+  sensor->setStopTime(102.5);
+  nrTimeSensor::updateSensors(103.2);
+  EXPECT_EQ(out(tstProbe::TIME), 102.5);
+  EXPECT_EQ(out(tstProbe::FRACTION), 0.5);
+  EXPECT_EQ(out(tstProbe::IS_ACTIVE), 0);
+  EXPECT_FALSE(listed(sensor));
+}
+
+TEST_F(TimeSensorTest, FutureStartWaitsAndDisablingStops) {
+  sensor->setStartTime(200);
+  probe->events[tstProbe::START_TIME] = 0;
+  nrTimeSensor::updateSensors(150);
+  EXPECT_EQ(*std::max_element(probe->events, probe->events + tstProbe::NUM_FIELDS), 0);
+  EXPECT_TRUE(listed(sensor));
+  nrTimeSensor::updateSensors(200);
+  EXPECT_EQ(out(tstProbe::IS_ACTIVE), 1);
+
+  sensor->setEnabled(0);
+  nrTimeSensor::updateSensors(200.5);
+  EXPECT_EQ(out(tstProbe::IS_ACTIVE), 0);
+  EXPECT_EQ(out(tstProbe::TIME), 200) << "a disabled sensor sends only isActive";
+  EXPECT_FALSE(listed(sensor));
+  sensor->setEnabled(1);
+  EXPECT_TRUE(listed(sensor));
+  EXPECT_EQ(nrTimeSensor::getCurrentTime(), 200.5);
+}
+
+TEST_F(TimeSensorTest, FrameLoopKeepsItsCountAndSensorsLeaveWhenDestroyed) {
+  // A fresh sensor that never got a start time finishes silently at once.
+  nrTimeSensor* idle = nrtest::held<nrTimeSensor>();
+  nrTimeSensor* late = nrtest::held<nrTimeSensor>();
+  late->setStartTime(100);
+  late->setLoop(1);
+  int count = nrTimeSensor::getSensorCount();
+  ASSERT_EQ(nrTimeSensor::_Current.getCount(), 3u);
+
+  // The sensor that leaves first lets the last one move into its place, which
+  // then waits for the next frame.
+  nrTimeSensor::updateSensors(100.5);
+  EXPECT_FALSE(listed(idle));
+  EXPECT_EQ(idle->getIsActive(), 0);
+  EXPECT_EQ(sensor->getIsActive(), 1);
+  EXPECT_EQ(late->getIsActive(), 0);
+  nrTimeSensor::updateSensors(100.6);
+  EXPECT_EQ(late->getIsActive(), 1);
+
+  late->unref();
+  EXPECT_FALSE(listed(late));
+  idle->unref();
+  EXPECT_EQ(nrTimeSensor::getSensorCount(), count - 2);
+
+  // The plain form goes back to the time of day.
+  nrTimeSensor::updateSensors();
+  EXPECT_NEAR(nrTimeSensor::getCurrentTime(), nrTime::getTimeOfDay(), 5);
 }

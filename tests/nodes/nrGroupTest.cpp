@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "nerio3d/fields/nrSField.h"
-#include "nrNodeTestTypes.h"
 #include "nrHeld.h"
+#include "nrNodeTestTypes.h"
 #include "nrOutputCapture.h"
 
 namespace {
@@ -13,10 +13,13 @@ nrSphereBound sphereOf(nrNode* n) {
   return s;
 }
 
-void expectSphere(const nrSphereBound& s, float x, float y, float z, float r) {
+void expectSphere(nrNode* n, float x, float y, float z, float r) {
+  nrSphereBound s = sphereOf(n);
   const float got[] = {s.center[0], s.center[1], s.center[2], s.radius}, want[] = {x, y, z, r};
   for (int i = 0; i < 4; ++i) EXPECT_NEAR(got[i], want[i], 1e-5f) << "centre x, y, z, radius: " << i;
 }
+
+tstLeaf* leafAt(float x, float y, float z, float r) { return new tstLeaf(nrSphereBound(nrVec3f(x, y, z), r)); }
 
 }  // namespace
 
@@ -33,15 +36,13 @@ TEST(nrNode, StartsEmptyAndDynamicWithItsFieldsByName) {
 }
 
 TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
-  tstGroup* top = nrtest::held<tstGroup>();
-  tstGroup* mid = new tstGroup;
-  tstGroup* low = new tstGroup;
-  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(2, 0, 0), 1));
+  tstGroup *top = nrtest::held<tstGroup>(), *mid = new tstGroup, *low = new tstGroup, *fixed = new tstGroup;
+  tstLeaf* leaf = leafAt(2, 0, 0, 1);
   top->addChild(mid);
   mid->addChild(low);
   low->addChild(leaf);
-  low->addChild(new tstLeaf(nrSphereBound(nrVec3f(-2, 0, 0), 1)));
-  expectSphere(sphereOf(top), 0, 0, 0, 3);
+  low->addChild(leafAt(-2, 0, 0, 1));
+  expectSphere(top, 0, 0, 0, 3);
   tstGroup* levels[] = {top, mid, low};
   for (tstGroup* g : levels) {
     EXPECT_EQ(g->boundsComputed, 1);
@@ -57,83 +58,67 @@ TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
     EXPECT_TRUE(g->isSphereStale());
     EXPECT_EQ(g->boundsComputed, 1);
   }
-
-  expectSphere(sphereOf(top), 2, 0, 0, 5);
+  expectSphere(top, 2, 0, 0, 5);
   sphereOf(top);
   for (tstGroup* g : levels) {
     EXPECT_FALSE(g->isSphereStale());
     EXPECT_EQ(g->boundsComputed, 2);
   }
-  top->unref();
-}
 
-TEST(nrGroup, StaticGroupKeepsItsSphereAndStopsTheNotices) {
-  tstGroup* top = nrtest::held<tstGroup>();
-  tstGroup* fixed = new tstGroup;
+  // A static group keeps its sphere and stops the notices.
   fixed->setBoundMode(nrNode::STATIC);
   fixed->setSphereBound(nrSphereBound(nrVec3f(0, 1, 0), 0.5f));
-  top->addChild(fixed);
+  mid->addChild(fixed);
   sphereOf(top);
   top->childNotices = 0;
-
-  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(9, 9, 9), 1));
-  fixed->addChild(leaf);
-  leaf->setSphereBound(nrSphereBound(nrVec3f(-9, 0, 0), 2));
-  expectSphere(sphereOf(fixed), 0, 1, 0, 0.5f);
+  tstLeaf* inside = leafAt(9, 9, 9, 1);
+  fixed->addChild(inside);
+  inside->setSphereBound(nrSphereBound(nrVec3f(-9, 0, 0), 2));
+  expectSphere(fixed, 0, 1, 0, 0.5f);
   EXPECT_EQ(fixed->boundsComputed, 0);
   EXPECT_EQ(top->childNotices, 0);
   top->unref();
 }
 
 TEST(nrGroup, EmptyAndNullChildrenGiveWhatAroundGivesForThem) {
-  nrSphereBound emptyAround;
-  emptyAround.around(static_cast<const nrSphereBound* const*>(nullptr), 0);
+  nrSphereBound none, a, b, twoEmpty;
+  none.around(static_cast<const nrSphereBound* const*>(nullptr), 0);
+  const nrSphereBound* both[] = {&a, &b};
+  twoEmpty.around(both, 2);
 
   tstGroup* g = nrtest::held<tstGroup>();
-  nrSphereBound s = sphereOf(g);
-  EXPECT_EQ(s.radius, emptyAround.radius);
-
+  EXPECT_EQ(sphereOf(g).radius, none.radius);
   g->addChild(new tstLeaf);
   g->addChild(new tstLeaf);
-  nrSphereBound a, b;
-  const nrSphereBound* both[] = {&a, &b};
-  nrSphereBound twoEmpty;
-  twoEmpty.around(both, 2);
-  s = sphereOf(g);
-  expectSphere(s, twoEmpty.center[0], twoEmpty.center[1], twoEmpty.center[2], twoEmpty.radius);
-
+  expectSphere(g, twoEmpty.center[0], twoEmpty.center[1], twoEmpty.center[2], twoEmpty.radius);
   g->setChildCount(4);
   EXPECT_EQ(g->getChild(3), nullptr);
-  g->setChild(3, new tstLeaf(nrSphereBound(nrVec3f(1, 2, 3), 1)));
-  expectSphere(sphereOf(g), 1, 2, 3, 1);
+  g->setChild(3, leafAt(1, 2, 3, 1));
+  expectSphere(g, 1, 2, 3, 1);
   g->unref();
 }
 
 TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
   int live = tstLeaf::live;
-  tstGroup* a = nrtest::held<tstGroup>();
-  tstGroup* b = nrtest::held<tstGroup>();
-  tstLeaf* shared = new tstLeaf;
-  tstLeaf* only = new tstLeaf;
+  tstGroup *a = nrtest::held<tstGroup>(), *b = nrtest::held<tstGroup>();
+  tstLeaf *shared = new tstLeaf, *other = new tstLeaf;
   a->addChild(shared);
-  a->addChild(only);
+  a->addChild(new tstLeaf);
   b->addChild(shared);
   EXPECT_EQ(shared->getParentCount(), 2);
 
   EXPECT_TRUE(a->removeChild(shared));
-  EXPECT_EQ(tstLeaf::live, live + 2);
+  EXPECT_EQ(tstLeaf::live, live + 3);
   EXPECT_FALSE(a->removeChild(shared));
   a->removeChild(0);
-  EXPECT_EQ(tstLeaf::live, live + 1);
+  EXPECT_EQ(tstLeaf::live, live + 2);
   EXPECT_EQ(a->getNumChildren(), 0);
 
   EXPECT_TRUE(b->replaceChild(shared, shared));
-  EXPECT_EQ(tstLeaf::live, live + 1);
-  tstLeaf* other = new tstLeaf;
+  EXPECT_EQ(tstLeaf::live, live + 2);
   b->setChild(0, other);
   EXPECT_EQ(tstLeaf::live, live + 1);
   EXPECT_FALSE(b->replaceChild(shared, other));
-
   b->setChildCount(0);
   EXPECT_EQ(tstLeaf::live, live);
   b->addChild(new tstLeaf);
@@ -143,8 +128,7 @@ TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
 
 TEST(nrGroup, EveryMutatorSignalsTheChildrenEvenWhenNothingChanges) {
   tstGroup* g = nrtest::held<tstGroup>();
-  tstLeaf* x = new tstLeaf;
-  tstLeaf* y = new tstLeaf;
+  tstLeaf *x = new tstLeaf, *y = new tstLeaf;
   g->addChild(x);
   g->insertChild(0, y);
   g->insertChild(1, x);
@@ -174,11 +158,9 @@ TEST(nrGroup, EveryMutatorSignalsTheChildrenEvenWhenNothingChanges) {
 
 TEST(nrNode, InsertParentTakesThePlaceOfEveryGroupParentOnly) {
   int live = tstLeaf::live;
-  tstGroup* a = nrtest::held<tstGroup>();
-  tstGroup* b = nrtest::held<tstGroup>();
+  tstGroup *a = nrtest::held<tstGroup>(), *b = nrtest::held<tstGroup>();
   tstHolder* holder = nrtest::held<tstHolder>();
-  tstLeaf* leaf = new tstLeaf;
-  tstLeaf* first = new tstLeaf;
+  tstLeaf *leaf = new tstLeaf, *first = new tstLeaf;
   a->addChild(first);
   a->addChild(leaf);
   b->addChild(leaf);
@@ -207,25 +189,25 @@ TEST(nrNode, InsertParentTakesThePlaceOfEveryGroupParentOnly) {
 
 TEST(nrGroup, ClonesShareOrCopyTheChildrenByMode) {
   tstGroup* g = nrtest::held<tstGroup>();
-  tstLeaf* leaf = new tstLeaf(nrSphereBound(nrVec3f(1, 0, 0), 1));
+  tstLeaf* leaf = leafAt(1, 0, 0, 1);
   g->addChild(leaf);
   g->addChild(leaf);
 
-  nrGroup* shallow = static_cast<nrGroup*>(g->clone(nrContainer::SHALLOW_CLONE));
+  auto* shallow = static_cast<nrGroup*>(g->clone(nrContainer::SHALLOW_CLONE));
   shallow->ref();
   EXPECT_EQ(shallow->getChild(0), leaf);
   EXPECT_EQ(leaf->getParentCount(), 4);
 
-  nrGroup* deep = static_cast<nrGroup*>(g->clone(2));
+  auto* deep = static_cast<nrGroup*>(g->clone(2));
   deep->ref();
   ASSERT_EQ(deep->getNumChildren(), 2);
   nrNode* copy = deep->getChild(0);
   EXPECT_NE(copy, leaf);
   EXPECT_EQ(deep->getChild(1), copy);
   EXPECT_EQ(copy->getParentCount(), 2);
-  expectSphere(sphereOf(deep), 1, 0, 0, 1);
+  expectSphere(deep, 1, 0, 0, 1);
   copy->setSphereBound(nrSphereBound(nrVec3f(5, 0, 0), 1));
-  expectSphere(sphereOf(deep), 5, 0, 0, 1);
-  expectSphere(sphereOf(g), 1, 0, 0, 1);
+  expectSphere(deep, 5, 0, 0, 1);
+  expectSphere(g, 1, 0, 0, 1);
   nrtest::unref(deep, shallow, g);
 }

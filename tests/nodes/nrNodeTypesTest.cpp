@@ -10,33 +10,27 @@ namespace {
 // dispatch-table columns show the registration order.
 int registrationOrderFault() {
   nrObject::initClasses();
+  auto T = [](const char* name) { return nrType::getType(name); };
   nrType* order[] = {nrSFRotation::classType, nrSFSphereBound::classType, nrSFBoxBound::classType,
-                     nrSFString::classType, nrMFString::classType, nrType::getType("LineStripSet"),
-                     nrType::getType("IndexedLineSet"), nrType::getType("TriSet"), nrType::getType("PolySet"),
-                     nrType::getType("IndexedFaceSet"), nrType::getType("Camera"),
-                     nrType::getType("OrthoCamera"), nrType::getType("PerspCamera"), nrType::getType("nrAction"),
-                     nrType::getType("TransformAction"), nrType::getType("nrVFCullAction"),
-                     nrType::getType("nrDrawAction"), nrType::getType("IsectAction"),
-                     nrType::getType("SoundAction"), nrType::getType("Hit"), nrType::getType("Node"),
-                     nrType::getType("Group"), nrType::getType("Switch"), nrType::getType("Collision"),
-                     nrType::getType("Inline"), nrType::getType("Transform"), nrType::getType("Environment"),
-                     nrType::getType("Billboard")};
+                     nrSFString::classType, nrMFString::classType, T("LineStripSet"), T("IndexedLineSet"),
+                     T("TriSet"), T("PolySet"), T("IndexedFaceSet"), T("Camera"), T("OrthoCamera"),
+                     T("PerspCamera"), T("nrAction"), T("TransformAction"), T("nrVFCullAction"), T("nrDrawAction"),
+                     T("IsectAction"), T("SoundAction"), T("Hit"), T("Node"), T("Group"), T("Switch"),
+                     T("Collision"), T("Inline"), T("Transform"), T("Environment"), T("Billboard")};
   int last = -1;
   for (int i = 0; i < int(sizeof(order) / sizeof(order[0])); ++i) {
     if (!order[i] || order[i]->getObjectIndex() <= last) return i + 1;
     last = order[i]->getObjectIndex();
   }
-  if (nrType::getType("nrSphereBound") != nrSFSphereBound::classType) return 120;
-  if (nrType::getType("Node")->getParent() != nrContainer::classType) return 121;
-  if (nrType::getType("Group")->getParent() != nrNode::classType) return 122;
-  if (nrType::getType("nrAction")->getParent() != nrObject::classType) return 123;
-  if (nrType::getType("IsectAction")->getParent() != nrType::getType("TransformAction")) return 124;
-  if (nrType::getType("PerspCamera")->getParent() != nrType::getType("Camera")) return 125;
-  if (nrType::getType("Transform")->getParent() != nrType::getType("Group")) return 126;
-  if (nrType::getType("FrustumCamera") || nrType::getType("CompileAction") || nrType::getType("LOD") ||
-      nrType::getType("Fog"))
-    return 127;
-  if (nrType::getType("Inline")->getParent() != nrType::getType("Switch")) return 128;
+  if (T("nrSphereBound") != nrSFSphereBound::classType) return 120;
+  if (T("Node")->getParent() != nrContainer::classType) return 121;
+  if (T("Group")->getParent() != nrNode::classType) return 122;
+  if (T("nrAction")->getParent() != nrObject::classType) return 123;
+  if (T("IsectAction")->getParent() != T("TransformAction")) return 124;
+  if (T("PerspCamera")->getParent() != T("Camera")) return 125;
+  if (T("Transform")->getParent() != T("Group")) return 126;
+  if (T("FrustumCamera") || T("CompileAction") || T("LOD") || T("Fog")) return 127;
+  if (T("Inline")->getParent() != T("Switch")) return 128;
   return 0;
 }
 

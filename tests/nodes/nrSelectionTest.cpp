@@ -136,7 +136,7 @@ TEST_F(Selection, SwitchDrawsAndPicksTheChosenChildrenBetweenItsHooks) {
   sw->unref();
 }
 
-TEST_F(Selection, LodDrawsTheChildOfTheRangeTheEyeIsIn) {
+TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
   // The eye is at z = 10; the centre is placed d away from it.
   nrLOD* one = groupOf<nrLOD>("l", {new tstQuad("a", red)});
   for (float d : {999999.0f, 1000000.0f, 2000000.0f}) {
@@ -146,7 +146,8 @@ TEST_F(Selection, LodDrawsTheChildOfTheRangeTheEyeIsIn) {
   }
   one->unref();
 
-  nrLOD* lod = groupOf<nrLOD>("l", {new tstQuad("a", red), new tstQuad("b", red), new tstQuad("c", red)});
+  tstQuad* quads[] = {new tstQuad("a", red), new tstQuad("b", green), new tstQuad("c", blue)};
+  nrLOD* lod = groupOf<nrLOD>("l", {quads[0], quads[1], quads[2]});
   for (int i = 0; i < 3; ++i) lod->setRange(i, float(4 << i), float(8 << i));
   struct {
     float distance;
@@ -155,36 +156,21 @@ TEST_F(Selection, LodDrawsTheChildOfTheRangeTheEyeIsIn) {
   } cases[] = {{3, 0, 0, ""}, {4, 0, 0, "a"}, {8, 0, 0, "b"},  {31, 0, 0, "c"}, {32, 0, 0, ""},
                {3, 1, 0, ""}, {4, 1, 0, "b"}, {16, 1, 0, "c"}, {4, 0, 1, "b"},  {4, 2, 1, "c"}};
   for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.distance << " " << c.override << " " << c.offset);
     lod->setOffsetOverride(c.override);
     nrLOD::setOffset(c.offset);
     lod->setCenter(nrVec3f(0, 0, 10 - c.distance));
     EXPECT_EQ(draw(lod), 0);
-    EXPECT_EQ(tstDrawn, *c.drawn ? std::string("pre(l) ") + c.drawn + " post(l) " : "")
-        << c.distance << " " << c.override << " " << c.offset;
+    EXPECT_EQ(tstDrawn, *c.drawn ? std::string("pre(l) ") + c.drawn + " post(l) " : "");
+    // What shows right of the centre; picking follows the last draw, nothing when that drew nothing.
+    tstQuad* shown = *c.drawn ? quads[*c.drawn - 'a'] : nullptr;
+    EXPECT_TRUE(pixel(33, 33).almostEqual(shown ? shown->color : black, 0.02f));
+    EXPECT_EQ(pick(lod, down).getGeometry(), shown ? shown->asGeometry() : nullptr);
   }
   nrLOD::setOffset(0);
   nrTransformAction placed;
   lod->setCenter(nrVec3f(0, 0, -3));
   EXPECT_EQ(lod->whichChild(&placed), -1);
-  lod->unref();
-}
-
-TEST_F(Selection, LodShowsAndPicksAnotherChildAsTheCameraMovesThroughItsRanges) {
-  tstQuad* quads[] = {new tstQuad("r", red), new tstQuad("g", green), new tstQuad("b", blue)};
-  nrLOD* lod = groupOf<nrLOD>("l", {quads[0], quads[1], quads[2]});
-  for (int i = 0; i < 3; ++i) lod->setRange(i, float(5 * i), float(5 << i));
-  struct {
-    float z;
-    nrVec3f seen;
-    int hit;
-  } stops[] = {{3, red, 0}, {6, green, 1}, {12, blue, 2}, {30, black, -1}};
-  for (const auto& s : stops) {
-    camera->setPosition(0, 0, s.z);
-    draw(lod);
-    EXPECT_TRUE(pixel(34, 33).almostEqual(s.seen, 0.02f)) << s.z;
-    // Picking follows the last draw: nothing when that drew nothing.
-    EXPECT_EQ(pick(lod, down).getGeometry(), s.hit < 0 ? nullptr : quads[s.hit]->asGeometry()) << s.z;
-  }
   lod->unref();
 }
 

