@@ -4,7 +4,7 @@
 #include <unistd.h>
 #include <zlib.h>
 
-#include <cstdlib>
+#include <fstream>
 #include <string>
 
 namespace {
@@ -20,35 +20,24 @@ TEST(nrFileStream, GzipFilesReadAsTheirDecompressedText) {
   ASSERT_TRUE(mkdtemp(dir));
   std::string text = "#VRML V2.0 utf8\n";
   for (int i = 0; i < 20000; ++i) text += "Transform { translation " + std::to_string(i) + " 0 1 }\n";
-  std::string plain = std::string(dir) + "/plain.wrl", packed = std::string(dir) + "/packed.wrl.gz",
-              tiny = std::string(dir) + "/tiny.wrl";
-
+  const std::string plain = dir + std::string("/plain.wrl"), packed = plain + ".gz", tiny = dir + std::string("/tiny");
   gzFile gz = gzopen(packed.c_str(), "wb");
-  ASSERT_TRUE(gz);
   ASSERT_EQ(gzwrite(gz, text.data(), text.size()), int(text.size()));
   gzclose(gz);
-  for (auto [path, content] : {std::pair{plain, text}, std::pair{tiny, std::string("\x1f")}}) {
-    FILE* f = fopen(path.c_str(), "w");
-    fputs(content.c_str(), f);
-    fclose(f);
-  }
+  std::ofstream(plain) << text;
+  std::ofstream(tiny) << '\x1f';
 
-  for (const std::string& path : {plain, packed}) {
+  // One byte of the magic alone is plain text.
+  for (auto [path, content] : {std::pair{plain, text}, std::pair{packed, text}, std::pair{tiny, std::string("\x1f")}}) {
     SCOPED_TRACE(path);
     FILE* stream = nrFileStream::open(path.c_str());
     ASSERT_TRUE(stream);
-    EXPECT_EQ(readAll(stream), text);
+    EXPECT_EQ(readAll(stream), content);
     EXPECT_TRUE(feof(stream));
     EXPECT_EQ(fclose(stream), 0);
+    unlink(path.c_str());
   }
-  // One byte of the magic alone is plain text.
-  FILE* stream = nrFileStream::open(tiny.c_str());
-  ASSERT_TRUE(stream);
-  EXPECT_EQ(readAll(stream), "\x1f");
-  fclose(stream);
-  EXPECT_EQ(nrFileStream::open((std::string(dir) + "/missing.wrl").c_str()), nullptr);
-
-  for (const std::string& path : {plain, packed, tiny}) unlink(path.c_str());
+  EXPECT_EQ(nrFileStream::open((dir + std::string("/missing.wrl")).c_str()), nullptr);
   rmdir(dir);
 }
 
