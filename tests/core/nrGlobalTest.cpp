@@ -1,5 +1,13 @@
 #include "nerio3d/core/nrGlobal.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "nerio3d/core/nrString.h"
 #include "nrCapture.h"
 
 TEST(nrGlobalNotify, PrintsSeverityTypeAndMessageVerbatim) {
@@ -10,4 +18,100 @@ TEST(nrGlobalNotify, PrintsSeverityTypeAndMessageVerbatim) {
             "(DEBUG, PRINT): %d %s\n");
   EXPECT_EQ(nrtest::captureStderr([] { nrGlobal::notify(nrGlobal::FP_DEBUG, nrGlobal::MORE, "m\n"); }),
             "(FP_DEBUG, MORE): m\n\n");
+}
+
+namespace {
+// A scratch directory that is the working directory while the test runs.
+class nrFileSearch : public testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/nrFileSearchXXXXXX";
+    root = mkdtemp(pattern);
+    oldCwd = getcwd(nullptr, 0);
+    ASSERT_EQ(chdir(root.c_str()), 0);
+  }
+  void TearDown() override {
+    unsetenv("NR_DATAFILE_PATH");
+    nrGlobal::setFilePath(nullptr);
+    EXPECT_EQ(chdir(oldCwd), 0);
+    free(oldCwd);
+    std::string command = "rm -rf '" + root + "'";
+    EXPECT_EQ(system(command.c_str()), 0);
+  }
+
+  void makeDir(const std::string& dir) { ASSERT_EQ(mkdir((root + "/" + dir).c_str(), 0755), 0); }
+  void makeFile(const std::string& path) { fclose(fopen((root + "/" + path).c_str(), "w")); }
+  bool exists(const std::string& path) { return access((root + "/" + path).c_str(), F_OK) == 0; }
+
+  std::string found(const char* name, int expected, int mode = nrGlobal::READ_FMODE) {
+    nrString result("stale");
+    EXPECT_EQ(nrGlobal::findFile(name, result, mode), expected) << name;
+    return result.isNull() ? "<null>" : result.getString();
+  }
+
+  std::string root;
+  char* oldCwd = nullptr;
+};
+}  // namespace
+
+TEST_F(nrFileSearch, FilePathKeepsWholeStringAndItsPieces) {
+  nrGlobal::setFilePath("a::b");
+  EXPECT_STREQ(nrGlobal::getFilePath(), "a::b");
+  nrGlobal::setFilePath("");
+  EXPECT_EQ(nrGlobal::getFilePath(), nullptr);
+
+  // Pieces, not the whole string, are searched: a directory literally named
+  // "p1:p2" is never looked into, while p2 is.
+  makeDir("p1:p2");
+  makeFile("p1:p2/whole.wrl");
+  makeDir("p2");
+  makeFile("p2/piece.wrl");
+  nrGlobal::setFilePath(":p1:p2:");
+  EXPECT_EQ(found("piece.wrl", 1), "p2/piece.wrl");
+  EXPECT_EQ(found("whole.wrl", 0), "p2/whole.wrl");
+}
+
+TEST_F(nrFileSearch, SearchOrderIsNameEnvironmentThenFilePath) {
+  for (const char* d : {"dir1", "dir2", "list1", "list2"}) makeDir(d);
+  setenv("NR_DATAFILE_PATH", (root + "/dir1::" + root + "/dir2/").c_str(), 1);
+  nrGlobal::setFilePath("list1:list2");
+
+  makeFile("list2/x.wrl");
+  EXPECT_EQ(found("x.wrl", 1), "list2/x.wrl");
+  makeFile("list1/x.wrl");
+  EXPECT_EQ(found("x.wrl", 1), "list1/x.wrl");
+  makeFile("dir2/x.wrl");
+  EXPECT_EQ(found("x.wrl", 1), root + "/dir2/x.wrl");  // no second slash after "dir2/"
+  makeFile("dir1/x.wrl");
+  EXPECT_EQ(found("x.wrl", 1), root + "/dir1/x.wrl");
+  makeFile("x.wrl");
+  EXPECT_EQ(found("x.wrl", 1), "x.wrl");
+
+  EXPECT_EQ(found("missing.wrl", 0), "list2/missing.wrl");
+  EXPECT_EQ(found("", 0), "<null>");
+  EXPECT_EQ(found(nullptr, 0), "<null>");
+}
+
+TEST_F(nrFileSearch, DirectoryPartIsDroppedOnSecondTry) {
+  for (const char* d : {"dir1", "dir2"}) makeDir(d);
+  setenv("NR_DATAFILE_PATH", (root + "/dir1:" + root + "/dir2/").c_str(), 1);
+
+  makeFile("dir2/x.wrl");
+  EXPECT_EQ(found("models/x.wrl", 1), root + "/dir2//x.wrl");
+  makeFile("dir1/x.wrl");
+  EXPECT_EQ(found("models/x.wrl", 1), root + "/dir1//x.wrl");
+  makeDir("models");
+  makeFile("models/x.wrl");
+  EXPECT_EQ(found("models/x.wrl", 1), "models/x.wrl");
+
+  EXPECT_EQ(found("models/y.wrl", 0), root + "/dir2//y.wrl");
+  EXPECT_EQ(found("y.wrl", 0), root + "/dir2/y.wrl");
+}
+
+TEST_F(nrFileSearch, WriteModeProbesByCreating) {
+  EXPECT_EQ(found("new.wrl", 0, nrGlobal::READ_BINARY_FMODE), "new.wrl");
+  EXPECT_FALSE(exists("new.wrl"));
+  EXPECT_EQ(found("new.wrl", 1, nrGlobal::WRITE_FMODE), "new.wrl");
+  EXPECT_TRUE(exists("new.wrl"));
+  EXPECT_EQ(found("new.wrl", 1, nrGlobal::READ_TEXT_FMODE), "new.wrl");
 }

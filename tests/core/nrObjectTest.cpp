@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/fields/nrMField.h"
+#include "nerio3d/fields/nrSField.h"
 
 namespace {
 
@@ -22,6 +24,13 @@ class TestSubThing : public TestThing {
 };
 NR_DEFINE_TYPE(TestSubThing, TestThing, "TestSubThing") {}
 
+// A container type with one enumerated field, for the type-level enumeration calls.
+class tstEnumHolder : public nrContainer {
+  NR_DECLARE_CONTAINER_TYPE(tstEnumHolder)
+  tstEnumHolder() : nrContainer(getClassType()) { initFieldDefaults(classType); }
+  int mode;
+};
+
 }  // namespace
 
 TEST(nrObject, ReferenceCounting) {
@@ -30,19 +39,15 @@ TEST(nrObject, ReferenceCounting) {
   EXPECT_TRUE((new TestThing)->unref());
   EXPECT_EQ(destroyed, 1);
 
-  TestThing* t = new TestThing;
+  TestThing *t = new TestThing, *kept = new TestThing;
   t->ref();
   t->ref();
   EXPECT_FALSE(t->unref());
   EXPECT_EQ(t->getRefCount(), 1);
   EXPECT_TRUE(t->unref());
-  EXPECT_EQ(destroyed, 2);
-
-  TestThing* kept = new TestThing;
   kept->ref();
   EXPECT_TRUE(kept->unrefNoDelete());
-  EXPECT_EQ(destroyed, 2);
-  EXPECT_EQ(kept->getRefCount(), 0);
+  EXPECT_EQ(std::pair(destroyed, kept->getRefCount()), std::pair(2, 0));
   kept->unref();
   EXPECT_EQ(destroyed, 3);
 }
@@ -54,8 +59,7 @@ TEST(nrType, RegistrationParentFirstAndLookup) {
   ASSERT_NE(sub, nullptr);
   EXPECT_EQ(sub->getParent(), TestThing::classType);
   EXPECT_EQ(nrType::getType("TestSubThing"), sub);
-  EXPECT_TRUE(s->isOfType(TestThing::classType));
-  EXPECT_TRUE(s->isOfType(sub));
+  EXPECT_TRUE(s->isOfType(TestThing::classType) && s->isOfType(sub));
   EXPECT_FALSE(TestThing::classType->isDerivedFrom(sub));
 
   // Subtypes are recorded in construction order.
@@ -89,8 +93,7 @@ TEST(nrType, EnumerationCoversTheDictionaryInBucketOrder) {
 TEST(nrType, SameNameReplacesTheDictionaryEntryButBothRecordsStay) {
   nrType* object = nrObject::getClassType();
   int before = nrType::getNumTypes();
-  nrType* first = new nrType(object, "TestShared");
-  nrType* second = new nrType(object, "TestShared");
+  nrType *first = new nrType(object, "TestShared"), *second = new nrType(object, "TestShared");
   EXPECT_EQ(nrType::getNumTypes(), before + 1);
   EXPECT_EQ(nrType::getType("TestShared"), second);
   EXPECT_NE(first->getObjectIndex(), second->getObjectIndex());
@@ -103,12 +106,10 @@ TEST(nrType, EngineListsAppendToTheParents) {
   nrType* derived = new nrType(base, "TestEngineDerived");
   short in2[] = {7}, out2[] = {8, 9};
   derived->setEngineIO(1, in2, 2, out2);
-  const nrShortArray& inputs = derived->getEngineInputs();
-  const nrShortArray& outputs = derived->getEngineOutputs();
-  ASSERT_EQ(inputs.getCount(), 3u);
-  EXPECT_EQ(inputs[0] * 100 + inputs[1] * 10 + inputs[2], 237);
-  ASSERT_EQ(outputs.getCount(), 3u);
-  EXPECT_EQ(outputs[0] * 100 + outputs[1] * 10 + outputs[2], 489);
+  for (auto [list, digits] : {std::pair{&derived->getEngineInputs(), 237}, std::pair{&derived->getEngineOutputs(), 489}}) {
+    ASSERT_EQ(list->getCount(), 3u);
+    EXPECT_EQ((*list)[0] * 100 + (*list)[1] * 10 + (*list)[2], digits);
+  }
 }
 
 TEST(nrData, PayloadFollowsTheHeaderAndClonesByteForByte) {
@@ -125,4 +126,28 @@ TEST(nrData, PayloadFollowsTheHeaderAndClonesByteForByte) {
   EXPECT_EQ(static_cast<unsigned char*>(copy->getPayload())[9], 27);
   copy->unref();
   block->unref();
+}
+
+NR_DEFINE_TYPE(tstEnumHolder, nrContainer, "TestEnumHolder") {
+  nrSFEnum::addTypeField(type, "mode", 0, 0, &tstEnumHolder::mode);
+  const char* names[] = {"OFF_MODE", "ON_MODE", "ALSO_ON_MODE"};
+  const int values[] = {0, 1, 1};
+  type->defineEnums(0, 3, names, values);
+}
+
+TEST(nrTypeFields, DefineEnumsAndMapEnumGoThroughTheFieldDescriptor) {
+  nrType* t = tstEnumHolder::getClassType();
+  EXPECT_STREQ(t->mapEnum(0, 0), "OFF_MODE");
+  EXPECT_STREQ(t->mapEnum(0, 1), "ON_MODE") << "the first name of a value wins";
+  EXPECT_STREQ(t->mapEnum(0, 2), "(nameless)");
+  EXPECT_STREQ(t->getFieldInfo(0)->mapEnum(1), "ON_MODE");
+}
+
+TEST(nrTypeFields, SharedFieldTypeNamesResolveToTheMultiValuedType) {
+  nrObject::initClasses();
+  EXPECT_EQ(nrType::getType("nrFloat"), nrMFFloat::getClassType());
+  EXPECT_STREQ(nrSFFloat::getClassType()->getName(), "nrFloat");
+  EXPECT_EQ(nrType::getType("nrUByte"), nrSFUByte::getClassType()) << "a kind with no list keeps its name";
+  EXPECT_FALSE(nrField::getClassType()->isDerivedFrom(nrObject::getClassType()));
+  EXPECT_EQ(nrType::getType("nrMFRef")->getParent(), nrMField::getClassType());
 }

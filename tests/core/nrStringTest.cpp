@@ -1,8 +1,10 @@
 #include "nerio3d/core/nrString.h"
 
-#include <cstdio>
 #include <string>
 
+#include "nerio3d/core/nrDict.h"
+#include "nerio3d/core/nrName.h"
+#include "nerio3d/core/nrStringDict.h"
 #include "nerio3d/fields/nrOutput.h"
 #include "nrOutputCapture.h"
 
@@ -50,4 +52,88 @@ TEST(nrString, WriteIsInvertedOnPurpose) {
   nrString null, text("hello");
   EXPECT_EQ(nrtest::writeToString([&](nrOutput* out) { null.write(out); }), "\"(null)\"");
   EXPECT_EQ(nrtest::writeToString([&](nrOutput* out) { text.write(out); }), "(null)");
+}
+
+TEST(nrName, InterningSharesEntriesAndNewestLeadsItsBucket) {
+  nrName a("interned-text"), b(std::string("interned-text").c_str());
+  EXPECT_TRUE(a == b);
+  EXPECT_EQ(a.getEntry(), b.getEntry());
+  EXPECT_STREQ(nrName().getString(), "");
+
+  // "Ac" flips bit 5 of the first byte and bit 0 of the second, which lands
+  // on the same bit: same hash as "ab", different bytes.
+  ASSERT_EQ(nrString::hash("ab"), nrString::hash("Ac"));
+  const nrNameEntry* older = nrNameEntry::insert("ab");
+  const nrNameEntry* newer = nrNameEntry::insert("Ac");
+  EXPECT_NE(older, newer);
+  EXPECT_EQ(nrNameEntry::nameTableSize, 1999);
+  EXPECT_EQ(nrNameEntry::nameTable[older->hash % nrNameEntry::nameTableSize], newer);
+  EXPECT_EQ(newer->next, older);
+}
+
+TEST(nrName, TextsAtTheChunkLimit) {
+  // 3999 bytes with the terminator still go into a pooled chunk; 4000 bytes get
+  // their own copy and leave the chunk untouched.
+  std::string fits(3998, 'q'), tooLong(3999, 'r');
+  const nrNameEntry* pooled = nrNameEntry::insert(fits.c_str());
+  nrNameChunk* chunk = nrNameEntry::chunk;
+  ASSERT_NE(chunk, nullptr);
+  EXPECT_EQ(nrNameChunk::chunkSize, 4000);
+  EXPECT_GE(pooled->string, chunk->mem);
+  EXPECT_LT(pooled->string, chunk->mem + nrNameChunk::chunkSize);
+  int left = chunk->bytesLeft;
+
+  const nrNameEntry* own = nrNameEntry::insert(tooLong.c_str());
+  EXPECT_EQ(nrNameEntry::chunk, chunk);
+  EXPECT_EQ(chunk->bytesLeft, left);
+  EXPECT_FALSE(own->string >= chunk->mem && own->string < chunk->mem + nrNameChunk::chunkSize);
+  EXPECT_EQ(std::string(own->string), tooLong);
+}
+
+static void* ptr(long v) { return reinterpret_cast<void*>(v); }
+
+TEST(nrDict, EnterFindRemoveAndChainsByModulo) {
+  nrDict d(7);
+  void* v = ptr(1);
+  EXPECT_FALSE(d.find(3, v));
+  EXPECT_EQ(v, nullptr);
+  EXPECT_TRUE(d.enter(3, ptr(30)));
+  EXPECT_TRUE(d.enter(10, ptr(100)));  // same bucket as 3
+  EXPECT_FALSE(d.enter(3, ptr(31)));   // replaces
+  // Keys wider than 32 bits stay distinct (addresses are keys).
+  unsigned long wide = 0x100000003ul;
+  EXPECT_TRUE(d.enter(wide, ptr(5)));
+  ASSERT_TRUE(d.find(3, v));
+  EXPECT_EQ(v, ptr(31));
+  EXPECT_TRUE(d.remove(3));
+  EXPECT_FALSE(d.remove(3));
+  ASSERT_TRUE(d.find(10, v));
+  EXPECT_EQ(v, ptr(100));
+  d.clear();
+  EXPECT_FALSE(d.find(10, v));
+}
+
+TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
+  nrStringDict d(11);
+  // Two keys in buckets 5 and 2, entered in that order.
+  const char *k5 = "h", *k2 = "e";
+  ASSERT_EQ(std::pair(nrString::hash(k5) % 11, nrString::hash(k2) % 11), std::pair(5u, 2u));
+  char buffer[] = "h";
+  EXPECT_TRUE(d.enter(buffer, ptr(5)));
+  buffer[0] = '#';  // the dictionary holds its own copy of the key
+  EXPECT_TRUE(d.enter(k2, ptr(2)));
+  EXPECT_FALSE(d.enter(k5, ptr(55)));
+  EXPECT_EQ(d.getSize(), 2u);
+
+  void* v = nullptr;
+  ASSERT_TRUE(d.get(0, v));
+  EXPECT_EQ(v, ptr(2));
+  ASSERT_TRUE(d.get(1, v));
+  EXPECT_EQ(v, ptr(55));
+  EXPECT_FALSE(d.get(2, v));
+  EXPECT_EQ(v, nullptr);
+
+  EXPECT_TRUE(d.remove(k2));
+  EXPECT_FALSE(d.remove(k2));
+  EXPECT_EQ(d.getSize(), 1u);
 }

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
 
 #include "nrFieldTestTypes.h"
 
+using nrtest::field;
 using nrtest::fieldLine;
 
 TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
@@ -10,7 +14,6 @@ TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
     EXPECT_TRUE(c->getType()->getFieldInfo(i)->isDefault(c)) << i;
     EXPECT_EQ(fieldLine(c, i), "") << i;
   }
-  EXPECT_STREQ(static_cast<nrSFName*>(c->getField(tstAll::NAME))->get().getString(), "none");
   c->unref();
 }
 
@@ -18,8 +21,14 @@ namespace {
 // Sets field `index` of c, of kind F, to v and returns the field's line.
 template <typename F, typename V>
 std::string setAndWrite(nrContainer* c, int index, const V& v) {
-  static_cast<F*>(c->getField(index))->set(v);
+  field<F>(c, index)->set(v);
   return fieldLine(c, index);
+}
+
+std::string writeRoot(nrContainer* root, int times = 1) {
+  return nrtest::writeToString([&](nrOutput* out) {
+    for (int i = 0; i < times; ++i) out->write(root);
+  });
 }
 }  // namespace
 
@@ -42,35 +51,26 @@ TEST(nrFieldInfo, NonDefaultValuesWriteNameAndValueInTheirKindsFormat) {
   nrRotation r(0, 0, 1, 0);
   r.angle = -0.0f;
   EXPECT_EQ(setAndWrite<nrSFRotation>(c, tstAll::ROTATION, r), "") << "components compare as numbers";
-  c->unref();
-}
-
-TEST(nrFieldInfo, EnumerationsWriteTheirNamesOrNothingAtAll) {
-  tstAll* c = nrtest::held<tstAll>();
-  nrSFEnum* e = static_cast<nrSFEnum*>(c->getField(tstAll::ENUM));
-  e->set(1);
-  EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum SECOND_TEST\n");
-  e->set(5);
-  EXPECT_EQ(fieldLine(c, tstAll::ENUM), "  enum ");
-  EXPECT_STREQ(c->getType()->mapEnum(tstAll::INT, 0), "(nameless)");
+  // Enumerations write their name, or nothing after the field name for a value without one.
+  EXPECT_EQ(setAndWrite<nrSFEnum>(c, tstAll::ENUM, 1), "  enum SECOND_TEST\n");
+  EXPECT_EQ(setAndWrite<nrSFEnum>(c, tstAll::ENUM, 5), "  enum ");
   c->unref();
 }
 
 TEST(nrFieldInfo, ListsWriteOneIndentedLinePerElement) {
   tstAll* c = nrtest::held<tstAll>();
-  nrMFFloat* f = static_cast<nrMFFloat*>(c->getField(tstAll::MFFLOAT));
+  nrMFFloat* f = field<nrMFFloat>(c, tstAll::MFFLOAT);
   f->append(1.0f);
   f->append(2.0f);
   EXPECT_EQ(fieldLine(c, tstAll::MFFLOAT), "  mfFloat [\n  1.000000,\n  2.000000,\n  ]\n");
-  nrMFByte* b = static_cast<nrMFByte*>(c->getField(tstAll::MFBYTE));
-  b->set(0, static_cast<char>(0xFF));
+  field<nrMFByte>(c, tstAll::MFBYTE)->set(0, static_cast<char>(0xFF));
   EXPECT_EQ(fieldLine(c, tstAll::MFBYTE, 0), "mfByte [\n0xffffffff,\n]\n");
   // Null references are skipped; a container writes itself in place.
-  nrMFRef* refs = static_cast<nrMFRef*>(c->getField(tstAll::MFREF));
+  nrMFRef* refs = field<nrMFRef>(c, tstAll::MFREF);
   refs->append(nullptr);
   refs->append(new tstLeaf);
   EXPECT_EQ(fieldLine(c, tstAll::MFREF), "  mfRef [\n  \n  TestLeaf {\n  },\n  ]\n");
-  static_cast<nrSFRef*>(c->getField(tstAll::REF))->set(new tstLeaf);
+  field<nrSFRef>(c, tstAll::REF)->set(new tstLeaf);
   EXPECT_EQ(fieldLine(c, tstAll::REF), "  ref \n  TestLeaf {\n  }\n");
   f->setCount(0);
   EXPECT_EQ(fieldLine(c, tstAll::MFFLOAT), "");
@@ -93,5 +93,66 @@ TEST(nrFieldInfo, LookupByNameAliasAndRouteSpellings) {
   EXPECT_EQ(c->getField(tstAll::MFFLOAT)->getType(), nrMFFloat::getClassType());
   EXPECT_TRUE(c->getField(tstAll::MFREF)->isOfType(nrMField::getClassType()));
   EXPECT_FALSE(c->getField(tstAll::REF)->isOfType(nrMField::getClassType()));
+  EXPECT_STREQ(c->getType()->mapEnum(tstAll::INT, 0), "(nameless)");
   c->unref();
+}
+
+TEST(nrOutput, SharedContainersAreWrittenOnceThenUsed) {
+  tstAll* root = nrtest::held<tstAll>();
+  tstLeaf* leaf = new tstLeaf;
+  nrtest::floatField(leaf, tstLeaf::VALUE)->set(2.0f);
+  for (int i = 0; i < 2; ++i) nrtest::field<nrMFRef>(root, tstAll::MFREF)->append(leaf);
+
+  const std::string once =
+      "\nTestAll {\n  mfRef [\n  \n  DEF Obj0 TestLeaf {\n    value 2.000000\n  },\n  USE Obj0,\n  ]\n}";
+  EXPECT_EQ(writeRoot(root), once);
+  // Numbering restarts with every root written through the same writer.
+  EXPECT_EQ(writeRoot(root, 2), once + once);
+
+  // A named shared container is defined and used by its own name.
+  leaf->setName("Lamp");
+  std::string named = once;
+  for (size_t at; (at = named.find("Obj0")) != std::string::npos;) named.replace(at, 4, "Lamp");
+  EXPECT_EQ(writeRoot(root), named);
+  root->unref();
+}
+
+TEST(nrOutput, HeadersOfSingleParentAndDefaultContainers) {
+  tstLeaf* plain = nrtest::held<tstLeaf>();
+  EXPECT_EQ(writeRoot(plain), "\nTestLeaf {\n}");
+  // A name always gives a DEF, even without sharing.
+  plain->setName("Solo");
+  EXPECT_EQ(writeRoot(plain), "\nDEF Solo TestLeaf {\n}");
+  plain->unref();
+
+  tstAll* root = nrtest::held<tstAll>();
+  tstLeaf* child = new tstLeaf;
+  child->setName("Child");
+  nrtest::field<nrSFRef>(root, tstAll::REF)->set(child);
+  EXPECT_EQ(writeRoot(root), "\nTestAll {\n  ref \n  DEF Child TestLeaf {\n  }\n}");
+  root->unref();
+}
+
+TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
+  tstLeaf *source = nrtest::held<tstLeaf>(), *target = nrtest::held<tstLeaf>();
+  source->connect(tstLeaf::VALUE, target, tstLeaf::VALUE);
+  nrtest::floatField(source, tstLeaf::VALUE)->set(5.0f);
+  EXPECT_FALSE(target->getStaleInputMask().isZero());
+  EXPECT_EQ(writeRoot(target), "\nTestLeaf {\n  value 5.000000\n}");
+  EXPECT_TRUE(target->getStaleInputMask().isZero());
+  nrtest::unref(target, source);
+}
+
+TEST(nrOutput, WritesToAFileByPath) {
+  const std::string path = "/tmp/nrOutputTest" + std::to_string(getpid());
+  tstLeaf* leaf = nrtest::held<tstLeaf>();
+  {
+    nrOutput out(path.c_str());
+    ASSERT_NE(out.getStream(), nullptr);
+    out.write(leaf);
+  }
+  std::ifstream in(path);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "\nTestLeaf {\n}");
+  unlink(path.c_str());
+  leaf->unref();
 }

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "nrCapture.h"
 #include "nrFieldTestTypes.h"
 
+using nrtest::field;
 using nrtest::floatField;
 
 TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
@@ -10,9 +13,8 @@ TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
   floatField(c, tstAll::FLOAT)->set(3.0f);
   EXPECT_EQ(c->floatValue, 3.0f);
   EXPECT_EQ(c->changes[tstAll::FLOAT], 1);
-  nrMFVec3f* list = static_cast<nrMFVec3f*>(c->getField(tstAll::MFVEC3F));
+  nrMFVec3f* list = field<nrMFVec3f>(c, tstAll::MFVEC3F);
   list->set(2, nrVec3f(1, 2, 3));
-  EXPECT_EQ(list->getCount(), 3u);
   EXPECT_EQ((*list)[2][1], 2.0f);
   list->edit()[0] = nrVec3f(9, 9, 9);
   EXPECT_EQ(c->mfVec3f[0][0], 9.0f);
@@ -20,17 +22,14 @@ TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
   list->setRange(3, 2, fill);
   list->fillRange(0, 1, nrVec3f(5, 5, 5));
   EXPECT_EQ(list->getCount(), 5u);
-  EXPECT_EQ(list->get(4)[0], 2.0f);
-  EXPECT_EQ(list->get(0)[0], 5.0f);
+  EXPECT_EQ(std::pair(list->get(4)[0], list->get(0)[0]), std::pair(2.0f, 5.0f));
   EXPECT_EQ(c->changes[tstAll::MFVEC3F], 3);
   c->unref();
 }
 
 TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
-  tstAll* engine = new tstAll;
-  tstAll* a = new tstAll;
-  tstAll* b = new tstAll;
-  nrMFFloat* out = static_cast<nrMFFloat*>(engine->getField(tstAll::MFFLOAT));
+  tstAll *engine = new tstAll, *a = new tstAll, *b = new tstAll;
+  nrMFFloat* out = field<nrMFFloat>(engine, tstAll::MFFLOAT);
   out->setEventClass(3);
   out->connect(a->getField(tstAll::MFFLOAT));
   out->connect(b->getField(tstAll::MFFLOAT));
@@ -38,40 +37,35 @@ TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
   out->append(6.0f);
   EXPECT_EQ(engine->changes[tstAll::MFFLOAT], 0);
   for (tstAll* c : {a, b}) {
-    EXPECT_EQ(c->mfFloat.getCount(), 3u);
-    EXPECT_EQ(c->mfFloat[1], 4.0f);
-    EXPECT_EQ(c->mfFloat[2], 6.0f);
+    ASSERT_EQ(c->mfFloat.getCount(), 3u);
+    EXPECT_EQ(std::pair(c->mfFloat[1], c->mfFloat[2]), std::pair(4.0f, 6.0f));
     EXPECT_EQ(c->changes[tstAll::MFFLOAT], 2);
   }
   nrtest::unref(a, b, engine);
 }
 
 TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
-  tstAll* a = new tstAll;
-  tstAll* b = new tstAll;
-  tstAll* c = new tstAll;
-  floatField(a, tstAll::FLOAT)->set(5.0f);
+  tstAll *a = new tstAll, *b = new tstAll, *c = new tstAll;
+  nrSFFloat *fa = floatField(a, tstAll::FLOAT), *fb = floatField(b, tstAll::FLOAT), *fc = floatField(c, tstAll::FLOAT);
+  fa->set(5.0f);
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
-  EXPECT_EQ(a->getField(tstAll::FLOAT)->getNumOutputs(), 1);
-  EXPECT_TRUE(b->getField(tstAll::FLOAT)->isDirty());
+  EXPECT_EQ(fa->getNumOutputs(), 1);
+  EXPECT_TRUE(fb->isDirty());
   EXPECT_EQ(b->floatValue, 0.5f) << "nothing is copied before the read";
-  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 5.0f);
-  EXPECT_FALSE(b->getField(tstAll::FLOAT)->isDirty());
+  EXPECT_EQ(fb->get(), 5.0f);
+  EXPECT_FALSE(fb->isDirty());
   EXPECT_TRUE(b->getStaleInputMask().isZero());
 
   // Fan-in: the last source to push staleness wins.
   c->connect(tstAll::FLOAT, b, tstAll::FLOAT);
-  floatField(a, tstAll::FLOAT)->set(1.0f);
-  floatField(c, tstAll::FLOAT)->set(2.0f);
-  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 2.0f);
-  floatField(c, tstAll::FLOAT)->set(3.0f);
-  floatField(a, tstAll::FLOAT)->set(4.0f);
-  EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 4.0f);
-
+  for (auto [first, last] : {std::pair{fa, fc}, std::pair{fc, fa}}) {
+    first->set(1.0f);
+    last->set(2.0f);
+    EXPECT_EQ(fb->get(), 2.0f);
+  }
   a->disconnect(tstAll::FLOAT, b, tstAll::FLOAT);
-  EXPECT_EQ(a->getField(tstAll::FLOAT)->getNumOutputs(), 0);
-  EXPECT_EQ(b->getField(tstAll::FLOAT)->getNumInputs(), 1);
+  EXPECT_EQ(std::pair(fa->getNumOutputs(), fb->getNumInputs()), std::pair(0, 1));
 
   // Input-only sources and output-only destinations are refused silently.
   a->getField(tstAll::INT)->setEventClass(nrField::INPUT_ONLY_EVENT);
@@ -82,14 +76,13 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
 
   // A dying container takes its routes with it.
   c->unref();
-  EXPECT_EQ(b->getField(tstAll::FLOAT)->getNumInputs(), 0);
+  EXPECT_EQ(fb->getNumInputs(), 0);
   EXPECT_TRUE(b->getStaleInputMask().isZero());
   nrtest::unref(a, b);
 }
 
 TEST(nrField, CyclesStopAtBusyFields) {
-  tstAll* a = new tstAll;
-  tstAll* b = new tstAll;
+  tstAll *a = new tstAll, *b = new tstAll;
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   b->connect(tstAll::FLOAT, a, tstAll::FLOAT);
   floatField(a, tstAll::FLOAT)->set(7.0f);
@@ -100,23 +93,20 @@ TEST(nrField, CyclesStopAtBusyFields) {
 
 TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   tstAll* owner = nrtest::held<tstAll>();
-  nrSFRef* ref = static_cast<nrSFRef*>(owner->getField(tstAll::REF));
+  nrSFRef* ref = field<nrSFRef>(owner, tstAll::REF);
   tstLeaf* leaf = new tstLeaf;
   ref->set(leaf);
-  EXPECT_EQ(leaf->getRefCount(), 1);
   EXPECT_EQ(leaf->getParent(0), owner);
   ref->set(leaf);
   EXPECT_EQ(tstLeaf::live, 1) << "setting what it holds keeps it";
-  EXPECT_EQ(leaf->getParentCount(), 1);
+  EXPECT_EQ(std::pair(leaf->getRefCount(), leaf->getParentCount()), std::pair(1, 1));
   ref->set(nullptr);
   EXPECT_EQ(tstLeaf::live, 0);
 
-  nrMFRef* list = static_cast<nrMFRef*>(owner->getField(tstAll::MFREF));
-  leaf = new tstLeaf;
+  nrMFRef* list = field<nrMFRef>(owner, tstAll::MFREF);
+  list->append(leaf = new tstLeaf);
   list->append(leaf);
-  list->append(leaf);
-  EXPECT_EQ(leaf->getParentCount(), 2);
-  EXPECT_EQ(leaf->getRefCount(), 2);
+  EXPECT_EQ(std::pair(leaf->getRefCount(), leaf->getParentCount()), std::pair(2, 2));
   EXPECT_TRUE(list->remove(leaf));
   EXPECT_EQ(leaf->getParentCount(), 1);
   EXPECT_EQ(leaf->getParent(1), nullptr);
@@ -139,8 +129,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   nrContainer* first = nullptr;
   list->get(0, first);
   EXPECT_EQ(first, list->edit()[1]);
-  nrRefArray none;
-  list->set(none);
+  list->set(nrRefArray());
   EXPECT_EQ(tstLeaf::live, 0);
 
   list->append(new tstLeaf);
@@ -153,34 +142,31 @@ TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
   tstAll* owner = nrtest::held<tstAll>();
   tstOther* bad = nrtest::held<tstOther>();
   tstLeaf* good = new tstLeaf;
-  nrSFRef* ref = static_cast<nrSFRef*>(owner->getField(tstAll::REF));
-  nrMFRef* list = static_cast<nrMFRef*>(owner->getField(tstAll::MFREF));
+  nrSFRef* ref = field<nrSFRef>(owner, tstAll::REF);
+  nrMFRef* list = field<nrMFRef>(owner, tstAll::MFREF);
   list->append(good);
 
   EXPECT_EQ(nrtest::captureStderr([&] { ref->set(bad); }),
             "nrSFRef::set(): Bad type - TestOther not derived from TestLeaf.  parent (null) type TestAll\n");
   owner->setName("root");
   const std::string tail = ": Bad type - TestOther not derived from TestLeaf.  parent root type TestAll\n";
-  EXPECT_EQ(nrtest::captureStderr([&] { list->set(0u, bad); }), "nrMFRef::set(int, nrContainer*)" + tail);
   nrRefArray mixed;
-  mixed.append(good);
-  mixed.append(bad);
-  mixed.append(bad);
-  EXPECT_EQ(nrtest::captureStderr([&] { list->set(mixed); }),
-            "nrMFRef::set(const nrRefArray&) Bad type\n" + tail);
+  for (nrContainer* c : std::initializer_list<nrContainer*>{good, bad, bad}) mixed.append(c);
   nrContainer* range[1] = {bad};
-  EXPECT_EQ(nrtest::captureStderr([&] { list->setRange(0, 1, range); }),
-            "nrMFRef::setRange(int, int, nrContainer*[])" + tail);
-  EXPECT_EQ(nrtest::captureStderr([&] { list->fillRange(0, 1, bad); }),
-            "nrMFRef::fillRange(int, int, nrContainer*)\n" + tail);
-  EXPECT_EQ(nrtest::captureStderr([&] { list->append(bad); }), "nrMFRef::append(int, nrContainer*)" + tail);
-  EXPECT_EQ(nrtest::captureStderr([&] { list->insert(0, bad); }), "nrMFRef::insert(int, nrContainer*)" + tail);
+  const std::pair<std::function<void()>, std::string> table[] = {
+      {[&] { list->set(0u, bad); }, "nrMFRef::set(int, nrContainer*)" + tail},
+      {[&] { list->set(mixed); }, "nrMFRef::set(const nrRefArray&) Bad type\n" + tail},
+      {[&] { list->setRange(0, 1, range); }, "nrMFRef::setRange(int, int, nrContainer*[])" + tail},
+      {[&] { list->fillRange(0, 1, bad); }, "nrMFRef::fillRange(int, int, nrContainer*)\n" + tail},
+      {[&] { list->append(bad); }, "nrMFRef::append(int, nrContainer*)" + tail},
+      {[&] { list->insert(0, bad); }, "nrMFRef::insert(int, nrContainer*)" + tail},
+  };
+  for (const auto& [call, message] : table) EXPECT_EQ(nrtest::captureStderr(call), message);
 
   EXPECT_EQ(ref->get(), nullptr);
   EXPECT_EQ(list->getCount(), 1u);
   EXPECT_EQ(list->get(0), good);
-  EXPECT_EQ(bad->getRefCount(), 1);
-  EXPECT_EQ(bad->getParentCount(), 0);
+  EXPECT_EQ(std::pair(bad->getRefCount(), bad->getParentCount()), std::pair(1, 0));
   EXPECT_EQ(owner->changes[tstAll::MFREF], 1);
   nrtest::unref(bad, owner);
 }

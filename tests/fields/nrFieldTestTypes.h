@@ -28,9 +28,7 @@ class tstLeaf : public nrContainer {
   using nrContainer::propagateSideEffect;
   using nrContainer::validateField;
 
-  float value;
-  float inValue;
-  float outValue;
+  float value, inValue, outValue;
 };
 
 // Not derived from tstLeaf: refused by reference fields that require leaves.
@@ -56,12 +54,11 @@ class tstAll : public nrContainer {
 
   unsigned char ubyteValue;
   short shortValue;
-  int intValue;
+  int intValue, enumValue, etX;
   unsigned uintValue;
   float floatValue;
   double doubleValue;
   nrTime timeValue;
-  int enumValue;
   nrVec3f vec3fValue;
   nrVec4ub vec4ubValue;
   nrBitMask bitMaskValue;
@@ -75,11 +72,8 @@ class tstAll : public nrContainer {
   nrFloatArray mfFloat;
   nrVec3fArray mfVec3f;
   nrRefArray mfRef;
-  int etX;
 
-  int changes[NUM_FIELDS] = {};
-  int childChanges = 0;
-  int sideEffectsCleaned = 0;
+  int changes[NUM_FIELDS] = {}, childChanges = 0, sideEffectsCleaned = 0;
 
  protected:
   void fieldChanged(short index) override {
@@ -105,7 +99,11 @@ inline std::string fieldLine(nrContainer* c, int index, int level = 1) {
   return writeToString([&](nrOutput* out) { c->getType()->getFieldInfo(index)->write(out, c); }, level);
 }
 
-// The single-valued float field `index` of c.
-inline nrSFFloat* floatField(nrContainer* c, int index) { return static_cast<nrSFFloat*>(c->getField(index)); }
+// Field `index` of c, as the kind F it is.
+template <typename F>
+F* field(nrContainer* c, int index) {
+  return static_cast<F*>(c->getField(index));
+}
+inline nrSFFloat* floatField(nrContainer* c, int index) { return field<nrSFFloat>(c, index); }
 
 }  // namespace nrtest

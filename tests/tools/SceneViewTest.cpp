@@ -2,6 +2,7 @@
 // the view that draws a scene under a headlight or as wireframe.
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "../render/nrRenderFixture.h"
 #include "Examiner.h"
@@ -61,15 +62,14 @@ TEST(Examiner, DragsTurnAboutTheCentrePanUnderThePointerAndZoomWithinLimits) {
   nrPerspCamera* camera = nrtest::held<nrPerspCamera>();
   examiner.rotate(-30, 20);
   examiner.place(camera);
-  float x0, y0, x1, y1;
-  project(camera, c, 200, 100, x0, y0);
-  EXPECT_NEAR(x0, 100, 1e-2);
-  EXPECT_NEAR(y0, 50, 1e-2);
-  examiner.pan(30, -20);
-  examiner.place(camera);
-  project(camera, c, 200, 100, x1, y1);
-  EXPECT_NEAR(x1, 130, 1e-2);
-  EXPECT_NEAR(y1, 30, 1e-2);
+  for (auto [dx, dy] : {std::pair(0, 0), std::pair(30, -20)}) {
+    examiner.pan(dx, dy);
+    examiner.place(camera);
+    float x, y;
+    project(camera, c, 200, 100, x, y);
+    EXPECT_NEAR(x, 100 + dx, 1e-2);
+    EXPECT_NEAR(y, 50 + dy, 1e-2);
+  }
   camera->unref();
 
   examiner.reset();
@@ -114,14 +114,10 @@ TEST(SceneStats, CountsSharedContainersOnceAndTrianglesByPrimitiveKind) {
   root->addChild(new nrDirectionalLight);
 
   SceneStats stats(root);
-  EXPECT_EQ(stats.nodes, 4);
-  EXPECT_EQ(stats.shapes, 2);
-  EXPECT_EQ(stats.lights, 1);
-  EXPECT_EQ(stats.triangles, 12 + (2 + 3) + 2 * 2);
-  EXPECT_EQ(stats.byType["Shape"], 2);
-  EXPECT_EQ(stats.byType["Material"], 2);
-  EXPECT_EQ(stats.byType["Box"], 1);
-  EXPECT_EQ(stats.byType["CoordSet3f"], 3);
+  EXPECT_EQ(std::tuple(stats.nodes, stats.shapes, stats.lights, stats.triangles),
+            std::tuple(4, 2, 1, 12 + (2 + 3) + 2 * 2));
+  EXPECT_EQ(std::tuple(stats.byType["Shape"], stats.byType["Material"], stats.byType["Box"], stats.byType["CoordSet3f"]),
+            std::tuple(2, 2, 1, 3));
   root->unref();
 }
 
@@ -164,9 +160,8 @@ TEST_F(SceneViewDraw, FramesTheSceneUnderAHeadlightThatTogglesAndDrawsWireframe)
   view.setHeadlight(true);
   view.setWireframe(true);
   view.draw(context, SIZE, SIZE);
-  int wire = litPixels();
-  EXPECT_GT(wire, 0);
-  EXPECT_LT(wire, filled / 2);
+  const int wire = litPixels();
+  EXPECT_TRUE(wire > 0 && wire < filled / 2) << wire << " of " << filled;
 
   scene->addChild(new nrDirectionalLight);
   EXPECT_FALSE(SceneView(scene).getHeadlight());

@@ -103,8 +103,7 @@ TEST_F(Programs, SnapshotMatchesTheReferenceAndLaterTimesShowTheAnimation) {
   // Rasterisers differ in the last bit and along edges: a small tolerance
   // and a bounded count of pixels beyond it.
   Image a, reference, b;
-  ASSERT_TRUE(a.read(path("a.png")));
-  ASSERT_TRUE(reference.read(source + "/tests/data/nrview-default.png"));
+  ASSERT_TRUE(a.read(path("a.png")) && reference.read(source + "/tests/data/nrview-default.png"));
   ASSERT_EQ(a.width * a.height, reference.width * reference.height);
   EXPECT_LT(differing(a, reference, 12), a.width * a.height / 100);
 
@@ -261,31 +260,29 @@ TEST_F(Programs, WindowDrivesTouchSensorsTurnsTheViewWithALeftDragAndQuitsOnQ) {
   std::vector<unsigned long> before = settled(display, w);
   ASSERT_FALSE(before.empty());
 
-  int x, y;
-  Window child;
+  // Moves the pointer onto pixel (x, y) of the window.
+  auto moveTo = [&](int x, int y) {
+    Window child;
+    XTranslateCoordinates(display, w, DefaultRootWindow(display), x, y, &x, &y, &child);
+    XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+    XFlush(display);
+  };
   // Over the box, its touch sensor repaints it.
-  XTranslateCoordinates(display, w, DefaultRootWindow(display), 250, 300, &x, &y, &child);
-  XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
-  XFlush(display);
+  moveTo(250, 300);
   std::vector<unsigned long> touched = settled(display, w);
   EXPECT_GT(changed(before, touched), 2000);
   before = touched;
 
   // A drag from the empty corner turns the view.
-  XTranslateCoordinates(display, w, DefaultRootWindow(display), 60, 60, &x, &y, &child);
-  XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+  moveTo(60, 60);
   XTestFakeButtonEvent(display, 1, True, CurrentTime);
-  for (int step = 1; step <= 10; ++step) {
-    XTestFakeMotionEvent(display, -1, x + 15 * step, y, CurrentTime);
-    XFlush(display);
-    usleep(20000);
-  }
+  for (int step = 1; step <= 10; ++step, usleep(20000)) moveTo(60 + 15 * step, 60);
   XTestFakeButtonEvent(display, 1, False, CurrentTime);
   XFlush(display);
   EXPECT_GT(changed(before, settled(display, w)), 2000);
 
-  XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), True, CurrentTime);
-  XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), False, CurrentTime);
+  for (Bool down : {True, False})
+    XTestFakeKeyEvent(display, XKeysymToKeycode(display, XStringToKeysym("q")), down, CurrentTime);
   XFlush(display);
   int status = -1;
   for (int i = 0; i < 1000 && waitpid(viewer, &status, WNOHANG) == 0; ++i) usleep(10000);

@@ -1,9 +1,13 @@
-#include "nerio3d/platform/nrDrawable.h"
-
 #include <GL/freeglut.h>
+#include <unistd.h>
+#include <zlib.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <string>
 
+#include "nerio3d/platform/nrDrawable.h"
+#include "nerio3d/platform/nrFileStream.h"
 #include "nerio3d/render/nrGL.h"
 #include "nrCapture.h"
 #include "nrOffscreenGL.h"
@@ -24,12 +28,10 @@ TEST(nrDrawableOffscreen, RendersFixedFunctionGeometryAndReadsItBack) {
   ASSERT_TRUE(gl.ready());
   EXPECT_EQ(gl.drawable->getKind(), nrDrawable::OFFSCREEN_DRAWABLE);
 
-  GLint viewport[4] = {};
+  GLint viewport[4] = {}, depthBits = 0;
   nrgl::GetIntegerv(GL_VIEWPORT, viewport);
-  EXPECT_EQ(viewport[2], 32);
-  EXPECT_EQ(viewport[3], 16);
-  GLint depthBits = 0;
   nrgl::GetIntegerv(GL_DEPTH_BITS, &depthBits);
+  EXPECT_EQ(std::pair(viewport[2], viewport[3]), std::pair(32, 16));
   EXPECT_GE(depthBits, 16);
 
   // Red background, a green quad over the left half, then a blue quad behind it
@@ -47,12 +49,7 @@ TEST(nrDrawableOffscreen, RendersFixedFunctionGeometryAndReadsItBack) {
   nrgl::Rectf(0, 0, 16, 16);
   nrgl::Color3f(0, 0, 1);
   nrgl::Translatef(0, 0, -5);
-  nrgl::Begin(GL_QUADS);
-  nrgl::Vertex2i(0, 0);
-  nrgl::Vertex2i(32, 0);
-  nrgl::Vertex2i(32, 16);
-  nrgl::Vertex2i(0, 16);
-  nrgl::End();
+  nrgl::Rectf(0, 0, 32, 16);
   nrgl::Finish();
   expectPixel(3, 8, 0, 255, 0);
   expectPixel(28, 8, 0, 0, 255);
@@ -61,8 +58,7 @@ TEST(nrDrawableOffscreen, RendersFixedFunctionGeometryAndReadsItBack) {
 
 TEST(nrDrawableOffscreen, TwoDrawablesKeepTheirOwnContextsAndContents) {
   nrtest::OffscreenGL first(8, 8), second(8, 8);
-  ASSERT_TRUE(first.ready());
-  ASSERT_TRUE(second.ready());
+  ASSERT_TRUE(first.ready() && second.ready());
 
   ASSERT_TRUE(first.makeCurrent());
   nrgl::ClearColor(1, 0, 0, 1);
@@ -133,8 +129,7 @@ TEST(nrDrawableWindow, AdoptsTheToolkitContextOfAGLXWindow) {
   nrDrawable* drawable = nrDrawable::wrapCurrentWindow();
   ASSERT_NE(drawable, nullptr);
   EXPECT_EQ(drawable->getKind(), nrDrawable::WINDOW_DRAWABLE);
-  EXPECT_EQ(drawable->getWidth(), 40);
-  EXPECT_EQ(drawable->getHeight(), 30);
+  EXPECT_EQ(std::pair(drawable->getWidth(), drawable->getHeight()), std::pair(40, 30));
   nrDrawable::GLContext* context = drawable->createContext();
   ASSERT_NE(context, nullptr);
 
@@ -170,6 +165,38 @@ TEST(nrDrawableWindow, AdoptsTheToolkitContextOfAGLXWindow) {
             "(WARN, RESOURCE): cannot wrap window: no such X11 window\n");
   delete drawable;
   glutDestroyWindow(window);
+}
+
+std::string readAll(FILE* stream) {
+  std::string text;
+  for (int c; (c = getc(stream)) != EOF;) text += static_cast<char>(c);
+  return text;
+}
+
+TEST(nrFileStream, GzipFilesReadAsTheirDecompressedText) {
+  char dir[] = "/tmp/nrFileStreamXXXXXX";
+  ASSERT_TRUE(mkdtemp(dir));
+  std::string text = "#VRML V2.0 utf8\n";
+  for (int i = 0; i < 20000; ++i) text += "Transform { translation " + std::to_string(i) + " 0 1 }\n";
+  const std::string plain = dir + std::string("/plain.wrl"), packed = plain + ".gz", tiny = dir + std::string("/tiny");
+  gzFile gz = gzopen(packed.c_str(), "wb");
+  ASSERT_EQ(gzwrite(gz, text.data(), text.size()), int(text.size()));
+  gzclose(gz);
+  std::ofstream(plain) << text;
+  std::ofstream(tiny) << '\x1f';
+
+  // One byte of the magic alone is plain text.
+  for (auto [path, content] : {std::pair{plain, text}, std::pair{packed, text}, std::pair{tiny, std::string("\x1f")}}) {
+    SCOPED_TRACE(path);
+    FILE* stream = nrFileStream::open(path.c_str());
+    ASSERT_TRUE(stream);
+    EXPECT_EQ(readAll(stream), content);
+    EXPECT_TRUE(feof(stream));
+    EXPECT_EQ(fclose(stream), 0);
+    unlink(path.c_str());
+  }
+  EXPECT_EQ(nrFileStream::open((dir + std::string("/missing.wrl")).c_str()), nullptr);
+  rmdir(dir);
 }
 
 }  // namespace
