@@ -35,11 +35,12 @@ TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
   out->connect(b->getField(tstAll::MFFLOAT));
   out->set(1, 4.0f);
   out->append(6.0f);
+  for (int i = 0; i < 64; ++i) out->append((*out)[1]);  // each growth replaces the storage read from
   EXPECT_EQ(engine->changes[tstAll::MFFLOAT], 0);
   for (tstAll* c : {a, b}) {
-    ASSERT_EQ(c->mfFloat.getCount(), 3u);
-    EXPECT_EQ(std::pair(c->mfFloat[1], c->mfFloat[2]), std::pair(4.0f, 6.0f));
-    EXPECT_EQ(c->changes[tstAll::MFFLOAT], 2);
+    ASSERT_EQ(c->mfFloat.getCount(), 67u);
+    EXPECT_EQ(std::tuple(c->mfFloat[1], c->mfFloat[2], c->mfFloat[66]), std::tuple(4.0f, 6.0f, 4.0f));
+    EXPECT_EQ(c->changes[tstAll::MFFLOAT], 66);
   }
   nrtest::unref(a, b, engine);
 }
