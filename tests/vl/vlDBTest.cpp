@@ -260,6 +260,64 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
   }
 }
 
+TEST(vlDB, StatementsCutShortNameWhatIsMissingAndLongListsGrow) {
+  auto read = [](const std::string& body, std::string& messages) {
+    std::string text = "#VRML V2.0 utf8\n" + body;
+    FILE* stream = fmemopen(text.data(), text.size(), "r");
+    nrContainer* root = nullptr;
+    nrPtrArray list;
+    messages = nrtest::captureStderr([&] { vlDB::readStream(stream, root, list); });
+    fclose(stream);
+    root->ref();
+    return root;
+  };
+  auto notANode = [](const char* token) {
+    return readError(std::string("Expected a node or ROUTE; got \"") + token + "\"", 2);
+  };
+  const std::string sensor = "DEF T TimeSensor {} ROUTE ";
+  const std::pair<std::string, std::string> cases[] = {
+      {"USE", readError("Premature end of file after USE", 2)},
+      {"DEF A", readError("Premature end of file after DEF", 2)},
+      {"DEF { }", readError("No name given after", 2) + notANode("{") + notANode("}")},
+      {"DEF A { }", readError("Invalid definition of A", 2) + notANode("{") + notANode("}")},
+      {"Group", readError("Expected '{'; got EOF", 2)},
+      {"Group {", readError("Expected '}'; got EOF", 2)},
+      {"ROUTE", readError("Expected node name, got EOF", 2)},
+      {sensor + "T", readError("Expected ., got EOF", 2)},
+      {sensor + "T.time", readError("Expected TO, got EOF", 2)},
+      {sensor + "T.time TO T", readError("Expected ., got EOF", 2)},
+      {sensor + "T.time TO T.", readError("Expected route destination, got EOF", 2)},
+  };
+  for (const auto& [body, expected] : cases) {
+    std::string messages;
+    read(body, messages)->unref();
+    EXPECT_EQ(messages, expected) << body;
+  }
+
+  // Four-component values, and lists read element by element past the
+  // initial room of their arrays.
+  std::string urls, rotations;
+  for (int i = 0; i < 40; ++i) {
+    urls += " \"u" + std::to_string(i) + "\"";
+    rotations += " 0 0 2 " + std::to_string(i);
+  }
+  std::string messages;
+  nrContainer* root = read("Shape { appearance Appearance { blendColor 0.25 0.5 0.75 1 } }\n"
+                           "Inline { url [" + urls + " ] }\n"
+                           "OrientationInterpolator { keyValue [" + rotations + " ] }",
+                           messages);
+  nrGroup* group = static_cast<nrGroup*>(root);
+  ASSERT_EQ(group->getNumChildren(), 3);
+  EXPECT_EQ(appearanceOf(group->getChild(0))->getBlendColor(), nrVec4f(0.25f, 0.5f, 0.75f, 1));
+  const nrStringArray& url = field<nrMFString>(group->getChild(1), "url")->getArray();
+  ASSERT_EQ(url.getCount(), 40u);
+  EXPECT_STREQ(url[39].getString(), "u39");
+  const nrRotationArray& keyValue = field<nrMFRotation>(group->getChild(2), "keyValue")->getArray();
+  ASSERT_EQ(keyValue.getCount(), 40u);
+  EXPECT_EQ(keyValue[39], nrRotation(0, 0, 1, 39));
+  root->unref();
+}
+
 TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
   nrContainer* root = nullptr;
   nrPtrArray list;
