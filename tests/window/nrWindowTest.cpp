@@ -105,6 +105,14 @@ TEST_F(WindowInput, PointerAndKeyRecordsFlipYKeepButtonMasksAndRecycleRecords) {
     EXPECT_EQ(r.of(kind)[0].buttons, unsigned(nrEvent::WHEEL_UP_BUTTON));
   Seen key = r.of(nrEvent::KEY_DOWN_EVENT)[0];
   EXPECT_EQ(std::tuple(key.key, key.x, key.y), std::tuple('a', 110, 379));
+  // Special keys carry the toolkit's key code.
+  input.key("F1", true);
+  input.key("F1", false);
+  ASSERT_TRUE(pumpUntil([&] { return r.count(nrEvent::SPECIAL_UP_EVENT) == 1; }));
+  for (int kind : {nrEvent::SPECIAL_DOWN_EVENT, nrEvent::SPECIAL_UP_EVENT}) {
+    Seen special = r.of(kind)[0];
+    EXPECT_EQ(std::tuple(special.key, special.x, special.y), std::tuple(GLUT_KEY_F1, 110, 379));
+  }
 
   // Each record went back to the pool before the next came: the display
   // record is the one the last click used, with that click's position.
@@ -134,8 +142,21 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
   // takes it away and is kept as "".
   nrWindow::initPosition(640, 200);
   nrWindow::initSize(200, 100);
-  nrWindow* titled = open("titled").window;
+  Recorder& placed = open("titled");
+  nrWindow* titled = placed.window;
   EXPECT_EQ(input.decorations(titled), -1);
+  // Moving and resizing act on the current window; the new size arrives as a
+  // reshape record and flips later pointer positions.
+  nrWindow::positionWindow(700, 300);
+  nrWindow::reshapeWindow(150, 80);
+  auto reshaped = [&] { return placed.of(nrEvent::RESHAPE_EVENT).back(); };
+  EXPECT_TRUE(pumpUntil([&] {
+    return placed.count(nrEvent::RESHAPE_EVENT) && reshaped().x == 150 && reshaped().y == 80 &&
+           nrWindow::get(nrWindow::WINDOW_X_QUERY) == 700;
+  }));
+  input.moveTo(titled, 5, 0);
+  auto moved = [&] { return placed.of(nrEvent::PASSIVE_MOTION_EVENT).back(); };
+  EXPECT_TRUE(pumpUntil([&] { return placed.count(nrEvent::PASSIVE_MOTION_EVENT) && moved().y == 79; }));
   nrWindow::setWindowTitle(nullptr);
   EXPECT_STREQ(titled->getTitle(), "");
   EXPECT_EQ(input.decorations(titled), 0);
