@@ -907,7 +907,11 @@ void nrGeoSet::getTriNormal(const nrVec3f& a, const nrVec3f& b, const nrVec3f& c
 }
 
 bool nrGeoSet::isPrimBpcFrontFacing(int prim, nrDrawAction* action) {
-  if (!bpcPoint || prim < 0 || unsigned(prim) >= bpcDelta->getCount()) return true;
+  // Arrays the application set may be missing or short: a primitive without
+  // all three entries is drawn.
+  if (!action || !bpcPoint || !bpcCenter || !bpcDelta || prim < 0 || unsigned(prim) >= bpcPoint->getCount() ||
+      unsigned(prim) >= bpcCenter->getCount() || unsigned(prim) >= bpcDelta->getCount())
+    return true;
   nrVec3f view = action->getViewVector();
   if (!action->getOrthographic()) {
     view.sub(view, (*bpcPoint)[prim]);

@@ -6,6 +6,8 @@
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrColorSet4f.h"
+#include "nerio3d/geometry/nrNormalSet3s.h"
+#include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/geometry/nrTriSet.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
@@ -93,6 +95,55 @@ TEST_F(GeoSet, AllFiveStrategiesDrawTheSamePixelsEachWithItsOwnCalls) {
   EXPECT_EQ(only(rec, {"glEnable", "glDisable"}), Calls{}) << "client arrays are enabled only when they change";
 }
 
+TEST_F(GeoSet, EveryPerVertexCombinationSendsItsAttributesInOrderAndArraysDrawAlike) {
+  // Lit, so that the normals show in the pixels; normals as shorts.
+  context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  context->setLightEnable(1);
+  nrgl::Enable(GL_LIGHT0);
+  const Calls perVertex[3] = {
+      {"glColor3fv({1, 0, 0})", "glNormal3sv({0, 0, 32767})", "glTexCoord2fv({0, 0})", "glVertex3fv({-1, -1, 0})"},
+      {"glColor3fv({0, 1, 0})", "glNormal3sv({0, 23170, 23170})", "glTexCoord2fv({1, 0})", "glVertex3fv({1, -1, 0})"},
+      {"glColor3fv({0, 0, 1})", "glNormal3sv({23170, 0, 23170})", "glTexCoord2fv({0, 1})", "glVertex3fv({-1, 1, 0})"}};
+  const char* pointers[3] = {"glColorPointer(3, GL_FLOAT, 12, ptr)", "glNormalPointer(GL_SHORT, 6, ptr)",
+                             "glTexCoordPointer(2, GL_FLOAT, 8, ptr)"};
+  nrNormalSet3s* shorts = make<nrNormalSet3s>();
+  for (const nrVec3s& n : {nrVec3s(0, 0, 32767), nrVec3s(0, 23170, 23170), nrVec3s(23170, 0, 23170)}) shorts->append(n);
+  nrTexCoordSet2f* texCoords = filled<nrTexCoordSet2f>({nrVec2f(0, 0), nrVec2f(1, 0), nrVec2f(0, 1)});
+  for (int attrs = 0; attrs < 8; ++attrs) {  // bit 0 colour, 1 normal, 2 texture coordinate
+    std::vector<uint32_t> frames[2];
+    for (bool immediate : {false, true}) {
+      nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {-1, 1, 0}}, 1);
+      s->setColorSet(colors({red, green, {0, 0, 1}}));
+      s->setNormalSet(shorts);
+      s->setTexCoordSet(texCoords);
+      if (attrs & 1) s->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
+      if (attrs & 2) s->setNormalBind(nrGeoSet::PER_VERTEX_NORMAL);
+      if (attrs & 4) s->setTexCoordBind(nrGeoSet::PER_VERTEX_TEX_COORD);
+      // Coordinates indexed on their own force immediate mode once an attribute is bound.
+      if (immediate) s->setCoordIndexSet(indices({0, 1, 2}));
+      clearFrame();
+      nrGLRecorder rec;
+      s->draw(action);
+      frames[immediate] = frame();
+      Calls expected;
+      if (!immediate) {
+        for (int k = 0; k < 3; ++k)
+          if (attrs & (1 << k)) expected.push_back(pointers[k]);
+      } else if (attrs) {
+        for (const Calls& vertex : perVertex)
+          for (int k = 0; k < 4; ++k)
+            if (k == 3 || (attrs & (1 << k))) expected.push_back(vertex[k]);
+      }
+      EXPECT_EQ(immediate ? only(rec, {"glColor3", "glNormal3", "glTexCoord2", "glVertex3"})
+                          : only(rec, {"glColorP", "glNormalP", "glTexCoordP"}),
+                expected)
+          << "attributes " << attrs << (immediate ? " immediate" : " arrays");
+    }
+    EXPECT_EQ(frames[0], frames[1]) << "attributes " << attrs;
+  }
+  nrgl::Disable(GL_LIGHT0);
+}
+
 TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
   nrData* block = keep(nrData::create(3 * 24));
   const float data[18] = {-1, -1, 0, 0, 0, 1, 1, -1, 0, 0, 0, 1, -1, 1, 0, 0, 0, 1};
@@ -146,6 +197,26 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
     clearFrame();
     s->draw(action);
     EXPECT_EQ(SIZE * SIZE - histogram()[BLACK], c.drawn) << c.first;
+  }
+  // With normals, overall and per primitive: the stipple goes before the
+  // colour, and per primitive each triangle picks its own pattern.
+  const Calls stippled = {"glPolygonStipple(ptr)", "glColor4fv({0, 1, 0, 1})", "glNormal3fv({0, 0, 1})"};
+  for (bool perPrim : {false, true}) {
+    nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, -1, 0}, {1, 1, 0}, {-1, 1, 0}}, 2);
+    s->setColorSet(filled<nrColorSet4f>({nrVec4f(0, 1, 0, 1), nrVec4f(0.5f, 1, 0, 1)}));
+    s->setNormalSet(normals({{0, 0, 1}, {0, 0, 1}}));
+    s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::OVERALL_COLOR);
+    s->setNormalBind(perPrim ? nrGeoSet::PER_PRIM_NORMAL : nrGeoSet::OVERALL_NORMAL);
+    clearFrame();
+    nrGLRecorder rec;
+    s->draw(action);
+    Calls expected = stippled;
+    if (perPrim)
+      expected.insert(expected.end(),
+                      {"glPolygonStipple(ptr)", "glColor4fv({0.5, 1, 0, 1})", "glNormal3fv({0, 0, 1})"});
+    EXPECT_EQ(only(rec, {"glPolygonStipple", "glColor4fv", "glNormal3fv"}), expected) << perPrim;
+    EXPECT_EQ(pixel(60, 3), GREEN);
+    EXPECT_EQ(pixel(3, 60), perPrim ? BLACK : GREEN);
   }
 }
 
@@ -234,6 +305,44 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   t->buildBPCullData();
   EXPECT_EQ((*t->getBPCullDelta())[0], -2.0f);
   EXPECT_EQ((*t->getBPCullCenter())[0], nrVec3f(0, 0, 0));
+
+  // Per-primitive normals give the cones; immediate mode skips a culled
+  // primitive's per-vertex colours with it. Arrays the application sets
+  // replace the built ones; missing or short ones cull nothing.
+  nrTriSet* u = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {1, 1, 0}, {1, -1, 0}}, 2);
+  u->setNormalSet(normals({{0, 0, -1}, {0, 0, 1}}));
+  u->setNormalBind(nrGeoSet::PER_PRIM_NORMAL);
+  u->setColorSet(colors({red, red, red, green, green, green}));
+  u->setColorIndexSet(indices({0, 1, 2, 3, 4, 5}));
+  u->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
+  u->setBPCullPrimNormModeEnable(1);
+  u->buildBPCullData();
+  auto drawn = [&] {
+    nrGLRecorder r;
+    u->draw(action);
+    return only(r, {"glNormal3fv", "glColor3fv({1", "glVertex3fv({-1, -1"});
+  };
+  const Calls first = {"glNormal3fv({0, 0, -1})", "glColor3fv({1, 0, 0})", "glVertex3fv({-1, -1, 0})",
+                       "glColor3fv({1, 0, 0})", "glColor3fv({1, 0, 0})"};
+  const Calls second = {"glNormal3fv({0, 0, 1})"};
+  EXPECT_EQ(drawn(), second);
+  nrVec3fArray* axes = new nrVec3fArray;
+  axes->append(nrVec3f(0, 0, 1));
+  axes->append(nrVec3f(0, 0, -1));
+  u->setBPCullCenter(axes);
+  EXPECT_EQ(drawn(), first);
+  nrFloatArray* shortDeltas = new nrFloatArray;
+  shortDeltas->append(0);
+  u->setBPCullDelta(shortDeltas);
+  Calls both = first;
+  both.insert(both.end(), second.begin(), second.end());
+  EXPECT_EQ(drawn(), both);
+  u->setBPCullPoint(nullptr);
+  u->setBPCullCenter(nullptr);
+  nrVec3fArray* points = new nrVec3fArray;
+  points->append(nrVec3f(0, 0, 0));
+  u->setBPCullPoint(points);
+  EXPECT_EQ(drawn(), both);
   nrVec3f wide(1, 0, 1);
   wide.normalize();
   EXPECT_NEAR(t->getNormBBDelta(nrVec3f(0, 0, 1), nrVec3f(1, 0, 1), wide), -std::sqrt(0.5f), 1e-5);
