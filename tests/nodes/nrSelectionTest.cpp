@@ -168,6 +168,13 @@ TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
     EXPECT_EQ(pick(lod, down).getGeometry(), shown ? shown->asGeometry() : nullptr);
   }
   nrLOD::setOffset(0);
+  lod->setOffsetOverride(0);
+  lod->setCenter(nrVec3f(0, 0, 6));
+  nrLOD* copy = static_cast<nrLOD*>(lod->clone(nrContainer::COPY_CLONE));
+  copy->ref();
+  draw(copy);
+  EXPECT_EQ(tstDrawn, "pre(l) a post(l) ") << "a copy keeps the given centre, not its bound's";
+  copy->unref();
   nrTransformAction placed;
   lod->setCenter(nrVec3f(0, 0, -3));
   EXPECT_EQ(lod->whichChild(&placed), -1);
