@@ -87,6 +87,11 @@ void nrLOD::fieldChanged(short index) {
   nrSwitch::fieldChanged(index);
 }
 
+void nrLOD::copy(nrContainer* from, nrCloneTable* table) {
+  nrSwitch::copy(from, table);
+  if (from->isOfType(getClassType())) centerUnset = static_cast<nrLOD*>(from)->centerUnset;
+}
+
 int nrLOD::rangeIndex(nrTransformAction* action) {
   if (centerUnset) {
     validateField(SPHERE_BOUND_FIELD);

@@ -58,6 +58,9 @@ class nrLOD : public nrSwitch {
   // (also before the first draw).
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
+  // A centre given to the source stays given.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrSwitch::copy;
 
  protected:
   // The index of the range the eye lies in: -1 below the first boundary, the

@@ -137,6 +137,18 @@ void nrTransform::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrTransform::copy(nrContainer* from, nrCloneTable* table) {
+  nrGroup::copy(from, table);
+  if (!from->isOfType(getClassType())) return;
+  // The matrix may have been set as it is (setMatrix): it is taken over rather
+  // than rebuilt from the parts. The children's sphere is found again when
+  // the node's own is next recomputed.
+  nrTransform* source = static_cast<nrTransform*>(from);
+  matrix = source->matrix;
+  kind = source->kind;
+  state = source->state | CHILD_SPHERE_STALE;
+}
+
 void nrTransform::childChanged(nrContainer* child, short index) {
   if (index == SPHERE_BOUND_FIELD) state |= CHILD_SPHERE_STALE;
   nrGroup::childChanged(child, index);

@@ -67,6 +67,9 @@ class nrTransform : public nrGroup {
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
+  // The matrix and its classification come with the parts.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrGroup::copy;
 
  protected:
   enum PathEnum { NO_PATH, TRANSLATE_PATH, ROTATE_PATH, MATRIX_PATH };

@@ -71,6 +71,14 @@ void nrCamera::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrCamera::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  if (!from->isOfType(getClassType())) return;
+  nrCamera* source = static_cast<nrCamera*>(from);
+  viewMatrix = source->viewMatrix;
+  frustum.copy(&source->frustum);
+}
+
 void nrCamera::addClipAspectFields(nrType* type, short first, float nrContainer::*nearClip, float nrContainer::*farClip,
                                    int nrContainer::*aspectMode, float nrContainer::*aspectRatio) {
   nrSFFloat::addTypeField(type, "nearClip", first, 1.0f, nearClip);

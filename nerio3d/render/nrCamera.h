@@ -57,6 +57,9 @@ class nrCamera : public nrContainer {
   // The same with the viewport of the current context; 0 without one.
   int getPickRay(int x, int y, nrSeg& ray);
   void fieldChanged(short index) override;
+  // The view matrix and the frustum come with the fields.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  protected:
   // Brings fields fed by connections up to date.

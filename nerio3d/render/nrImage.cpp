@@ -219,8 +219,8 @@ nrImage* nrImage::createHalfImage() {
       break;
     default:
       // Unsigned bytes; the multi-byte list types are not pixel types and are
-      // averaged bytewise only so that nothing is read out of bounds.
-      halve<unsigned char>(src, width, height, n, dst);
+      // averaged byte by byte.
+      halve<unsigned char>(src, width, height, n * lookup(typeBytes, memoryType, UNSIGNED_BYTE), dst);
       break;
   }
   return half;

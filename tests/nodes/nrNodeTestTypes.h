@@ -69,6 +69,11 @@ class tstQuad : public nrNode {
 
   nrGeometry* asGeometry() { return reinterpret_cast<nrGeometry*>(this); }
   nrTravDirective drawVisit(nrDrawAction* action) override;
+  // Culling appends the name only.
+  nrTravDirective vfCullVisit(nrVFCullAction*) override {
+    tstDrawn += std::string(getName()) + " ";
+    return CONTINUE_TRAV;
+  }
   void isect(nrIsectAction* action) override;
 
   nrVec3f color{1, 0, 0};

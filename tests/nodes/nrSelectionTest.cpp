@@ -8,6 +8,7 @@
 #include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrInline.h"
 #include "nerio3d/nodes/nrLOD.h"
+#include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
@@ -168,10 +169,41 @@ TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
     EXPECT_EQ(pick(lod, down).getGeometry(), shown ? shown->asGeometry() : nullptr);
   }
   nrLOD::setOffset(0);
+  lod->setOffsetOverride(0);
+  lod->setCenter(nrVec3f(0, 0, 6));
+  nrLOD* copy = static_cast<nrLOD*>(lod->clone(nrContainer::COPY_CLONE));
+  copy->ref();
+  draw(copy);
+  EXPECT_EQ(tstDrawn, "pre(l) a post(l) ") << "a copy keeps the given centre, not its bound's";
+  copy->unref();
   nrTransformAction placed;
   lod->setCenter(nrVec3f(0, 0, -3));
   EXPECT_EQ(lod->whichChild(&placed), -1);
   lod->unref();
+}
+
+TEST_F(Selection, CullingEntersWhatDrawingDraws) {
+  nrTransform* behind = groupOf<nrTransform>("u", {new tstQuad("b", red)});
+  behind->setTranslation(0, 0, 20);
+  nrSwitch* sw = groupOf<nrSwitch>("s", {new tstQuad("c", red), new tstQuad("d", red)});
+  sw->setWhichChild(1);
+  nrLOD* lod = groupOf<nrLOD>("l", {new tstQuad("e", red), new tstQuad("f", red)});
+  lod->setRange(0, 0, 5);
+  lod->setRange(1, 5, 50);
+  nrBillboard* board = groupOf<nrBillboard>("b", {new tstQuad("g", red), new tstQuad("h", red)});
+  board->setPosition(1, 2, 0, 0);
+  nrTransform* seen = groupOf<nrTransform>("t", {new tstQuad("a", red)});
+  nrGroup* root = groupOf<nrGroup>("r", {seen, behind, sw, lod, board});
+  const char* expected = "pre(r) pre(t) a post(t) pre(s) d post(s) pre(l) f post(l) pre(b) g h post(b) post(r) ";
+  draw(root);
+  EXPECT_EQ(tstDrawn, expected);
+  tstDrawn.clear();
+  tstHooks cull;
+  cull.setCamera(camera);
+  EXPECT_EQ(cull.nrVFCullAction::apply(root), 0);
+  EXPECT_EQ(tstDrawn, expected);
+  EXPECT_EQ(cull.getCullDepth(), 0);
+  nrtest::unref(seen, behind, sw, lod, board, root);
 }
 
 TEST_F(Selection, AxialBillboardShowsTheSameFaceAllAroundAndPicksItAsDrawn) {

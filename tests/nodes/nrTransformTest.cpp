@@ -145,6 +145,18 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
     leaf->setSphereBound(nrSphereBound(nrVec3f(2, 0, 0), 0.5f));
     t->getSphereBound(s);
     EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
+    // A copy places its children as the original does, and its sphere follows
+    // a later change of its own.
+    nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
+    copy->ref();
+    EXPECT_TRUE(mapped(copy, nrVec3f(2, 0, 0)).almostEqual(mapped(t, nrVec3f(2, 0, 0)), 1e-5f)) << c.name;
+    const nrVec3f& moved = copy->getTranslation();
+    copy->setTranslation(moved[0], moved[1], moved[2] + 1);
+    nrSphereBound copied;
+    copy->getSphereBound(copied);
+    EXPECT_TRUE(copied.center.almostEqual(nrVec3f(c.center[0], c.center[1], c.center[2] + 1), 1e-5f)) << c.name;
+    EXPECT_FLOAT_EQ(copied.radius, c.radius / 2) << c.name;
+    copy->unref();
     t->unref();
   }
 }
@@ -178,6 +190,10 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   nrMatrix4f back;
   t->getMatrix(back);
   EXPECT_EQ(back, m);
+  nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
+  copy->getMatrix(back);
+  EXPECT_EQ(back, m) << "a copy takes the matrix as it was set";
+  copy->unref();
   // Setting a part rebuilds the matrix from the derived parts: the same one.
   t->setCenter(0, 0, 0);
   t->getMatrix(back);

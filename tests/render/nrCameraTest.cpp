@@ -82,6 +82,14 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   ahead.xformPt(nrVec3f(0, 2, 3), persp->getViewMatrix());
   EXPECT_TRUE(eye.almostEqual(nrVec3f(0, 0, 0), tol));
   EXPECT_TRUE(ahead.almostEqual(nrVec3f(0, 0, -1), tol));
+  // A copy sees as its original does.
+  for (nrCamera* camera : {static_cast<nrCamera*>(persp), static_cast<nrCamera*>(ortho), static_cast<nrCamera*>(given)}) {
+    nrCamera* copy = static_cast<nrCamera*>(camera->clone(nrContainer::COPY_CLONE));
+    Extents x = extentsOf(camera);
+    expectExtents(copy, x, camera->getType()->getName());
+    EXPECT_EQ(copy->getViewMatrix(), camera->getViewMatrix()) << camera->getType()->getName();
+    copy->unref();
+  }
   EXPECT_EQ(persp->getField("farClip"), persp->getField(7));
   EXPECT_EQ(ortho->getField("aspectRatio"), ortho->getField(8));
 

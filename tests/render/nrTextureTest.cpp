@@ -53,6 +53,18 @@ class Texture : public nrtest::ContextTest {
   std::string dir;
 };
 
+// The values of the half image of a 2 x 2 luminance image of the given type.
+template <typename T>
+std::vector<double> halfOf(nrImage::MemoryTypeEnum type, std::vector<T> pixels) {
+  nrImage* image = nrtest::held<nrImage>();
+  image->setImage(2, 2, nrImage::LUMINANCE, type, pixels.data());
+  nrImage* half = image->createHalfImage();
+  const T* p = reinterpret_cast<const T*>(half->getPixels());
+  std::vector<double> values(p, p + half->getPixelByteCount() / sizeof(T));
+  nrtest::unref(half, image);
+  return values;
+}
+
 const unsigned char* pixel(nrImage* image, int x, int y) {
   return image->getPixels() + (y * image->getWidth() + x) * image->getComponentCount();
 }
@@ -172,6 +184,20 @@ TEST_F(Texture, FormatFollowsLevelZeroAndEachVersionIsUploadedOnce) {
   EXPECT_EQ(texture->getImageLevelCount(), 1);
   EXPECT_EQ(uploads(texture).size(), 1u);
   texture->unref();
+}
+
+TEST(nrImage, HalfImagesAverageEveryTypeAndRoundIntegersToTheNearest) {
+  using V = std::vector<double>;
+  EXPECT_EQ(halfOf<signed char>(nrImage::BYTE, {-4, -3, 10, 20}), V{6});
+  EXPECT_EQ(halfOf<unsigned char>(nrImage::UNSIGNED_BYTE, {0, 1, 255, 254}), V{128});
+  EXPECT_EQ(halfOf<short>(nrImage::SHORT, {-1000, 3000, 1, 4}), V{501});
+  EXPECT_EQ(halfOf<unsigned short>(nrImage::UNSIGNED_SHORT, {65535, 65534, 3, 6}), V{32770});
+  EXPECT_EQ(halfOf<int>(nrImage::INT, {2000000000, 2000000000, 2000000000, 2000000000}), V{2000000000});
+  EXPECT_EQ(halfOf<unsigned>(nrImage::UNSIGNED_INT, {4000000000u, 4000000000u, 4000000000u, 4000000001u}),
+            V{4000000000u});
+  EXPECT_EQ(halfOf<float>(nrImage::FLOAT, {0.5f, 0.25f, 1, 2}), V{0.9375});
+  // The list types are no pixel types: their bytes are averaged one by one.
+  EXPECT_EQ(halfOf<unsigned char>(nrImage::TWO_BYTES, {10, 20, 30, 40, 50, 60, 70, 80}), (V{40, 50}));
 }
 
 TEST_F(Texture, ATexturedQuadShowsTheImageUpright) {
