@@ -12,7 +12,8 @@ nrMicrophone::nrMicrophone(nrType* type) : nrContainer(type) { initFieldDefaults
 void nrMicrophone::setPosition(float x, float y, float z) { setFieldValue(position, nrVec3f(x, y, z), POSITION); }
 
 void nrMicrophone::getPosition(float* x, float* y, float* z) const {
-  *x = position[0];
-  *y = position[1];
-  *z = position[2];
+  const nrVec3f& p = getFieldValue(position, POSITION);
+  *x = p[0];
+  *y = p[1];
+  *z = p[2];
 }

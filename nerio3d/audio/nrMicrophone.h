@@ -16,7 +16,7 @@ class nrMicrophone : public nrContainer {
   void setPosition(float x, float y, float z);
   void getPosition(float* x, float* y, float* z) const;
   void setOrientation(const nrRotation& rotation) { setFieldValue(orientation, rotation, ORIENTATION); }
-  const nrRotation& getOrientation() const { return orientation; }
+  const nrRotation& getOrientation() const { return getFieldValue(orientation, ORIENTATION); }
 
  private:
   nrVec3f position;

@@ -79,10 +79,12 @@ class nrContainer : public nrObject {
     member = value;
     fieldChanged(index);
   }
-  // The member that holds field index, brought up to date first.
+  // The member that holds field index, brought up to date first. Bringing a
+  // routed value in does not change what the container stands for, so const
+  // getters may use it too.
   template <typename T>
-  const T& getFieldValue(const T& member, short index) {
-    validateField(index);
+  const T& getFieldValue(const T& member, short index) const {
+    const_cast<nrContainer*>(this)->validateField(index);
     return member;
   }
 

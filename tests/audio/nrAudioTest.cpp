@@ -45,6 +45,10 @@ TEST(nrSound, HasTheFileFormatFieldsAndHoldsOnlyAClipAsSource) {
   EXPECT_EQ(nrtest::writeToString([&](nrOutput* out) { sound->getField("direction")->write(out); }), "0 0 1");
   EXPECT_EQ(sound->getMaxFront(), 10);
   EXPECT_EQ(sound->getSpatialize(), 1);
+  nrSound* source = nrtest::held<nrSound>();
+  source->connect(nrSound::INTENSITY, sound, nrSound::INTENSITY);
+  source->setIntensity(0.25f);
+  EXPECT_EQ(sound->getIntensity(), 0.25f) << "a getter brings a routed value in";
 
   nrAudioClip* clip = new nrAudioClip;
   sound->setSource(clip);
@@ -61,7 +65,7 @@ TEST(nrSound, HasTheFileFormatFieldsAndHoldsOnlyAClipAsSource) {
   root->addChild(sound);
   nrSoundAction action;
   EXPECT_EQ(nrtest::captureStderr([&] { action.apply(root); }), "");
-  nrtest::unref(root, sound);
+  nrtest::unref(root, sound, source);
 }
 
 TEST(nrAudioClip, SharesItsSamplesWhichCannotLoadHere) {
