@@ -338,7 +338,7 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
     copy(from);
     return;
   }
-  if (!(from->sideEffects | from->staleInputs).isZero()) from->internalCleanFields(from->sideEffects | from->staleInputs);
+  from->cleanPendingFields();
   if (from->name) setName(from->name);
   setUserData(from->userData);
   int n = getNumFields() < from->getNumFields() ? getNumFields() : from->getNumFields();
@@ -364,8 +364,7 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
 void nrContainer::write(nrOutput* out) { writeAs(out, getType()->getName()); }
 
 void nrContainer::writeAs(nrOutput* out, const char* typeName) {
-  nrBitMask pending = sideEffects | staleInputs;
-  if (!pending.isZero()) internalCleanFields(pending);
+  cleanPendingFields();
   if (writeHeader(out, typeName)) return;
   nrType* t = getType();
   for (int i = 0; i < t->getNumFields(); ++i) t->getFieldInfo(i)->write(out, this);
@@ -383,8 +382,7 @@ static void writeQuoted(FILE* f, const nrString& text) {
 }
 
 void nrContainer::writeFields(nrOutput* out, std::initializer_list<short> indices) {
-  nrBitMask pending = sideEffects | staleInputs;
-  if (!pending.isZero()) internalCleanFields(pending);
+  cleanPendingFields();
   if (writeHeader(out)) return;
   FILE* f = out->getStream();
   for (short i : indices) {

@@ -67,11 +67,13 @@ class nrContainer : public nrObject {
   const nrBitMask& getSideEffectMask() const { return sideEffects; }
   virtual void fieldChanged(short index) { touchField(index); }
   virtual void childChanged(nrContainer*, short) {}
-
- protected:
+  // Pulls field's value from its source; marks field and what it feeds stale;
+  // brings the value behind a side-effect bit up to date.
   virtual void cleanFieldInputs(nrField* field);
   virtual void dirtyFieldOutputs(nrField* field);
   virtual void cleanSideEffect(short) {}
+
+ protected:
 
   // Stores value in the member that holds field index and signals the change.
   template <typename T>
@@ -110,6 +112,10 @@ class nrContainer : public nrObject {
   long refListReplace(nrRefArray& list, nrContainer* old, nrContainer* value);
 
   void validateField(short index);
+  // Brings every stale field up to date, as a visit does before it looks at them.
+  void cleanPendingFields() {
+    if (!(sideEffects | staleInputs).isZero()) internalCleanFields(sideEffects | staleInputs);
+  }
   void touchField(short index);
   void notifyParents(short index);
   void propagateSideEffect(short index);

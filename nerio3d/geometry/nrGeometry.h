@@ -63,10 +63,7 @@ class nrGeometry : public nrContainer {
   // makes only when they are read, which drawing and picking never do.
   virtual void cleanFieldsForUse(const nrBitMask& pending) { internalCleanFields(pending); }
   // Every pending field, as writing and copying need them.
-  void cleanAllFields() {
-    nrBitMask pending = getSideEffectMask() | getStaleInputMask();
-    if (!pending.isZero()) internalCleanFields(pending);
-  }
+  void cleanAllFields() { nrContainer::cleanPendingFields(); }
   // The contents changed: in DYNAMIC mode the box is recomputed when next read
   // and the referring shapes learn that it changed.
   void boundChanged() {

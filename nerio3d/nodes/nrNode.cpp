@@ -54,11 +54,6 @@ void nrNode::fieldChanged(short index) {
   touchField(index);
 }
 
-void nrNode::cleanPendingFields() {
-  nrBitMask pending = getSideEffectMask() | getStaleInputMask();
-  if (!pending.isZero()) internalCleanFields(pending);
-}
-
 void nrNode::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
   validateField(index);
   *x = v[0];

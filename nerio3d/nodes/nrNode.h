@@ -44,8 +44,6 @@ class nrNode : public nrContainer {
   void fieldChanged(short index) override;
 
  protected:
-  // Brings every stale field up to date, as a visit does before it looks at them.
-  void cleanPendingFields();
   // The vector member v of field index, brought up to date, as three floats.
   void getVec(const nrVec3f& v, short index, float* x, float* y, float* z);
   // node's sphere, brought up to date; null for a null node.

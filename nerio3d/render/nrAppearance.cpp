@@ -88,13 +88,13 @@ void nrAppearance::setRef(nrContainer*& member, nrContainer* value, short index)
 }
 
 void nrAppearance::setTexture(nrTexture* value) { setRef(texture, value, TEXTURE); }
-nrTexture* nrAppearance::getTexture() const { return static_cast<nrTexture*>(texture); }
+nrTexture* nrAppearance::getTexture() const { return static_cast<nrTexture*>(getFieldValue(texture, TEXTURE)); }
 void nrAppearance::setTexGen(nrTexGen* value) { setRef(texGen, value, TEX_GEN); }
-nrTexGen* nrAppearance::getTexGen() const { return static_cast<nrTexGen*>(texGen); }
+nrTexGen* nrAppearance::getTexGen() const { return static_cast<nrTexGen*>(getFieldValue(texGen, TEX_GEN)); }
 void nrAppearance::setMaterial(nrMaterial* value) { setRef(material, value, MATERIAL); }
-nrMaterial* nrAppearance::getMaterial() const { return static_cast<nrMaterial*>(material); }
+nrMaterial* nrAppearance::getMaterial() const { return static_cast<nrMaterial*>(getFieldValue(material, MATERIAL)); }
 void nrAppearance::setBackMaterial(nrMaterial* value) { setRef(backMaterial, value, BACK_MATERIAL); }
-nrMaterial* nrAppearance::getBackMaterial() const { return static_cast<nrMaterial*>(backMaterial); }
+nrMaterial* nrAppearance::getBackMaterial() const { return static_cast<nrMaterial*>(getFieldValue(backMaterial, BACK_MATERIAL)); }
 
 void nrAppearance::fieldChanged(short index) {
   if (index == INHERIT) {
@@ -112,35 +112,38 @@ void nrAppearance::draw(nrDrawAction* action) {
   // Without an action, or before one has a context, the thread's current one.
   nrContext* context = action && action->getContext() ? action->getContext() : nrContext::getCurrent();
   if (!context) return;
+  // Values routed in since the last draw are taken first (they mark it changed).
+  cleanPendingFields();
   context->drawApp(this, changed);
   changed = false;
 }
 
 void nrAppearance::getGfx(_nrGfx& gfx) const {
+  const_cast<nrAppearance*>(this)->cleanPendingFields();
   gfx.mask = inherit;
   gfx.alphaRef = alphaRef;
-  gfx.texMode = getTexMode();
-  gfx.texture = getTexture();
+  gfx.texMode = nrContext::TexModeEnum(texMode);
+  gfx.texture = static_cast<nrTexture*>(texture);
   gfx.texBlendColor = texBlendColor;
-  gfx.texEnv = getTexEnv();
-  gfx.texGen = getTexGen();
-  gfx.material = getMaterial();
-  gfx.shadeModel = getShadeModel();
-  gfx.transpMode = getTranspMode();
-  gfx.alphaFunc = getAlphaFunc();
+  gfx.texEnv = nrContext::TexEnvEnum(texEnv);
+  gfx.texGen = static_cast<nrTexGen*>(texGen);
+  gfx.material = static_cast<nrMaterial*>(material);
+  gfx.shadeModel = nrContext::ShadeModelEnum(shadeModel);
+  gfx.transpMode = nrContext::TranspModeEnum(transpMode);
+  gfx.alphaFunc = nrContext::AlphaFuncEnum(alphaFunc);
   gfx.blendColor = blendColor;
-  gfx.srcBlendFunc = getSrcBlendFunc();
-  gfx.dstBlendFunc = getDstBlendFunc();
+  gfx.srcBlendFunc = nrContext::SrcBlendFuncEnum(srcBlendFunc);
+  gfx.dstBlendFunc = nrContext::DstBlendFuncEnum(dstBlendFunc);
   gfx.colorMask = colorMask;
-  gfx.depthFunc = getDepthFunc();
+  gfx.depthFunc = nrContext::DepthFuncEnum(depthFunc);
   gfx.depthMask = depthMask;
-  gfx.polyMode = getPolyMode();
+  gfx.polyMode = nrContext::PolyModeEnum(polyMode);
   gfx.cullFace = cullFace;
-  gfx.materialModeEnable = getMaterialModeEnable();
+  gfx.materialModeEnable = nrContext::MaterialModeEnum(materialModeEnable);
   gfx.lineStipplePattern = lineStipplePattern;
   gfx.lineStippleFactor = lineStippleFactor;
   gfx.texTransform = texTransform;
-  gfx.backMaterial = getBackMaterial();
+  gfx.backMaterial = static_cast<nrMaterial*>(backMaterial);
   gfx.lineWidth = lineWidth;
   gfx.pointSize = pointSize;
   gfx.texEnable = texEnable;

@@ -58,77 +58,77 @@ class nrAppearance : public nrContainer {
   void setTexture(nrTexture* texture);
   nrTexture* getTexture() const;
   void setTexEnable(unsigned char on) { setFieldValue(texEnable, on, TEX_ENABLE); }
-  unsigned char getTexEnable() const { return texEnable; }
+  unsigned char getTexEnable() const { return getFieldValue(texEnable, TEX_ENABLE); }
   void setTexMode(nrContext::TexModeEnum mode) { setFieldValue(texMode, int(mode), TEX_MODE); }
-  nrContext::TexModeEnum getTexMode() const { return nrContext::TexModeEnum(texMode); }
+  nrContext::TexModeEnum getTexMode() const { return nrContext::TexModeEnum(getFieldValue(texMode, TEX_MODE)); }
   void setTexBlendColor(float r, float g, float b, float a) {
     setFieldValue(texBlendColor, nrVec4f(r, g, b, a), TEX_BLEND_COLOR);
   }
   void setTexBlendColor(const nrVec4f& color) { setFieldValue(texBlendColor, color, TEX_BLEND_COLOR); }
-  const nrVec4f& getTexBlendColor() const { return texBlendColor; }
+  const nrVec4f& getTexBlendColor() const { return getFieldValue(texBlendColor, TEX_BLEND_COLOR); }
   void setTexEnv(nrContext::TexEnvEnum env) { setFieldValue(texEnv, int(env), TEX_ENV); }
-  nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(texEnv); }
+  nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(getFieldValue(texEnv, TEX_ENV)); }
   void setTexGen(nrTexGen* texGen);
   nrTexGen* getTexGen() const;
   void setTexGenEnable(unsigned char on) { setFieldValue(texGenEnable, on, TEX_GEN_ENABLE); }
-  unsigned char getTexGenEnable() const { return texGenEnable; }
+  unsigned char getTexGenEnable() const { return getFieldValue(texGenEnable, TEX_GEN_ENABLE); }
   void setMaterial(nrMaterial* material);
   nrMaterial* getMaterial() const;
   void setLightEnable(unsigned char on) { setFieldValue(lightEnable, on, LIGHT_ENABLE); }
-  unsigned char getLightEnable() const { return lightEnable; }
+  unsigned char getLightEnable() const { return getFieldValue(lightEnable, LIGHT_ENABLE); }
   void setShadeModel(nrContext::ShadeModelEnum model) { setFieldValue(shadeModel, int(model), SHADE_MODEL); }
-  nrContext::ShadeModelEnum getShadeModel() const { return nrContext::ShadeModelEnum(shadeModel); }
+  nrContext::ShadeModelEnum getShadeModel() const { return nrContext::ShadeModelEnum(getFieldValue(shadeModel, SHADE_MODEL)); }
   void setTranspEnable(unsigned char on) { setFieldValue(transpEnable, on, TRANSP_ENABLE); }
-  unsigned char getTranspEnable() const { return transpEnable; }
+  unsigned char getTranspEnable() const { return getFieldValue(transpEnable, TRANSP_ENABLE); }
   void setTranspMode(nrContext::TranspModeEnum mode) { setFieldValue(transpMode, int(mode), TRANSP_MODE); }
-  nrContext::TranspModeEnum getTranspMode() const { return nrContext::TranspModeEnum(transpMode); }
+  nrContext::TranspModeEnum getTranspMode() const { return nrContext::TranspModeEnum(getFieldValue(transpMode, TRANSP_MODE)); }
   void setAlphaFunc(nrContext::AlphaFuncEnum func) { setFieldValue(alphaFunc, int(func), ALPHA_FUNC); }
-  nrContext::AlphaFuncEnum getAlphaFunc() const { return nrContext::AlphaFuncEnum(alphaFunc); }
+  nrContext::AlphaFuncEnum getAlphaFunc() const { return nrContext::AlphaFuncEnum(getFieldValue(alphaFunc, ALPHA_FUNC)); }
   void setAlphaRef(float ref) { setFieldValue(alphaRef, ref, ALPHA_REF); }
-  float getAlphaRef() const { return alphaRef; }
+  float getAlphaRef() const { return getFieldValue(alphaRef, ALPHA_REF); }
   void setBlendColor(float r, float g, float b, float a) { setFieldValue(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
   void setBlendColor(const nrVec4f& color) { setFieldValue(blendColor, color, BLEND_COLOR); }
-  const nrVec4f& getBlendColor() const { return blendColor; }
+  const nrVec4f& getBlendColor() const { return getFieldValue(blendColor, BLEND_COLOR); }
   void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
-  nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(srcBlendFunc); }
+  nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(getFieldValue(srcBlendFunc, SRC_BLEND_FUNC)); }
   void setDstBlendFunc(nrContext::DstBlendFuncEnum func) { setFieldValue(dstBlendFunc, int(func), DST_BLEND_FUNC); }
-  nrContext::DstBlendFuncEnum getDstBlendFunc() const { return nrContext::DstBlendFuncEnum(dstBlendFunc); }
+  nrContext::DstBlendFuncEnum getDstBlendFunc() const { return nrContext::DstBlendFuncEnum(getFieldValue(dstBlendFunc, DST_BLEND_FUNC)); }
   void setColorMask(unsigned char r, unsigned char g, unsigned char b, unsigned char a) {
     setFieldValue(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
   }
   void setColorMask(const nrVec4ub& mask) { setFieldValue(colorMask, mask, COLOR_MASK); }
-  const nrVec4ub& getColorMask() const { return colorMask; }
+  const nrVec4ub& getColorMask() const { return getFieldValue(colorMask, COLOR_MASK); }
   void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
-  unsigned char getDepthEnable() const { return depthEnable; }
+  unsigned char getDepthEnable() const { return getFieldValue(depthEnable, DEPTH_ENABLE); }
   void setDepthFunc(nrContext::DepthFuncEnum func) { setFieldValue(depthFunc, int(func), DEPTH_FUNC); }
-  nrContext::DepthFuncEnum getDepthFunc() const { return nrContext::DepthFuncEnum(depthFunc); }
+  nrContext::DepthFuncEnum getDepthFunc() const { return nrContext::DepthFuncEnum(getFieldValue(depthFunc, DEPTH_FUNC)); }
   void setDepthMask(unsigned char on) { setFieldValue(depthMask, on, DEPTH_MASK); }
-  unsigned char getDepthMask() const { return depthMask; }
+  unsigned char getDepthMask() const { return getFieldValue(depthMask, DEPTH_MASK); }
   void setFogEnable(unsigned char on) { setFieldValue(fogEnable, on, FOG_ENABLE); }
-  unsigned char getFogEnable() const { return fogEnable; }
+  unsigned char getFogEnable() const { return getFieldValue(fogEnable, FOG_ENABLE); }
   void setMaterialModeEnable(nrContext::MaterialModeEnum mode) {
     setFieldValue(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
   }
   // As the context takes it: 0 off, 1 on.
   void setMaterialModeEnable(int mode) { setFieldValue(materialModeEnable, mode, MATERIAL_MODE_ENABLE); }
   nrContext::MaterialModeEnum getMaterialModeEnable() const {
-    return nrContext::MaterialModeEnum(materialModeEnable);
+    return nrContext::MaterialModeEnum(getFieldValue(materialModeEnable, MATERIAL_MODE_ENABLE));
   }
   void setPolyMode(nrContext::PolyModeEnum mode) { setFieldValue(polyMode, int(mode), POLY_MODE); }
-  nrContext::PolyModeEnum getPolyMode() const { return nrContext::PolyModeEnum(polyMode); }
+  nrContext::PolyModeEnum getPolyMode() const { return nrContext::PolyModeEnum(getFieldValue(polyMode, POLY_MODE)); }
   void setLineStipplePattern(unsigned int pattern) { setFieldValue(lineStipplePattern, pattern, LINE_STIPPLE_PATTERN); }
-  unsigned int getLineStipplePattern() const { return lineStipplePattern; }
+  unsigned int getLineStipplePattern() const { return getFieldValue(lineStipplePattern, LINE_STIPPLE_PATTERN); }
   void setLineStippleFactor(unsigned int factor) { setFieldValue(lineStippleFactor, factor, LINE_STIPPLE_FACTOR); }
-  unsigned int getLineStippleFactor() const { return lineStippleFactor; }
+  unsigned int getLineStippleFactor() const { return getFieldValue(lineStippleFactor, LINE_STIPPLE_FACTOR); }
   void setTexTransform(const nrMatrix4f& matrix) { setFieldValue(texTransform, matrix, TEX_TRANSFORM); }
-  const nrMatrix4f& getTexTransform() const { return texTransform; }
+  const nrMatrix4f& getTexTransform() const { return getFieldValue(texTransform, TEX_TRANSFORM); }
   void setBackMaterial(nrMaterial* material);
   nrMaterial* getBackMaterial() const;
 
   // A set bit hands the element to the surrounding state; the stored value stays.
   void setInherit(const nrBitMask& mask) { setFieldValue(inherit, mask, INHERIT); }
-  void getInherit(nrBitMask& mask) const { mask = inherit; }
-  const nrBitMask& getInherit() const { return inherit; }
+  void getInherit(nrBitMask& mask) const { mask = getInherit(); }
+  const nrBitMask& getInherit() const { return getFieldValue(inherit, INHERIT); }
   // The elements written since the inherit mask was last set.
   const nrBitMask& getExplicitMask() const { return explicitMask; }
   bool isChanged() const { return changed; }

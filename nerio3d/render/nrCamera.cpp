@@ -57,11 +57,6 @@ const nrFrustum& nrCamera::getFrustum() {
   return frustum;
 }
 
-void nrCamera::cleanPendingFields() {
-  nrBitMask pending = getSideEffectMask() | getStaleInputMask();
-  if (!pending.isZero()) internalCleanFields(pending);
-}
-
 void nrCamera::fieldChanged(short index) {
   if (index == POSITION_FIELD || index == ORIENTATION_FIELD) {
     const nrVec3f& a = orientation.axis;

@@ -62,9 +62,6 @@ class nrCamera : public nrContainer {
   using nrContainer::copy;
 
  protected:
-  // Brings fields fed by connections up to date.
-  void cleanPendingFields();
-
   // The clip distances and aspect fields that the perspective and orthographic
   // cameras share, registered from index first on: nearClip, farClip,
   // aspectMode, aspectRatio.

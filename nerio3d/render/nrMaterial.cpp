@@ -77,8 +77,7 @@ int nrMaterial::ditherPattern(float transparency) {
 
 void nrMaterial::draw(FaceEnum face, nrContext* context) {
   // Values routed in since the last draw are taken first (they raise the version).
-  nrBitMask pending = getStaleInputMask() | getSideEffectMask();
-  if (!pending.isZero()) internalCleanFields(pending);
+  cleanPendingFields();
   const _nrGfx& shadow = context->getShadowState();
   if (shadow.material != this && shadow.backMaterial != this && !context->isDirty(id, version)) return;
   GLenum glFace = face == BACK_FACE ? GL_BACK : GL_FRONT;

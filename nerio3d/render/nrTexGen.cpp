@@ -40,7 +40,7 @@ void nrTexGen::setPlane(short index, float a, float b, float c, float d) {
 }
 
 void nrTexGen::getPlane(short index, float* a, float* b, float* c, float* d) const {
-  const nrVec4f& p = this->*planes[index - PLANE_S];
+  const nrVec4f& p = getFieldValue(this->*planes[index - PLANE_S], index);
   *a = p[0];
   *b = p[1];
   *c = p[2];
@@ -56,6 +56,7 @@ void nrTexGen::draw(nrContext* context) {
   static const GLenum coords[4] = {GL_S, GL_T, GL_R, GL_Q};
   static const GLenum enables[4] = {GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_TEXTURE_GEN_R, GL_TEXTURE_GEN_Q};
   bool identity = false;
+  cleanPendingFields();
   for (int i = 0; i < 4; ++i) {
     // The eye-linear modes also give the plane as GL_OBJECT_PLANE, so they
     // keep OpenGL's default eye planes; this is deliberate.

@@ -20,10 +20,10 @@ class nrTexGen : public nrContainer {
   void setModeT(ModeEnum mode) { setMode(MODE_T, mode); }
   void setModeR(ModeEnum mode) { setMode(MODE_R, mode); }
   void setModeQ(ModeEnum mode) { setMode(MODE_Q, mode); }
-  ModeEnum getModeS() const { return static_cast<ModeEnum>(modeS); }
-  ModeEnum getModeT() const { return static_cast<ModeEnum>(modeT); }
-  ModeEnum getModeR() const { return static_cast<ModeEnum>(modeR); }
-  ModeEnum getModeQ() const { return static_cast<ModeEnum>(modeQ); }
+  ModeEnum getModeS() const { return static_cast<ModeEnum>(getFieldValue(modeS, MODE_S)); }
+  ModeEnum getModeT() const { return static_cast<ModeEnum>(getFieldValue(modeT, MODE_T)); }
+  ModeEnum getModeR() const { return static_cast<ModeEnum>(getFieldValue(modeR, MODE_R)); }
+  ModeEnum getModeQ() const { return static_cast<ModeEnum>(getFieldValue(modeQ, MODE_Q)); }
 
   void setPlaneS(float a, float b, float c, float d) { setPlane(PLANE_S, a, b, c, d); }
   void setPlaneT(float a, float b, float c, float d) { setPlane(PLANE_T, a, b, c, d); }
@@ -33,10 +33,10 @@ class nrTexGen : public nrContainer {
   void getPlaneT(float* a, float* b, float* c, float* d) const { getPlane(PLANE_T, a, b, c, d); }
   void getPlaneR(float* a, float* b, float* c, float* d) const { getPlane(PLANE_R, a, b, c, d); }
   void getPlaneQ(float* a, float* b, float* c, float* d) const { getPlane(PLANE_Q, a, b, c, d); }
-  const nrVec4f& getPlaneS() const { return planeS; }
-  const nrVec4f& getPlaneT() const { return planeT; }
-  const nrVec4f& getPlaneR() const { return planeR; }
-  const nrVec4f& getPlaneQ() const { return planeQ; }
+  const nrVec4f& getPlaneS() const { return getFieldValue(planeS, PLANE_S); }
+  const nrVec4f& getPlaneT() const { return getFieldValue(planeT, PLANE_T); }
+  const nrVec4f& getPlaneR() const { return getFieldValue(planeR, PLANE_R); }
+  const nrVec4f& getPlaneQ() const { return getFieldValue(planeQ, PLANE_Q); }
 
   // The generator's id in the id space shared by all contexts, and its change counter.
   int getId() const { return id; }

@@ -231,6 +231,7 @@ void nrTexture::findProperComponentType() {
 }
 
 void nrTexture::draw(nrContext* context) {
+  cleanPendingFields();
   if (minFilter == MIPMAP && imageLevel.getCount() == 1) buildMipmaps();
   // Levels still to be read from their files are read before the context
   // compares versions: reading one changes the version and, for level 0, the

@@ -75,23 +75,23 @@ class nrTexture : public nrContainer {
   // A name other than the one last loaded loads that image file as level 0
   // (resampled up to powers of two); a failure leaves the levels as they were.
   void setFileName(const nrString& name);
-  void getFileName(nrString& name) const { name = fileName; }
-  const nrString& getFileName() const { return fileName; }
+  void getFileName(nrString& name) const { name = getFileName(); }
+  const nrString& getFileName() const { return getFieldValue(fileName, FILE_NAME_FIELD); }
   void setFormat(FormatEnum format);
-  FormatEnum getFormat() const { return static_cast<FormatEnum>(format); }
+  FormatEnum getFormat() const { return static_cast<FormatEnum>(getFieldValue(format, FORMAT_FIELD)); }
   void setRepeatS(RepeatEnum repeat);
-  RepeatEnum getRepeatS() const { return static_cast<RepeatEnum>(repeatS); }
+  RepeatEnum getRepeatS() const { return static_cast<RepeatEnum>(getFieldValue(repeatS, REPEAT_S_FIELD)); }
   void setRepeatT(RepeatEnum repeat);
-  RepeatEnum getRepeatT() const { return static_cast<RepeatEnum>(repeatT); }
+  RepeatEnum getRepeatT() const { return static_cast<RepeatEnum>(getFieldValue(repeatT, REPEAT_T_FIELD)); }
   // MIPMAP builds the further levels from a single level 0; the other filters
   // drop them.
   void setMinFilter(MinFilterEnum filter);
-  MinFilterEnum getMinFilter() const { return static_cast<MinFilterEnum>(minFilter); }
+  MinFilterEnum getMinFilter() const { return static_cast<MinFilterEnum>(getFieldValue(minFilter, MIN_FILTER_FIELD)); }
   void setMagFilter(MagFilterEnum filter);
-  MagFilterEnum getMagFilter() const { return static_cast<MagFilterEnum>(magFilter); }
+  MagFilterEnum getMagFilter() const { return static_cast<MagFilterEnum>(getFieldValue(magFilter, MAG_FILTER_FIELD)); }
 
   // Level i is mipmap level i.
-  int getImageLevelCount() const { return static_cast<int>(imageLevel.getCount()); }
+  int getImageLevelCount() const { return static_cast<int>(getFieldValue(imageLevel, IMAGE_LEVEL_FIELD).getCount()); }
   nrImage* getImageLevel(int level) const;
   void addImageLevel(nrImage* image);
 

@@ -5,6 +5,7 @@
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/render/nrTexGen.h"
 #include "nrRenderFixture.h"
 
 namespace {
@@ -60,6 +61,24 @@ TEST_F(Appearance, WrittenFieldsAreAppliedAndEverythingElseIsInherited) {
   app->draw(nullptr);
   EXPECT_EQ(rec.calls(), Calls{"glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE)"});
   app->unref();
+}
+
+TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
+  nrAppearance *from = nrtest::held<nrAppearance>(), *to = nrtest::held<nrAppearance>();
+  nrTexGen *genFrom = nrtest::held<nrTexGen>(), *genTo = nrtest::held<nrTexGen>();
+  from->connect(nrAppearance::SHADE_MODEL, to, nrAppearance::SHADE_MODEL);
+  from->connect(nrAppearance::ALPHA_REF, to, nrAppearance::ALPHA_REF);
+  genFrom->connect(nrTexGen::PLANE_T, genTo, nrTexGen::PLANE_T);
+  to->draw(nullptr);
+  from->setShadeModel(nrContext::FLAT_SHADE);
+  nrGLRecorder rec;
+  to->draw(nullptr);
+  EXPECT_EQ(rec.calls(), Calls{"glShadeModel(GL_FLAT)"}) << "a routed value reaches OpenGL at the next draw";
+  from->setAlphaRef(0.5f);
+  genFrom->setPlaneT(1, 2, 3, 4);
+  EXPECT_EQ(to->getAlphaRef(), 0.5f);
+  EXPECT_EQ(genTo->getPlaneT(), nrVec4f(1, 2, 3, 4));
+  nrtest::unref(from, to, genFrom, genTo);
 }
 
 TEST_F(Appearance, AppliesToTheContextOfTheDrawAction) {
