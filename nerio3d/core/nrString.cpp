@@ -59,10 +59,10 @@ void nrString::write(nrOutput* out) const {
 
 bool operator==(const nrString& s, const char* t) {
   if (s.isNull()) return t == nullptr;
-  return strcmp(s.getString(), t) == 0;
+  return t && strcmp(s.getString(), t) == 0;
 }
 
 bool operator!=(const nrString& s, const char* t) {
   if (s.isNull()) return t == nullptr;
-  return strcmp(s.getString(), t) != 0;
+  return !t || strcmp(s.getString(), t) != 0;
 }

@@ -23,10 +23,12 @@ bool nrMFRef::check(const char* operation, nrContainer* v) {
 
 void nrMFRef::set(unsigned i, nrContainer* v) {
   if (!check("nrMFRef::set(int, nrContainer*)", v)) return;
-  if (i < value->getCount())
+  if (i < value->getCount()) {
     getContainer()->refer((*value)[i], v);
-  else
+  } else {
+    clearGap(i);
     getContainer()->refer(v);
+  }
   value->set(i, v);
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->set(i, v); });
 }
@@ -44,6 +46,7 @@ void nrMFRef::set(const nrRefArray& a) {
 void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
   for (unsigned k = 0; k < n; ++k)
     if (!check("nrMFRef::setRange(int, int, nrContainer*[])", values[k])) return;
+  clearGap(start);
   nrContainer* owner = getContainer();
   for (unsigned k = 0; k < n; ++k) {
     if (start + k < value->getCount())
@@ -57,6 +60,7 @@ void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
 
 void nrMFRef::fillRange(unsigned start, unsigned n, nrContainer* v) {
   if (!check("nrMFRef::fillRange(int, int, nrContainer*)\n", v)) return;
+  clearGap(start);
   nrContainer* owner = getContainer();
   for (unsigned k = 0; k < n; ++k) {
     if (start + k < value->getCount())
@@ -117,6 +121,11 @@ void nrMFRef::fastRemoveIndex(unsigned i) {
   if (i >= value->getCount()) return;
   drop(i, true);
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->fastRemoveIndex(i); });
+}
+
+void nrMFRef::clearGap(unsigned i) {
+  unsigned n = value->getCount();
+  if (i > n) value->fillRange(n, i - n, nullptr);
 }
 
 void nrMFRef::drop(unsigned i, bool fast) {

@@ -72,6 +72,9 @@ class nrMFRef : public nrMField {
 
  private:
   bool check(const char* operation, nrContainer* v);
+  // Slots between the count and i may still hold elements removed earlier,
+  // never referenced again: they become null before a store beyond the count.
+  void clearGap(unsigned i);
   // Takes element i out of the list and releases it, without notifying.
   void drop(unsigned i, bool fast);
   nrRefArray* value;

@@ -40,6 +40,8 @@ TEST(nrString, AssignAppendAndCompare) {
   s += "def";
   EXPECT_TRUE(s == "abcdef");
   EXPECT_FALSE(s != "abcdef");
+  EXPECT_FALSE(s == nullptr);
+  EXPECT_TRUE(s != nullptr);
 
   s = s.getString();  // assigning its own text is safe
   EXPECT_TRUE(s == "abcdef");

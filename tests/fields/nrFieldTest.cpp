@@ -132,6 +132,13 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   EXPECT_EQ(first, list->edit()[1]);
   list->set(nrRefArray());
   EXPECT_EQ(tstLeaf::live, 0);
+  // Stores past the count null the slots skipped over, which still hold the
+  // elements released above.
+  list->set(2u, leaf = new tstLeaf);
+  nrContainer* one[1] = {leaf};
+  list->setRange(4, 1, one);
+  EXPECT_EQ(list->get(1), nullptr);
+  EXPECT_EQ(list->get(3), nullptr);
 
   list->append(new tstLeaf);
   ref->set(new tstLeaf);
