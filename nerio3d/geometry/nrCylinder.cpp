@@ -70,6 +70,7 @@ nrTriStripSet* nrCylinder::makeCircle(int segments, float radius, int facing, fl
   nrVec3fArray coords, normals;
   nrVec2fArray texCoords;
   nrIntArray lengths;
+  if (segments < 1) return nrTriStripSet::create(coords, normals, texCoords, lengths);
   for (int i = 0; i < segments; ++i) {
     int j = (i + 1) / 2;
     int k = i == 0 ? 0 : ((i & 1) == (facing > 0)) ? j : segments - j;
@@ -88,6 +89,7 @@ nrTriStripSet* nrCylinder::makePipe(int segments, float bottomRadius, float topR
   nrVec3fArray coords, normals;
   nrVec2fArray texCoords;
   nrIntArray lengths;
+  if (segments < 1) return nrTriStripSet::create(coords, normals, texCoords, lengths);
   float h = topY - bottomY;
   for (int k = 0; k <= segments; ++k) {
     nrVec3f d = rimDirection(k, segments);

@@ -665,6 +665,7 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
 // ---- VRML index lists ----
 
 int nrGeoSet::flattenVRMLIndices(nrMFInt* vrmlIndices, nrIndexSet* out, nrMFInt* primLengths) {
+  if (!vrmlIndices) return 0;
   const nrIntArray& in = vrmlIndices->getArray();
   const int* list = in.getArray();
   unsigned n = in.getCount(), ends = 0;

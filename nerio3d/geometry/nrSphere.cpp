@@ -34,7 +34,7 @@ nrTriStripSet* nrSphere::getUnitSphere() {
 // longitude, kept on the octant's side of the seam (poles take the octant's
 // middle), t the latitude from 0 at the south pole.
 nrTriStripSet* nrSphere::makeSphere(int n) {
-  int k = static_cast<int>(std::sqrt(n * 0.125));
+  int k = n > 0 ? static_cast<int>(std::sqrt(n * 0.125)) : 1;
   if (k < 1) k = 1;
   const nrVec3f equator[5] = {nrVec3f(0, 0, -1), nrVec3f(-1, 0, 0), nrVec3f(0, 0, 1), nrVec3f(1, 0, 0),
                               nrVec3f(0, 0, -1)};

@@ -262,6 +262,7 @@ TEST_F(GeoSet, FlattenVRMLIndicesSplitsAtNegativeValues) {
   vrml->setCount(0);
   EXPECT_EQ(nrGeoSet::flattenVRMLIndices(vrml, out, lengths), 0);
   EXPECT_EQ(out->getCount(), 0u);
+  EXPECT_EQ(nrGeoSet::flattenVRMLIndices(nullptr, out, lengths), 0) << "no list is an empty list";
 }
 
 TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {

@@ -62,6 +62,13 @@ TEST_F(Solid, CurvedSolidsDrawTheSharedTessellationUnderTheirOwnPlacement) {
   int vertices = 0;
   for (int i = 0; i < 40; ++i) vertices += shared->getLength(i);
   EXPECT_EQ(vertices, (5 + 2) * 5 * 8);
+  for (int n : {0, -1}) {
+    nrTriStripSet* degenerate[] = {nrSphere::makeSphere(n), nrCylinder::makeCircle(n, 1, 1, 0),
+                                   nrCylinder::makePipe(n, 1, 1, -1, 1)};
+    EXPECT_EQ(degenerate[0]->getPrimCount() * 10 + degenerate[1]->getPrimCount() + degenerate[2]->getPrimCount(), 80)
+        << "the coarsest sphere, and no rim without segments";
+    for (nrTriStripSet* set : degenerate) set->unref();
+  }
 
   rec.clear();
   make<nrBox>()->draw(action);
