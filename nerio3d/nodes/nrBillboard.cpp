@@ -151,6 +151,7 @@ nrTravDirective nrBillboard::turnedTraverse(Action* action, VisitChild visitChil
   if (action->pushCull(sphereBound)) {
     d = action->preVisit(this);
     for (unsigned i = 0; d == CONTINUE_TRAV && i < children.getCount(); ++i) {
+      if (!children[i]) continue;
       bool placed = pushPlacement(action, i);
       if (visitChild(static_cast<nrNode*>(children[i]), i, placed) == STOP_TRAV) d = STOP_TRAV;
       if (placed) action->popMatrix();
@@ -189,6 +190,7 @@ void nrBillboard::isect(nrIsectAction* action) {
   nrPtrArray& path = action->getPath();
   path.append(this);
   for (unsigned i = 0; i < children.getCount(); ++i) {
+    if (!children[i]) continue;
     nrMatrix4f toParent;
     placement(i, toParent);
     if (!action->pushXform(toParent)) continue;

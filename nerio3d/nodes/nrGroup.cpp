@@ -101,7 +101,8 @@ void nrGroup::calcChildrenBound(nrSphereBound& sphere) {
 }
 
 void nrGroup::sound(nrSoundAction* action) {
-  for (unsigned i = 0; i < children.getCount(); ++i) static_cast<nrNode*>(children[i])->sound(action);
+  for (unsigned i = 0; i < children.getCount(); ++i)
+    if (nrNode* child = static_cast<nrNode*>(children[i])) child->sound(action);
 }
 
 void nrGroup::isect(nrIsectAction* action) {
@@ -113,7 +114,8 @@ void nrGroup::isectChildren(nrIsectAction* action, unsigned first, unsigned end)
   nrPtrArray& path = action->getPath();
   path.append(this);
   if (end > children.getCount()) end = children.getCount();
-  for (unsigned i = first; i < end; ++i) static_cast<nrNode*>(children[i])->isect(action);
+  for (unsigned i = first; i < end; ++i)
+    if (nrNode* child = static_cast<nrNode*>(children[i])) child->isect(action);
   path.setCount(path.getCount() - 1);
 }
 

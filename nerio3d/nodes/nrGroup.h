@@ -78,8 +78,11 @@ template <typename Action>
 nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
                                        unsigned end) {
   if (end > children.getCount()) end = children.getCount();
+  // Null children (a larger setChildCount leaves them) are passed over here
+  // and in every other walk over the children.
   for (unsigned i = first; i < end; ++i)
-    if ((static_cast<nrNode*>(children[i])->*childVisit)(action) == STOP_TRAV) return STOP_TRAV;
+    if (nrNode* child = static_cast<nrNode*>(children[i]))
+      if ((child->*childVisit)(action) == STOP_TRAV) return STOP_TRAV;
   return CONTINUE_TRAV;
 }
 

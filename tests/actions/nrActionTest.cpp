@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "nerio3d/nodes/nrBillboard.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrCapture.h"
 #include "nrHeld.h"
@@ -116,18 +117,25 @@ TEST_F(nrActionTraversal, ScenesDeeperThanTheCullLimitReportEachLevelAndStillDra
 
 TEST_F(nrActionTraversal, PickingEntersOnlyGroupsTheSegmentMeetsAndSoundEntersAll) {
   nrGroup* aside = group("aside", {leaf("far", nrVec3f(10, 0, -10))});
+  // Null children, which a larger child count leaves, are passed over.
+  sub->setChildCount(2);
   root->addChild(aside);
+  nrBillboard* turned = new nrBillboard;
+  turned->setChildCount(1);
+  turned->addChild(leaf("d"));
+  root->addChild(turned);
   nrIsectAction pick;
   pick.setSeg(nrSeg(nrVec3f(0, 0, 0), nrVec3f(0, 0, -1), 100));
   pick.apply(root);
   // The root enters the path once for the action and once as a group.
-  EXPECT_EQ(tstTrace, "isect(a<root/2) isect(b<sub/3) isect(c<root/2) ");
+  EXPECT_EQ(tstTrace, "isect(a<root/2) isect(b<sub/3) isect(c<root/2) isect(d<null/3) ");
   EXPECT_EQ(pick.getPath().getCount(), 0u);
 
   tstTrace.clear();
   nrSoundAction sound;
   EXPECT_EQ(sound.apply(root), 0);
-  EXPECT_EQ(tstTrace, "sound(a) sound(b) sound(c) sound(far) ");
+  EXPECT_EQ(tstTrace, "sound(a) sound(b) sound(c) sound(far) sound(d) ");
+  for (const char* kind : {"visit", "transform", "cull", "draw"}) run(kind);
 }
 
 TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
