@@ -26,9 +26,10 @@ class nrEngine : public nrNode {
   static bool isEngineOutput(nrContainer* c, short index);
 
   int getNumInputs() const { return static_cast<int>(inputs.getCount()); }
-  nrField* getInput(int i) const { return inputs[static_cast<unsigned>(i)]; }
+  // Null for an index outside the list.
+  nrField* getInput(int i) const { return static_cast<unsigned>(i) < inputs.getCount() ? inputs[i] : nullptr; }
   int getNumOutputs() const { return static_cast<int>(outputs.getCount()); }
-  nrField* getOutput(int i) const { return outputs[static_cast<unsigned>(i)]; }
+  nrField* getOutput(int i) const { return static_cast<unsigned>(i) < outputs.getCount() ? outputs[i] : nullptr; }
 
  protected:
   // Builds the instance lists from the type and routes each input into the

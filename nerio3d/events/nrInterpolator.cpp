@@ -31,7 +31,8 @@ int nrInterpolator::getParam(float& t) {
   t = 1;
   if (n == 0) return -1;
   float f = fraction;
-  if (key[0] >= f) return 0;
+  // A NaN fraction or first key compares false both ways: it takes the first value.
+  if (!(key[0] < f)) return 0;
   if (key[n - 1] <= f) return static_cast<int>(n - 1);
   unsigned i = 1;
   for (; i < n - 1 && key[i] <= f; ++i)

@@ -118,22 +118,24 @@ void nrTimeSensor::fieldChanged(short index) {
   }
   bool running = enabled && isActive;
   switch (index) {
+    // Times that are not numbers, and start times or intervals that are not
+    // finite, would make every later cycle and fraction NaN: they are refused.
     case START_TIME_FIELD:
-      if (running) {
+      if (running || !std::isfinite(double(startTime))) {
         startTime = savedStartTime;
         return;
       }
       cycleStart = savedStartTime = startTime;
       break;
     case STOP_TIME_FIELD:
-      if (running && stopTime <= startTime) {
+      if ((running && stopTime <= startTime) || std::isnan(double(stopTime))) {
         stopTime = savedStopTime;
         return;
       }
       savedStopTime = stopTime;
       break;
     case CYCLE_INTERVAL_FIELD:
-      if (running || cycleInterval <= 0) {
+      if (running || cycleInterval <= 0 || !std::isfinite(double(cycleInterval))) {
         cycleInterval = savedCycleInterval;
         return;
       }

@@ -4,10 +4,10 @@
 #include <cstdio>
 
 void vlDebugError::post(const char* function, const char* format, ...) {
-  char message[10000];
+  char message[10000] = "";
   va_list args;
   va_start(args, format);
-  vsnprintf(message, sizeof message, format, args);
+  if (format) vsnprintf(message, sizeof message, format, args);
   va_end(args);
-  fprintf(stderr, "vl error in %s(): %s\n", function, message);
+  fprintf(stderr, "vl error in %s(): %s\n", function ? function : "", message);
 }

@@ -105,16 +105,24 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
   const int* lengths = lengthArray.getArray();
   int faces = set->getPrimCount();
   if (faces > int(lengthArray.getCount())) faces = int(lengthArray.getCount());
+  if (faces < 0) faces = 0;
   nrGLAttr coords;
   coordSet->getGLAttr(coords);
   int coordCount = int(coordSet->getCount());
 
-  unsigned corners = 0;
-  for (int f = 0; f < faces; ++f) corners += unsigned(lengths[f]);
-  if (!index || corners > indexCount) {
-    vlDebugError::post("vlGeom::computeNorms", "%u corners but %u coordinate indices", corners, indexCount);
+  long long total = 0;
+  for (int f = 0; f < faces; ++f) {
+    if (lengths[f] < 0) {
+      vlDebugError::post("vlGeom::computeNorms", "Face %d has %d corners", f, lengths[f]);
+      return;
+    }
+    total += lengths[f];
+  }
+  if (!index || total > indexCount) {
+    vlDebugError::post("vlGeom::computeNorms", "%lld corners but %u coordinate indices", total, indexCount);
     return;
   }
+  unsigned corners = unsigned(total);
   for (unsigned k = 0; k < corners; ++k)
     if (index[k] < 0 || index[k] >= coordCount) {
       vlDebugError::post("vlGeom::computeNorms", "Coordinate index %d out of range", index[k]);

@@ -606,7 +606,7 @@ const char* plainReal(const char* p, const char* e, float& v) {
 template <typename T, typename Parse>
 unsigned vlInput::readRun(T* out, unsigned max, unsigned group, Parse parse) {
   validateWindow();
-  if (!cur || pushbackIndex >= 0) return 0;
+  if (!out || !cur || pushbackIndex >= 0) return 0;
   const char* p = cur;
   const char* e = lim;
   int lines = 0;

@@ -7,10 +7,10 @@
 #include "nerio3d/vl/vlInput.h"
 
 void vlReadError::post(const vlInput* input, const char* format, ...) {
-  char message[10000];
+  char message[10000] = "";
   va_list args;
   va_start(args, format);
-  vsnprintf(message, sizeof message, format, args);
+  if (format) vsnprintf(message, sizeof message, format, args);
   va_end(args);
   nrString location;
   if (input) input->getLocationString(location);

@@ -134,6 +134,11 @@ TEST(nrEngine, InterpolatorKinds) {
   ASSERT_EQ(coords->getValue().getCount(), 2u) << "5 values over 2 keys: 2 per key";
   EXPECT_EQ(coords->getValue()[0], nrVec3f(1, 0, 0));
   EXPECT_EQ(coords->getValue()[1], nrVec3f(3, 2, 2));
+  // A fraction that is not a number takes the first key's values, also with a single key.
+  coords->setKey(floats({0.5f}));
+  coords->setFraction(NAN);
+  ASSERT_EQ(coords->getValue().getCount(), 5u);
+  EXPECT_EQ(coords->getValue()[4], nrVec3f(9, 9, 9));
   nrtest::unref(color, orient, normals, coords);
 }
 
@@ -187,6 +192,8 @@ TEST(nrEngine, CopiesAreWiredToTheirOwnTrigger) {
     EXPECT_EQ(copy->getInput(i)->getOutput(0), trigger);
   }
   EXPECT_EQ(copy->getOutput(0)->getEventClass(), nrField::ENGINE_OUTPUT_EVENT);
+  EXPECT_EQ(copy->getInput(-1), nullptr);
+  EXPECT_EQ(copy->getOutput(1), nullptr);
   copy->setFraction(0.5f);
   EXPECT_EQ(copy->getValue(), 5.0f);
   EXPECT_EQ(s->evals, 1) << "brought up to date by the copy, untouched by the copy's changes";
@@ -306,10 +313,13 @@ TEST_F(TimeSensorTest, SingleCycleEndsAtExactlyOne) {
   EXPECT_EQ(probe->events[tstProbe::CYCLE_TIME], 1);
 
   // Stopped, the sensor takes a new start time (and comes back to the list),
-  // but never a non-positive interval.
-  sensor->setCycleInterval(0);
-  sensor->setCycleInterval(-1);
+  // but never a non-positive or infinite interval, nor times that are not numbers.
+  for (double bad : {0.0, -1.0, double(NAN), double(INFINITY)}) sensor->setCycleInterval(bad);
+  sensor->setStartTime(NAN);
+  sensor->setStopTime(NAN);
   EXPECT_EQ(sensor->getCycleInterval(), 2);
+  EXPECT_EQ(sensor->getStartTime(), 100);
+  EXPECT_EQ(sensor->getStopTime(), 0);
   sensor->setStartTime(200);
   EXPECT_EQ(out(tstProbe::START_TIME), 200);
   EXPECT_TRUE(listed(sensor));

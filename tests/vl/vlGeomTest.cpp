@@ -107,6 +107,20 @@ TEST(vlGeom, AnIndexPastTheCoordinatesIsReportedAndNothingIsAttached) {
   EXPECT_EQ(nrtest::captureStderr([&] { vlGeom::computeNorms(s.set, 0); }),
             "vl error in vlGeom::computeNorms(): Coordinate index 9 out of range\n");
   EXPECT_EQ(s.set->getNormalSet(), nullptr);
+
+  // Face lengths given directly that are negative or overflow the index list.
+  const int negative[] = {3, -2}, huge[] = {2000000000, 2000000000, 294967299};
+  EXPECT_EQ(nrtest::captureStderr([&] {
+              s.set->setPolyLength(2, negative);
+              s.set->setPrimCount(2);
+              vlGeom::computeNorms(s.set, 0);
+              s.set->setPolyLength(3, huge);
+              s.set->setPrimCount(3);
+              vlGeom::computeNorms(s.set, 0);
+            }),
+            "vl error in vlGeom::computeNorms(): Face 1 has -2 corners\n"
+            "vl error in vlGeom::computeNorms(): 4294967299 corners but 3 coordinate indices\n");
+  EXPECT_EQ(s.set->getNormalSet(), nullptr);
 }
 
 TEST(vlGeom, StaticBoundIsComputedOnceFromTheConvertedLists) {

@@ -12,6 +12,7 @@
 
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/vl/vlDebugError.h"
+#include "nerio3d/vl/vlReadError.h"
 #include "nrCapture.h"
 #include "nrHeld.h"
 
@@ -191,6 +192,8 @@ TEST_F(vlInputTest, NumberRunsReadWhatTheGeneralReadsRead) {
       for (double& g : general) g = double(float(g));
     }
     openBody(text);
+    in.peek(c);
+    EXPECT_EQ(group ? in.readFloatRun(nullptr, 64, group) : in.readIntRun(nullptr, 64), 0u) << "nowhere to store";
     std::vector<float> floats(64);
     std::vector<int> integers(64);
     while (in.peek(c) && c != ']') {
@@ -371,6 +374,12 @@ TEST_F(vlInputTest, DefinitionsNameTheirContainersAndTheLaterWins) {
 TEST(vlDebugError, NamesTheFunction) {
   EXPECT_EQ(nrtest::captureStderr([] { vlDebugError::post("vlDB::readNodeInstance", "Reading Inline %s", "a.wrl"); }),
             "vl error in vlDB::readNodeInstance(): Reading Inline a.wrl\n");
+  const char* none = nullptr;
+  EXPECT_EQ(nrtest::captureStderr([&] {
+              vlDebugError::post(none, none);
+              vlReadError::post(nullptr, none);
+            }),
+            "vl error in (): \nvl read error: \n\n");
 }
 
 }  // namespace
