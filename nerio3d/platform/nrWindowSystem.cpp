@@ -2,6 +2,7 @@
 
 #include <sys/select.h>
 
+#include <climits>
 #include <string>
 
 #include <GL/freeglut.h>
@@ -239,7 +240,9 @@ void position(int x, int y) {
 }
 
 void reshape(int width, int height) {
-  if (haveWindow()) glutReshapeWindow(width, height);
+  if (haveWindow() && width > 0 && height > 0)
+    glutReshapeWindow(width < MAX_WINDOW_SIDE ? width : MAX_WINDOW_SIDE,
+                      height < MAX_WINDOW_SIDE ? height : MAX_WINDOW_SIDE);
 }
 
 void push() { onCurrent(glutPushWindow); }
@@ -284,7 +287,10 @@ void (*getIdleFunc())() { return idleFunc; }
 
 void addTimer(unsigned milliseconds, void (*callback)(int, void*), int value, void* arg) {
   if (!open()) return;
-  TimerRecord* t = new TimerRecord{callback, arg, glutGet(GLUT_ELAPSED_TIME) + static_cast<int>(milliseconds)};
+  // A deadline past the range of the toolkit's clock waits as long as it can.
+  const int now = glutGet(GLUT_ELAPSED_TIME);
+  const int deadline = milliseconds < unsigned(INT_MAX - now) ? now + int(milliseconds) : INT_MAX;
+  TimerRecord* t = new TimerRecord{callback, arg, deadline};
   timers.append(t);
   glutTimerFuncUcall(milliseconds, timerExpired, value, t);
 }

@@ -26,6 +26,10 @@ struct Callbacks {
   void (*specialUp)(int key, int x, int y);
 };
 
+// The largest window side: X sizes are 16-bit, and software renderers
+// allocate a back buffer for the whole window.
+constexpr int MAX_WINDOW_SIDE = 16384;
+
 // Connects to the X display on first use; false, after a message on standard
 // error, when there is none (every later call then does nothing).
 bool open();
@@ -51,6 +55,8 @@ void setIconTitle(const char* title);
 // Asks the window manager for a frame and title bar, or for none.
 void setDecorations(bool on);
 void position(int x, int y);
+// Sides below 1 are refused (the X server ends the program on them); larger
+// ones than MAX_WINDOW_SIDE are cut to it.
 void reshape(int width, int height);
 void push();
 void pop();

@@ -1,5 +1,6 @@
 #include "nerio3d/window/nrWindow.h"
 
+#include <algorithm>
 #include <cstring>
 #include <initializer_list>
 
@@ -137,8 +138,8 @@ void nrWindow::initPosition(int x, int y) {
 }
 
 void nrWindow::initSize(int width, int height) {
-  initialWidth = width;
-  initialHeight = height;
+  initialWidth = std::min(width, nrWindowSystem::MAX_WINDOW_SIDE);
+  initialHeight = std::min(height, nrWindowSystem::MAX_WINDOW_SIDE);
 }
 
 unsigned char nrWindow::checkDisplayMode(unsigned long mode) { return nrWindowSystem::isDisplayModePossible(mode); }

@@ -1,6 +1,7 @@
 #include <GL/freeglut.h>
 
 #include <chrono>
+#include <climits>
 #include <tuple>
 
 #include "nerio3d/platform/nrWindowSystem.h"
@@ -154,6 +155,9 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
     return placed.count(nrEvent::RESHAPE_EVENT) && reshaped().x == 150 && reshaped().y == 80 &&
            nrWindow::get(nrWindow::WINDOW_X_QUERY) == 700;
   }));
+  // Sizes the X server refuses (it would end the program) are not passed on.
+  nrWindow::reshapeWindow(0, 0);
+  nrWindow::reshapeWindow(-5, 20);
   input.moveTo(titled, 5, 0);
   auto moved = [&] { return placed.of(nrEvent::PASSIVE_MOTION_EVENT).back(); };
   EXPECT_TRUE(pumpUntil([&] { return placed.count(nrEvent::PASSIVE_MOTION_EVENT) && moved().y == 79; }));
@@ -164,6 +168,10 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
   EXPECT_EQ(input.decorations(titled), 1);
   nrWindow* bare = open(nullptr).window;
   EXPECT_EQ(input.decorations(bare), 0);
+  // A side beyond the platform's limit is made at the limit.
+  nrWindow::initSize(INT_MAX, 40);
+  open("wide");
+  EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_WIDTH_QUERY), nrWindowSystem::MAX_WINDOW_SIDE);
   EXPECT_EQ(nrtest::captureStderr([] { nrWindow::setDisplay(":7"); }),
             "(WARN, USAGE): the display \":7\" is not used: windows open on the display named by DISPLAY\n");
 }
