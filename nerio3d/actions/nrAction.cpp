@@ -8,7 +8,7 @@ NR_DEFINE_TYPE_AFTER(nrAction, nrObject, "nrAction", nrContext) {}
 nrTravDirective nrAction::apply(nrNode* root) {
   reset();
   begin(root);
-  nrTravDirective d = root->visit(this);
+  nrTravDirective d = root ? root->visit(this) : CONTINUE_TRAV;
   end(root);
   return d;
 }

@@ -16,6 +16,7 @@ nrActionFunTable* nrActionFunTable::getTable() {
 void nrActionFunTable::nop(nrAction*, nrObject*) {}
 
 void nrActionFunTable::addAction(nrType* type) {
+  if (!type) return;
   explicitTable.addRow();
   resolvedTable.addRow();
   for (int c = 0; c < explicitTable.getNumCols(); ++c) {
@@ -28,6 +29,7 @@ void nrActionFunTable::addAction(nrType* type) {
 }
 
 void nrActionFunTable::addObject(nrType* type) {
+  if (!type) return;
   explicitTable.addCol();
   resolvedTable.addCol();
   for (int r = 0; r < explicitTable.getNumRows(); ++r) {
@@ -39,15 +41,24 @@ void nrActionFunTable::addObject(nrType* type) {
   dirty = true;
 }
 
+bool nrActionFunTable::cellOf(nrType* dispatchType, nrType* objectType, int& row, int& col) const {
+  if (!dispatchType || !objectType) return false;
+  row = dispatchType->getActionIndex();
+  col = objectType->getObjectIndex();
+  return row >= 0 && row < numRows && col >= 0 && col < numCols;
+}
+
 void nrActionFunTable::setFunction(nrType* dispatchType, nrType* objectType, Function fn) {
-  explicitTable(dispatchType->getActionIndex(), objectType->getObjectIndex()) = reinterpret_cast<void*>(fn);
+  int row, col;
+  if (!cellOf(dispatchType, objectType, row, col)) return;
+  explicitTable(row, col) = reinterpret_cast<void*>(fn);
   dirty = true;
 }
 
 nrActionFunTable::Function nrActionFunTable::getFunction(nrType* dispatchType, nrType* objectType) {
   if (dirty) flatten();
-  int row = dispatchType->getActionIndex(), col = objectType->getObjectIndex();
-  if (row < 0 || col < 0) return nop;
+  int row, col;
+  if (!cellOf(dispatchType, objectType, row, col)) return nop;
   Function fn = reinterpret_cast<Function>(resolvedTable.get(row, col));
   return fn ? fn : nop;
 }

@@ -36,6 +36,8 @@ class nrActionFunTable {
   int getNumObjects() const { return numCols; }
 
  private:
+  // The cell of a pair of types registered in this table; false for any other pair.
+  bool cellOf(nrType* dispatchType, nrType* objectType, int& row, int& col) const;
   void flatten();
   void resolveRow(nrType* dispatchType);
   void resolveEntry(nrType* dispatchType, nrType* objectType, Function inherited);

@@ -7,7 +7,7 @@ NR_DEFINE_TYPE(nrSoundAction, nrAction, "SoundAction") {}
 nrTravDirective nrSoundAction::apply(nrNode* root) {
   reset();
   begin(root);
-  root->sound(this);
+  if (root) root->sound(this);
   end(root);
   return CONTINUE_TRAV;
 }

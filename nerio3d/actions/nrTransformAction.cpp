@@ -30,6 +30,6 @@ int nrTransformAction::pushMatrix() {
 }
 
 void nrTransformAction::popMatrix() {
-  matStack.pop();
+  if (!matStack.pop()) return;
   scaleFlags.setCount(scaleFlags.getCount() - 1);
 }

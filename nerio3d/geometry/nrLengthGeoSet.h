@@ -41,7 +41,7 @@ class nrLengthGeoSet : public nrGeoSet {
   // Replaces an integer list field's values and reports the change.
   void setList(nrIntArray& list, int count, const int* values, short index) {
     list.setCount(0);
-    if (count > 0) list.setRange(0, unsigned(count), values);
+    if (count > 0 && values) list.setRange(0, unsigned(count), values);
     fieldChanged(index);
   }
 

@@ -85,6 +85,7 @@ void nrBillboard::fieldChanged(short index) {
 
 bool nrBillboard::calculateTransform(nrDrawAction* action, nrMatrix4f& R) {
   R.makeIdent();
+  if (!action) return false;
   nrVec3f toViewer = action->getViewVector(), front;
   if (toViewer.normalize() == 0 || !axisVector(forward, front)) return false;
   if (mode == AXIAL) {

@@ -1,8 +1,11 @@
 #include "nerio3d/nodes/nrGroup.h"
 
+#include <string>
+
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/actions/nrSoundAction.h"
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/render/nrContext.h"
 
@@ -14,17 +17,41 @@ nrGroup::nrGroup(nrType* type) : nrNode(type) { initFieldDefaults(getClassType()
 
 nrGroup::~nrGroup() { destroyFieldContents(getClassType()); }
 
+// A node that is this group or holds it would make the graph a cycle, which
+// every traversal would follow forever: it is refused with a warning.
+bool nrGroup::closesCycle(nrNode* node, const char* who) {
+  if (!node || (node != this && getParentCount() == 0)) return false;
+  nrPtrArray pending, seen;
+  pending.append(this);
+  while (pending.getCount() > 0) {
+    nrContainer* c = static_cast<nrContainer*>(pending[pending.getCount() - 1]);
+    pending.setCount(pending.getCount() - 1);
+    if (c == node) {
+      std::string message = std::string("nrGroup::") + who + "() - a node cannot be placed under itself";
+      nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, message.c_str());
+      return true;
+    }
+    if (seen.find(c) >= 0) continue;
+    seen.append(c);
+    for (int i = 0; i < c->getParentCount(); ++i) pending.append(c->getParent(i));
+  }
+  return false;
+}
+
 void nrGroup::addChild(nrNode* node) {
+  if (closesCycle(node, "addChild")) return;
   refListAppend(children, node);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::insertChild(int index, nrNode* node) {
+  if (closesCycle(node, "insertChild")) return;
   refListInsert(children, index, node);
   fieldChanged(CHILDREN_FIELD);
 }
 
 void nrGroup::setChild(int index, nrNode* node) {
+  if (closesCycle(node, "setChild")) return;
   refListSet(children, index, node);
   fieldChanged(CHILDREN_FIELD);
 }
@@ -46,6 +73,7 @@ bool nrGroup::removeChild(nrNode* node) {
 }
 
 bool nrGroup::replaceChild(nrNode* oldNode, nrNode* newNode) {
+  if (closesCycle(newNode, "replaceChild")) return false;
   long i = refListReplace(children, oldNode, newNode);
   fieldChanged(CHILDREN_FIELD);
   return i >= 0;

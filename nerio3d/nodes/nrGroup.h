@@ -48,6 +48,7 @@ class nrGroup : public nrNode {
 
  protected:
   void cleanSideEffect(short index) override;
+  bool closesCycle(nrNode* node, const char* who);
 
   // Every helper below takes the children from first up to (not including)
   // end, all of them by default; groups that choose among their children

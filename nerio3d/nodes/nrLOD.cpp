@@ -110,9 +110,9 @@ int nrLOD::rangeIndex(nrTransformAction* action) {
 
 int nrLOD::childFor(int range) {
   if (range < 0) return -1;
-  int child = range + (offsetOverride > 0 ? offsetOverride : offset);
-  int last = static_cast<int>(children.getCount()) - 1;
-  return child < last ? child : last;
+  long child = static_cast<long>(range) + (offsetOverride > 0 ? offsetOverride : offset);
+  long last = static_cast<long>(children.getCount()) - 1;
+  return static_cast<int>(child < last ? child : last);
 }
 
 int nrLOD::whichChild(nrTransformAction* action) {

@@ -44,7 +44,10 @@ void nrNode::insertParent(nrGroup* g) {
     nrContainer* p = static_cast<nrContainer*>(parents[i]);
     // g itself stays a parent: it cannot be put between this node and itself.
     if (p == g || !p->isOfType(nrGroup::getClassType())) continue;
+    int before = g->getNumChildren();
     g->addChild(this);
+    // Refused because g lies below this node: replacing would drop this node.
+    if (g->getNumChildren() == before) return;
     static_cast<nrGroup*>(p)->replaceChild(this, g);
   }
 }

@@ -47,6 +47,14 @@ const GLenum depthFuncGL[] = {GL_NEVER, GL_LESS, GL_EQUAL, GL_LEQUAL, GL_GREATER
 const GLenum polyModeGL[] = {GL_POINT, GL_LINE, GL_FILL};
 const GLenum cullFaceGL[] = {0, GL_FRONT, GL_BACK, GL_FRONT_AND_BACK};
 
+// A value outside its enumeration has no OpenGL code: the setter refuses it.
+template <size_t N>
+bool known(const GLenum (&)[N], int value, const char* who) {
+  if (value >= 0 && static_cast<size_t>(value) < N) return true;
+  fprintf(stderr, "nrContext::%s() - value %d out of range\n", who, value);
+  return false;
+}
+
 void enable(GLenum cap, bool on) {
   if (on)
     nrgl::Enable(cap);
@@ -293,7 +301,7 @@ void nrContext::setTexBlendColor(const nrVec4f& color) {
 }
 
 void nrContext::setTexEnv(TexEnvEnum env) {
-  if (set(_nrGfx::TEX_ENV_ELT, &_nrGfx::texEnv, env))
+  if (known(texEnvGL, env, "setTexEnv") && set(_nrGfx::TEX_ENV_ELT, &_nrGfx::texEnv, env))
     nrgl::TexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, texEnvGL[env]);
 }
 
@@ -319,7 +327,7 @@ void nrContext::setLightEnable(unsigned char on) {
 }
 
 void nrContext::setShadeModel(ShadeModelEnum model) {
-  if (set(_nrGfx::SHADE_MODEL_ELT, &_nrGfx::shadeModel, model)) nrgl::ShadeModel(shadeModelGL[model]);
+  if (known(shadeModelGL, model, "setShadeModel") && set(_nrGfx::SHADE_MODEL_ELT, &_nrGfx::shadeModel, model)) nrgl::ShadeModel(shadeModelGL[model]);
 }
 
 void nrContext::setTranspEnable(unsigned char on) {
@@ -344,7 +352,7 @@ void nrContext::applyTransparency(TranspModeEnum mode, bool on) {
 }
 
 void nrContext::setAlphaFunc(AlphaFuncEnum func) {
-  if (!set(_nrGfx::ALPHA_FUNC_ELT, &_nrGfx::alphaFunc, func)) return;
+  if (!known(alphaFuncGL, func, "setAlphaFunc") || !set(_nrGfx::ALPHA_FUNC_ELT, &_nrGfx::alphaFunc, func)) return;
   // The enumeration is compared with the OpenGL code of GL_ALWAYS (519), which
   // no enumeration value has: ALWAYS_AFUNC keeps the alpha test enabled. Kept so.
   if (func == GL_ALWAYS) {
@@ -362,11 +370,13 @@ void nrContext::setAlphaRef(float ref) {
 void nrContext::setBlendColor(const nrVec4f& color) { set(_nrGfx::BLEND_COLOR_ELT, &_nrGfx::blendColor, color); }
 
 void nrContext::setSrcBlendFunc(SrcBlendFuncEnum func) {
+  if (!known(srcBlendGL, func, "setSrcBlendFunc")) return;
   record(_nrGfx::SRC_BLEND_FUNC_ELT, &_nrGfx::srcBlendFunc, func);
   applySrcBlendFunc(func, true);
 }
 
 void nrContext::setDstBlendFunc(DstBlendFuncEnum func) {
+  if (!known(dstBlendGL, func, "setDstBlendFunc")) return;
   record(_nrGfx::DST_BLEND_FUNC_ELT, &_nrGfx::dstBlendFunc, func);
   applyDstBlendFunc(func, true);
 }
@@ -406,7 +416,7 @@ void nrContext::setDepthEnable(unsigned char on) {
 }
 
 void nrContext::setDepthFunc(DepthFuncEnum func) {
-  if (set(_nrGfx::DEPTH_FUNC_ELT, &_nrGfx::depthFunc, func)) nrgl::DepthFunc(depthFuncGL[func]);
+  if (known(depthFuncGL, func, "setDepthFunc") && set(_nrGfx::DEPTH_FUNC_ELT, &_nrGfx::depthFunc, func)) nrgl::DepthFunc(depthFuncGL[func]);
 }
 
 void nrContext::setDepthMask(unsigned char on) {
@@ -430,7 +440,7 @@ unsigned char nrContext::syncFogState(nrFog* fog) {
 }
 
 void nrContext::setPolyMode(PolyModeEnum mode) {
-  if (set(_nrGfx::POLY_MODE_ELT, &_nrGfx::polyMode, mode)) nrgl::PolygonMode(GL_FRONT_AND_BACK, polyModeGL[mode]);
+  if (known(polyModeGL, mode, "setPolyMode") && set(_nrGfx::POLY_MODE_ELT, &_nrGfx::polyMode, mode)) nrgl::PolygonMode(GL_FRONT_AND_BACK, polyModeGL[mode]);
 }
 
 const nrOverrideGeoProp* nrContext::activeGeoOverride(int elt) const {
@@ -439,6 +449,7 @@ const nrOverrideGeoProp* nrContext::activeGeoOverride(int elt) const {
 }
 
 void nrContext::setCullFace(CullFaceEnum face) {
+  if (!known(cullFaceGL, face, "setCullFace")) return;
   record(_nrGfx::CULL_FACE_ELT, &_nrGfx::cullFace, face);
   if (const nrOverrideGeoProp* prop = activeGeoOverride(_nrGfx::CULL_FACE_ELT)) face = prop->getCullFace();
   if (!change(_nrGfx::CULL_FACE_ELT, &_nrGfx::cullFace, face)) return;

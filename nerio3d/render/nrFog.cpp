@@ -34,11 +34,11 @@ nrTravDirective nrFog::drawVisit(nrDrawAction* action) {
 
 void nrFog::draw(nrDrawAction* action) {
   cleanPendingFields();
-  if (nrContext* context = action->getContext()) apply(context);
+  if (nrContext* context = action ? action->getContext() : nullptr) apply(context);
 }
 
 void nrFog::apply(nrContext* context) {
-  if (context->syncFogState(this)) define();
+  if (context && context->syncFogState(this)) define();
 }
 
 void nrFog::define() {

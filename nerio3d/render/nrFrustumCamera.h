@@ -10,5 +10,7 @@ class nrFrustumCamera : public nrCamera {
   explicit nrFrustumCamera(nrType* type) : nrCamera(type) {}
 
   // Copies f (through its virtual copy) into the camera's own frustum.
-  void setFrustum(nrFrustum* f) { frustum.copy(f); }
+  void setFrustum(nrFrustum* f) {
+    if (f) frustum.copy(f);
+  }
 };

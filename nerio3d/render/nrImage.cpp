@@ -1,5 +1,6 @@
 #include "nerio3d/render/nrImage.h"
 
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -101,7 +102,7 @@ void nrImage::copy(nrContainer* from, nrCloneTable* table) {
 
 void nrImage::setPixels(const void* data, unsigned count) {
   pixels.setCount(count);
-  if (count) memcpy(pixels.getArray(), data, count);
+  if (count && data) memcpy(pixels.getArray(), data, count);
   fieldChanged(PIXELS_FIELD);
 }
 
@@ -120,7 +121,11 @@ int nrImage::getComponentCount() const { return lookup(formatComponents, memoryF
 
 unsigned nrImage::getImageByteCount() const {
   if (width <= 0 || height <= 0) return 0;
-  return static_cast<unsigned>(width) * height * getComponentCount() * lookup(typeBytes, memoryType, UNSIGNED_BYTE);
+  unsigned long long n = static_cast<unsigned long long>(width) * static_cast<unsigned>(height) *
+                         static_cast<unsigned>(getComponentCount()) *
+                         static_cast<unsigned>(lookup(typeBytes, memoryType, UNSIGNED_BYTE));
+  // An image too large to count in bytes holds no pixels at all.
+  return n > UINT_MAX ? 0 : static_cast<unsigned>(n);
 }
 
 nrImage::MemoryFormatEnum nrImage::formatOfChannels(int channels) {
@@ -174,7 +179,8 @@ void nrImage::loadIfNeeded() {
 void nrImage::texImage(int level, GLint internalFormat) {
   TightRows rows(static_cast<unsigned>(width > 0 ? width : 0) * getComponentCount() *
                  lookup(typeBytes, memoryType, UNSIGNED_BYTE));
-  const void* data = pixels.getCount() >= getImageByteCount() ? pixels.getArray() : nullptr;
+  unsigned count = getImageByteCount();
+  const void* data = count && pixels.getCount() >= count ? pixels.getArray() : nullptr;
   nrgl::TexImage2D(GL_TEXTURE_2D, level, internalFormat, width, height, 0, lookup(formatGL, memoryFormat, RGB),
                    lookup(typeGL, memoryType, UNSIGNED_BYTE), data);
 }

@@ -3,6 +3,7 @@
 NR_DEFINE_TYPE(nrOverrideGeoProp, nrObject, "OverrideGeoProp") {}
 
 void nrOverrideGeoProp::setCullFace(nrContext::CullFaceEnum face) {
+  if (face < nrContext::NO_CULL || face > nrContext::BOTH_CULL) return;
   gfx.cullFace = face;
   gfx.mask.setBit(_nrGfx::CULL_FACE_ELT);
 }

@@ -160,6 +160,23 @@ TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
   tstTrace.clear();
   EXPECT_EQ(rec.apply(nullptr), 0);
   EXPECT_EQ(tstTrace, "begin(null) end(null) ");
+  nrSoundAction sound;
+  EXPECT_EQ(base.apply(nullptr), 0);
+  EXPECT_EQ(sound.apply(nullptr), 0);
+
+  // Pops without pushes leave the base level and its scale flag in place.
+  nrtest::captureStderr([&] {
+    transform.popMatrix();
+    transform.popMatrix();
+  });
+  EXPECT_EQ(transform.getScaleFlags().getCount(), 1u);
+  EXPECT_EQ(transform.pushMatrix(), 1);
+  EXPECT_EQ(transform.getScaleFlags().getCount(), 2u);
+
+  nrBillboard* board = nrtest::held<nrBillboard>();
+  nrMatrix4f turn;
+  EXPECT_FALSE(board->calculateTransform(nullptr, turn));
+  board->unref();
 }
 
 TEST(nrVFCullAction, PushCullTestsTheSphereInEyeCoordinates) {

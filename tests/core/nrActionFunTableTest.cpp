@@ -55,6 +55,12 @@ TEST(nrActionFunTable, InheritanceAlongBothHierarchiesObjectFirst) {
   EXPECT_EQ(table->getFunction(h.dispatch, late), &bindingB);
   table->setFunction(h.dispatch, late, bindingA);
   EXPECT_EQ(table->getFunction(h.dispatch, late), &bindingA);
+
+  // Null types and a type without a row bind and find nothing.
+  table->setFunction(h.node, h.shape, bindingC);
+  table->setFunction(nullptr, h.shape, bindingC);
+  EXPECT_EQ(table->getFunction(h.dispatch, h.shape), &bindingB);
+  EXPECT_EQ(table->getFunction(nullptr, nullptr), &nrActionFunTable::nop);
 }
 
 TEST(nrActionFunTableDeathTest, ApplyIsATrap) {

@@ -62,6 +62,10 @@ TEST_F(PrimSet, EachKindDrawsItsPrimitiveAndBoundsItsVertices) {
   EXPECT_EQ(cases[0].set->getBoxBound().max, nrVec3f(0, 0, 0));
   EXPECT_EQ(cases[2].set->getBoxBound().max, nrVec3f(1, 0, 0));
   EXPECT_EQ(cases[2].set->getBoxBound().min, nrVec3f(-1, -1, 0));
+
+  // A count without values empties the list.
+  static_cast<nrLengthGeoSet*>(cases[3].set)->setLengths(2, nullptr);
+  EXPECT_EQ(static_cast<nrLengthGeoSet*>(cases[3].set)->getLengths().getCount(), 0u);
 }
 
 TEST_F(PrimSet, WidthAndSizeWinOnlyOnceWrittenAndYieldToAnOverride) {

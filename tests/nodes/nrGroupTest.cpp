@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "nerio3d/fields/nrSField.h"
+#include "nrCapture.h"
 #include "nrHeld.h"
 #include "nrNodeTestTypes.h"
 #include "nrOutputCapture.h"
@@ -185,6 +186,32 @@ TEST(nrNode, InsertParentTakesThePlaceOfEveryGroupParentOnly) {
   EXPECT_EQ(orphan->getParentCount(), 0);
   nrtest::unref(orphan, lone, holder, b, a);
   EXPECT_EQ(tstLeaf::live, live);
+}
+
+TEST(nrGroup, ChildrenThatWouldCloseACycleAreRefusedWithAWarning) {
+  nrGroup* top = nrtest::held<nrGroup>();
+  nrGroup *mid = new nrGroup, *low = new nrGroup;
+  tstLeaf* leaf = new tstLeaf;
+  top->addChild(mid);
+  mid->addChild(low);
+  low->addChild(leaf);
+  std::string err = nrtest::captureStderr([&] {
+    top->addChild(top);
+    low->addChild(top);
+    low->insertChild(0, mid);
+    low->setChild(0, top);
+    EXPECT_FALSE(low->replaceChild(leaf, mid));
+    mid->insertParent(low);
+  });
+  const char warning[] = "(WARN, USAGE): nrGroup::addChild() - a node cannot be placed under itself\n";
+  EXPECT_EQ(err.find(warning), 0u) << err;
+  EXPECT_NE(err.find("nrGroup::replaceChild()"), std::string::npos);
+  EXPECT_EQ(top->getChild(0), mid);
+  EXPECT_EQ(low->getNumChildren(), 1);
+  EXPECT_EQ(low->getChild(0), leaf);
+  nrTransformAction action;
+  EXPECT_EQ(action.apply(top), 0);
+  top->unref();
 }
 
 TEST(nrGroup, ClonesShareOrCopyTheChildrenByMode) {

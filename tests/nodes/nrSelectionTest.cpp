@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 
 #include "../render/nrRenderFixture.h"
@@ -155,7 +156,8 @@ TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
     int override, offset;
     const char* drawn;
   } cases[] = {{3, 0, 0, ""}, {4, 0, 0, "a"}, {8, 0, 0, "b"},  {31, 0, 0, "c"}, {32, 0, 0, ""},
-               {3, 1, 0, ""}, {4, 1, 0, "b"}, {16, 1, 0, "c"}, {4, 0, 1, "b"},  {4, 2, 1, "c"}};
+               {3, 1, 0, ""}, {4, 1, 0, "b"}, {16, 1, 0, "c"}, {4, 0, 1, "b"},  {4, 2, 1, "c"},
+               {8, 0, INT_MAX, "c"}, {8, INT_MAX, 0, "c"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << c.distance << " " << c.override << " " << c.offset);
     lod->setOffsetOverride(c.override);

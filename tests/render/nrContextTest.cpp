@@ -3,9 +3,11 @@
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrFog.h"
+#include "nerio3d/render/nrFrustumCamera.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 #include "nrCapture.h"
@@ -199,6 +201,32 @@ TEST_F(Context, OverridesForceTheirElementsPopsResendAndStacksHoldSixteen) {
   EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideGeoProp(), nullptr); }),
             "underflow in nrContext override geometry property stack\n");
   nrtest::unref(app, prop);
+}
+
+TEST_F(Context, ValuesOutsideAnEnumerationAreRefusedAndNullsIgnored) {
+  std::string err = nrtest::captureStderr([&] {
+    context->setPolyMode(nrContext::PolyModeEnum(3));
+    context->setTexEnv(nrContext::TexEnvEnum(7));
+    context->setSrcBlendFunc(nrContext::SrcBlendFuncEnum(15));
+    context->setCullFace(nrContext::CullFaceEnum(-7));
+  });
+  EXPECT_EQ(err,
+            "nrContext::setPolyMode() - value 3 out of range\n"
+            "nrContext::setTexEnv() - value 7 out of range\n"
+            "nrContext::setSrcBlendFunc() - value 15 out of range\n"
+            "nrContext::setCullFace() - value -7 out of range\n");
+  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_FILL);
+  EXPECT_FALSE(isOn(GL_BLEND));
+  EXPECT_FALSE(isOn(GL_CULL_FACE));
+
+  nrFog* fog = nrtest::held<nrFog>();
+  nrPointLight* light = nrtest::held<nrPointLight>();
+  fog->draw(nullptr);
+  fog->pop(nullptr, nullptr);
+  light->draw(nullptr);
+  nrFrustumCamera* camera = nrtest::held<nrFrustumCamera>();
+  camera->setFrustum(nullptr);
+  nrtest::unref(camera, light, fog);
 }
 
 TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {

@@ -198,6 +198,15 @@ TEST(nrImage, HalfImagesAverageEveryTypeAndRoundIntegersToTheNearest) {
   EXPECT_EQ(halfOf<float>(nrImage::FLOAT, {0.5f, 0.25f, 1, 2}), V{0.9375});
   // The list types are no pixel types: their bytes are averaged one by one.
   EXPECT_EQ(halfOf<unsigned char>(nrImage::TWO_BYTES, {10, 20, 30, 40, 50, 60, 70, 80}), (V{40, 50}));
+
+  // More bytes than a count holds means no pixels, never a count that wrapped.
+  nrImage* huge = nrtest::held<nrImage>();
+  huge->setImage(65535, 65537, nrImage::RGBA, nrImage::UNSIGNED_BYTE, nullptr);
+  EXPECT_EQ(huge->getImageByteCount(), 0u);
+  EXPECT_EQ(huge->createHalfImage(), nullptr);
+  huge->setPixels(nullptr, 8);
+  EXPECT_EQ(huge->getPixelByteCount(), 8u);
+  huge->unref();
 }
 
 TEST_F(Texture, ATexturedQuadShowsTheImageUpright) {
