@@ -14,18 +14,23 @@ nrArray::nrArray(unsigned size, unsigned n)
       capacity(n),
       extension(defaultExtension),
       data(nullptr),
-      elements(static_cast<unsigned char*>(nrBlockAllocator::allocateZeroed(size_t(n) * size))) {}
+      elements(static_cast<unsigned char*>(nrBlockAllocator::allocateZeroed(size_t(n) * size))) {
+  if (!elements) capacity = 0;
+}
 
+// A view placed outside its block (negative offset or stride, offset past the
+// end) gets no capacity, so nothing is ever stored outside the block; without
+// a block the array owns empty storage.
 nrArray::nrArray(unsigned size, nrData* block, short off, short str)
-    : offset(off),
-      stride(str),
+    : offset(block && off >= 0 ? off : 0),
+      stride(block && str >= 0 ? str : size),
       elementSize(size),
       count(0),
-      capacity((block->getSize() - off) / size),
+      capacity(block && off >= 0 && str >= 0 && unsigned(off) <= block->getSize() ? (block->getSize() - off) / size : 0),
       extension(defaultExtension),
       data(block),
-      elements(static_cast<unsigned char*>(block->getPayload()) + off) {
-  block->ref();
+      elements(block ? static_cast<unsigned char*>(block->getPayload()) + offset : nullptr) {
+  if (block) block->ref();
 }
 
 nrArray::~nrArray() {
@@ -49,7 +54,10 @@ void nrArray::setSize(unsigned n) {
   // Large blocks grow in place or move without copying, their new pages
   // zero until used.
   void* resized = nrBlockAllocator::resizeZeroed(elements, size_t(capacity) * elementSize, size_t(n) * elementSize);
-  if (!resized && n) return;
+  if (!resized && n) {
+    nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "Cannot allocate array storage");
+    return;
+  }
   elements = static_cast<unsigned char*>(resized);
   capacity = n;
 }

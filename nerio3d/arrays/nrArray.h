@@ -20,10 +20,11 @@ class nrArray {
   // Address of element 0, for handing elements to OpenGL without copying.
   void* getElements() const { return elements; }
 
-  // Makes room for n elements, then uses n.
+  // Makes room for n elements, then uses n. A view goes on even when it
+  // cannot grow; owned storage that cannot be had keeps the old count.
   void setCount(unsigned n) {
     fit(n);
-    count = n;
+    if (capacity >= n || data) count = n;
   }
   // Sets the capacity to exactly n elements; refused for views of a shared block.
   void setSize(unsigned n);
@@ -41,6 +42,8 @@ class nrArray {
     if (capacity < n) grow(n);
   }
   unsigned char* at(unsigned i) const { return elements + i * stride; }
+  // The elements that have storage: a view's count may run past its capacity.
+  unsigned inUse() const { return count < capacity ? count : capacity; }
 
   unsigned offset;
   unsigned stride;

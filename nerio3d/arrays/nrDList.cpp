@@ -7,6 +7,7 @@ int nrDList::getCount() const {
 }
 
 void nrDList::append(nrDListItem* item) {
+  if (!item) return;
   item->prev = last;
   item->next = nullptr;
   if (last)
@@ -17,6 +18,8 @@ void nrDList::append(nrDListItem* item) {
 }
 
 void nrDList::remove(nrDListItem* item) {
+  // An item linked nowhere (removed before) has no neighbours and is not first.
+  if (!item || (!item->prev && first != item)) return;
   if (item->prev)
     item->prev->next = item->next;
   else

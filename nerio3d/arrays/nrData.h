@@ -10,14 +10,15 @@ class nrData : public nrObject {
   NR_DECLARE_TYPE(nrData)
 
   // new (payloadBytes) nrData: allocates header, size and zeroed payload
-  // together and records the payload size.
+  // together and records the payload size; null when memory is exhausted.
   nrData() : nrObject(getClassType()) {}
   static nrData* create(unsigned payloadBytes) { return new (payloadBytes) nrData; }
 
-  void* operator new(size_t headerSize, unsigned payloadBytes);
+  void* operator new(size_t headerSize, unsigned payloadBytes) noexcept;
   void operator delete(void* p);
 
-  // A new block of the same size holding a byte copy of the payload.
+  // A new block of the same size holding a byte copy of the payload; null
+  // when memory is exhausted.
   virtual nrData* clone();
 
   // The size is kept in the allocation itself, just before the payload, where

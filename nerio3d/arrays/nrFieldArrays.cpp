@@ -9,9 +9,11 @@
 
 template <typename T>
 void nrObjectPtrArray<T>::write(nrOutput* out) const {
-  FILE* f = out->getStream();
+  FILE* f = out ? out->getStream() : nullptr;
+  if (!f) return;
   fputs("[\n", f);
-  for (unsigned i = 0; i < this->count; ++i) {
+  unsigned used = this->inUse();
+  for (unsigned i = 0; i < used; ++i) {
     T* element = (*this)[i];
     if (!element) continue;
     out->indent();

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+// A negative capacity counts as none.
 nrPtrArray2D::nrPtrArray2D(int rowCap, int colCap)
-    : rowCapacity(rowCap), colCapacity(colCap), cells(new void*[static_cast<size_t>(rowCap) * colCap]) {}
+    : rowCapacity(std::max(rowCap, 0)),
+      colCapacity(std::max(colCap, 0)),
+      cells(new void*[static_cast<size_t>(rowCapacity) * colCapacity]) {}
 
 nrPtrArray2D::~nrPtrArray2D() { delete[] cells; }
 

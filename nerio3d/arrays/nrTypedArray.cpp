@@ -32,9 +32,11 @@ void nrArrayElementWrite(nrOutput*, void* const&) {}
 
 template <typename T>
 void nrTypedArray<T>::write(nrOutput* out) const {
-  FILE* f = out->getStream();
+  FILE* f = out ? out->getStream() : nullptr;
+  if (!f) return;
   fputs("[\n", f);
-  for (unsigned i = 0; i < count; ++i) {
+  unsigned used = inUse();
+  for (unsigned i = 0; i < used; ++i) {
     out->indent();
     nrArrayElementWrite(out, (*this)[i]);
   }

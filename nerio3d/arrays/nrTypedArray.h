@@ -3,6 +3,7 @@
 // are thin named classes over one template so they can be forward-declared.
 #pragma once
 
+#include <cstdint>
 #include <type_traits>
 
 #include "nerio3d/arrays/nrArray.h"
@@ -92,11 +93,13 @@ class nrTypedArray : public nrArray {
   T* getArray() const { return reinterpret_cast<T*>(elements); }
 
   // v may be an element of this array: growing moves the storage, so a value
-  // that must survive growth or shifting is copied first.
+  // that must survive growth or shifting is copied first. A store that finds
+  // no storage (a view that cannot grow, memory exhausted) is dropped.
   void set(unsigned i, const T& v) {
     if (i >= capacity) {
       T kept = v;
       fit(i + 1);
+      if (i >= capacity) return;
       (*this)[i] = kept;
     } else {
       (*this)[i] = v;
@@ -104,28 +107,43 @@ class nrTypedArray : public nrArray {
     if (i >= count) count = i + 1;
   }
   void set(const nrTypedArray& other) {
-    fit(other.count);
-    count = other.count;
-    for (unsigned i = 0; i < other.count; ++i) (*this)[i] = other[i];
+    unsigned n = other.inUse();
+    setCount(other.count);
+    if (n > capacity) n = capacity;
+    for (unsigned i = 0; i < n; ++i) (*this)[i] = other[i];
   }
   void append(const T& v) { set(count, v); }
   void setRange(unsigned start, unsigned n, const T* values) {
+    if ((n && !values) || start + n < start) return;
+    if (capacity < start + n && holds(values)) {
+      nrTypedArray kept(n);
+      kept.setRange(0, n, values);
+      setRange(start, n, kept.getArray());
+      return;
+    }
     fit(start + n);
+    if (capacity < start + n) return;
     if (start + n > count) count = start + n;
     for (unsigned i = 0; i < n; ++i) (*this)[start + i] = values[i];
   }
+  // A start at or past the count copies nothing.
   void getRange(unsigned start, unsigned n, T* out) const {
-    if (start + n > count) n = count - start;
+    unsigned used = inUse();
+    if (start >= used || !out) return;
+    if (n > used - start) n = used - start;
     for (unsigned i = 0; i < n; ++i) out[i] = (*this)[start + i];
   }
   void fillRange(unsigned start, unsigned n, const T& v) {
+    if (start + n < start) return;
     T kept = v;
     fit(start + n);
+    if (capacity < start + n) return;
     if (start + n > count) count = start + n;
     for (unsigned i = 0; i < n; ++i) (*this)[start + i] = kept;
   }
   long find(const T& v) const {
-    for (unsigned i = 0; i < count; ++i)
+    unsigned used = inUse();
+    for (unsigned i = 0; i < used; ++i)
       if (nrArrayElementEqual((*this)[i], v)) return i;
     return -1;
   }
@@ -138,6 +156,7 @@ class nrTypedArray : public nrArray {
   void insert(unsigned i, const T& v) {
     T kept = v;
     fit(i + 1 > count + 1 ? i + 1 : count + 1);
+    if (i >= capacity || count >= capacity) return;
     for (unsigned k = count; k > i; --k) (*this)[k] = (*this)[k - 1];
     (*this)[i] = kept;
     ++count;
@@ -157,17 +176,33 @@ class nrTypedArray : public nrArray {
   }
   void removeIndex(unsigned i) {
     if (i >= count) return;
-    for (unsigned k = i + 1; k < count; ++k) (*this)[k - 1] = (*this)[k];
+    unsigned used = inUse();
+    for (unsigned k = i + 1; k < used; ++k) (*this)[k - 1] = (*this)[k];
     --count;
   }
   void fastRemoveIndex(unsigned i) {
     if (i >= count) return;
-    (*this)[i] = (*this)[count - 1];
+    if (count <= capacity) (*this)[i] = (*this)[count - 1];
     --count;
+  }
+  // Owned elements past a smaller capacity are emptied first, so that texts
+  // they hold are freed.
+  void setSize(unsigned n) {
+    if constexpr (!std::is_trivially_destructible_v<T>) {
+      if (!data)
+        for (unsigned i = n; i < capacity; ++i) (*this)[i] = T();
+    }
+    nrArray::setSize(n);
   }
 
   // Writes "[", one indented line per element, then the indentation and "]".
   void write(nrOutput* out) const;
+
+  // Whether p points into this array's own storage.
+  bool holds(const T* p) const {
+    uintptr_t a = reinterpret_cast<uintptr_t>(p), b = reinterpret_cast<uintptr_t>(elements);
+    return a >= b && a < b + size_t(capacity) * stride;
+  }
 };
 
 class nrByteArray : public nrTypedArray<char> {

@@ -1,6 +1,7 @@
 #include "nerio3d/core/nrDict.h"
 
-nrDict::nrDict(unsigned n) : numBuckets(n), buckets(new nrDictEntry*[n]()) {}
+// At least one bucket, so that a key always has one.
+nrDict::nrDict(unsigned n) : numBuckets(n ? n : 1), buckets(new nrDictEntry*[numBuckets]()) {}
 
 nrDict::~nrDict() {
   clear();

@@ -15,8 +15,11 @@ const char* const nrGlobal::typeNames[] = {"USAGE",       "RESOURCE",   "SYSERR"
                                            "PRINT",       "INTERNAL",   "FP_OVERFLOW", "FP_DIVZERO",
                                            "FP_INVALID",  "FP_UNDERFLOW", "MORE"};
 
+// A severity or type outside its enumeration prints as "?", a null message as "".
 void nrGlobal::notify(NotifySeverityEnum severity, NotifyTypeEnum type, const char* message) {
-  fprintf(stderr, "(%s, %s): %s\n", severityNames[severity], typeNames[type], message);
+  const char* severityName = severity >= ALWAYS && severity <= FP_DEBUG ? severityNames[severity] : "?";
+  const char* typeName = type >= USAGE && type <= MORE ? typeNames[type] : "?";
+  fprintf(stderr, "(%s, %s): %s\n", severityName, typeName, message ? message : "");
 }
 
 nrPtrArray* nrGlobal::filePath = nullptr;
@@ -94,7 +97,7 @@ int nrGlobal::findFilePath(const char* name, nrString& result, FileModeEnum mode
 int nrGlobal::findFile(const char* name, nrString& result, FileModeEnum mode) {
   result.makeEmpty();
   filePathList(filePath);
-  if (!name || !*name) return 0;
+  if (!name || !*name || mode < READ_FMODE || mode > READ_BINARY_FMODE) return 0;
   if (findFilePath(name, result, mode)) return 1;
   const char* base = strrchr(name, '/');
   return base ? findFilePath(base, result, mode) : 0;

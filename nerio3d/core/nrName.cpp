@@ -15,7 +15,9 @@ void nrNameEntry::initClass() {
   chunk = nullptr;
 }
 
+// A null text interns as the empty one.
 const nrNameEntry* nrNameEntry::insert(const char* text) {
+  if (!text) text = "";
   unsigned h = nrString::hash(text);
   if (!nameTable) initClass();
   unsigned bucket = h % nameTableSize;

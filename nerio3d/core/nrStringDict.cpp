@@ -5,7 +5,8 @@
 
 #include "nerio3d/core/nrString.h"
 
-nrStringDict::nrStringDict(unsigned n) : numBuckets(n), buckets(new nrStringDictEntry*[n]()) {}
+// At least one bucket, so that a key always has one. A null key is never entered or found.
+nrStringDict::nrStringDict(unsigned n) : numBuckets(n ? n : 1), buckets(new nrStringDictEntry*[numBuckets]()) {}
 
 nrStringDict::~nrStringDict() {
   clear();
@@ -15,6 +16,7 @@ nrStringDict::~nrStringDict() {
 unsigned nrStringDict::bucketOf(const char* key) const { return nrString::hash(key) % numBuckets; }
 
 bool nrStringDict::enter(const char* key, void* value) {
+  if (!key) return false;
   nrStringDictEntry** link = &buckets[bucketOf(key)];
   for (; *link; link = &(*link)->next) {
     if (strcmp((*link)->key, key) == 0) {
@@ -28,6 +30,10 @@ bool nrStringDict::enter(const char* key, void* value) {
 }
 
 bool nrStringDict::find(const char* key, void*& value) const {
+  if (!key) {
+    value = nullptr;
+    return false;
+  }
   for (nrStringDictEntry* e = buckets[bucketOf(key)]; e; e = e->next) {
     if (strcmp(e->key, key) == 0) {
       value = e->value;
@@ -39,6 +45,7 @@ bool nrStringDict::find(const char* key, void*& value) const {
 }
 
 bool nrStringDict::remove(const char* key) {
+  if (!key) return false;
   for (nrStringDictEntry** link = &buckets[bucketOf(key)]; *link; link = &(*link)->next) {
     if (strcmp((*link)->key, key) == 0) {
       nrStringDictEntry* gone = *link;

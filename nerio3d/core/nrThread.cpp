@@ -34,6 +34,10 @@ nrThread::~nrThread() {
 
 void nrThread::start(void (*fn)(void*), void* arg) {
   if (running) fputs("attempted to start already executing thread\n", stderr);
+  if (!fn) {
+    fputs("failed to create thread\n", stderr);
+    return;
+  }
 
   StartRecord* record = new StartRecord{fn, arg};
   nrOS::ThreadHandle created;

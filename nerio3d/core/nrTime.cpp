@@ -12,7 +12,11 @@ nrString nrTime::format(const char* fmt) const {
   if (!fmt || !*fmt) return nrString();
 
   const bool negative = value < 0.0;
-  const double t = negative ? -value : value;
+  // Microseconds must fit a long: longer times print as the longest that
+  // fits, and a time that is not a number as 0.
+  const double longest = 9.2e12;
+  double t = negative ? -value : value;
+  if (!(t <= longest)) t = t > longest ? longest : 0.0;
   const long D = static_cast<long>(t / 86400.0);
   const long H = static_cast<long>(t / 3600.0);
   const long M = static_cast<long>(t / 60.0);

@@ -11,7 +11,7 @@ static nrStringDict* typeDict = nullptr;
 
 nrType::nrType(nrType* p, const char* n)
     : parent(p),
-      name(strdup(n)),
+      name(strdup(n ? n : "")),
       fieldInfos(new nrPtrArray(2)),
       numInheritedFields(0),
       reserved(0),
@@ -49,7 +49,9 @@ nrType* nrType::getType(int i) {
   return static_cast<nrType*>(value);
 }
 
-void nrType::setFieldInfo(int index, nrFieldInfo* info) { fieldInfos->set(index, info); }
+void nrType::setFieldInfo(int index, nrFieldInfo* info) {
+  if (index >= 0) fieldInfos->set(static_cast<unsigned>(index), info);
+}
 
 void nrType::setEngineIO(int numIn, short* in, int numOut, short* out) {
   engineInputs.setCount(0);
@@ -58,8 +60,8 @@ void nrType::setEngineIO(int numIn, short* in, int numOut, short* out) {
     engineInputs.set(parent->engineInputs);
     engineOutputs.set(parent->engineOutputs);
   }
-  for (int i = 0; i < numIn; ++i) engineInputs.append(in[i]);
-  for (int i = 0; i < numOut; ++i) engineOutputs.append(out[i]);
+  for (int i = 0; in && i < numIn; ++i) engineInputs.append(in[i]);
+  for (int i = 0; out && i < numOut; ++i) engineOutputs.append(out[i]);
 }
 
 bool nrType::isDerivedFrom(const nrType* t) const {
@@ -70,7 +72,11 @@ bool nrType::isDerivedFrom(const nrType* t) const {
 
 void nrType::defineEnums(short fieldIndex, int count, const char** names, const int* values) {
   nrFieldInfo* info = getFieldInfo(fieldIndex);
+  if (!info || !names || !values) return;
   for (int k = 0; k < count; ++k) info->addEnum(values[k], names[k]);
 }
 
-const char* nrType::mapEnum(short fieldIndex, int value) { return getFieldInfo(fieldIndex)->mapEnum(value); }
+const char* nrType::mapEnum(short fieldIndex, int value) {
+  nrFieldInfo* info = getFieldInfo(fieldIndex);
+  return info ? info->mapEnum(value) : "(nameless)";
+}

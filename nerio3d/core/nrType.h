@@ -28,7 +28,11 @@ class nrType {
   const char* getName() const { return name; }
   int getNumInheritedFields() const { return numInheritedFields; }
   int getNumFields() const { return static_cast<int>(fieldInfos->getCount()); }
-  nrFieldInfo* getFieldInfo(int i) const { return static_cast<nrFieldInfo*>((*fieldInfos)[i]); }
+  // Null past the fields.
+  nrFieldInfo* getFieldInfo(int i) const {
+    if (i < 0 || static_cast<unsigned>(i) >= fieldInfos->getCount()) return nullptr;
+    return static_cast<nrFieldInfo*>((*fieldInfos)[static_cast<unsigned>(i)]);
+  }
   const nrShortArray& getEngineInputs() const { return engineInputs; }
   const nrShortArray& getEngineOutputs() const { return engineOutputs; }
   int getNumSubtypes() const { return static_cast<int>(subtypes.getCount()); }

@@ -78,7 +78,10 @@ int nrContainer::getParentCount() const {
 }
 
 nrContainer* nrContainer::getParent(int i) const {
-  if (flags & PARENT_ARRAY_FLAG) return static_cast<nrContainer*>((*parent.array)[static_cast<unsigned>(i)]);
+  if (flags & PARENT_ARRAY_FLAG) {
+    if (i < 0 || static_cast<unsigned>(i) >= parent.array->getCount()) return nullptr;
+    return static_cast<nrContainer*>((*parent.array)[static_cast<unsigned>(i)]);
+  }
   return i == 0 ? parent.single : nullptr;
 }
 
@@ -333,7 +336,8 @@ nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
 }
 
 void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
-  if (!from) return;
+  // Copying a container into itself would reference everything it holds twice.
+  if (!from || from == this) return;
   if (!table) {
     copy(from);
     return;
@@ -364,6 +368,7 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
 void nrContainer::write(nrOutput* out) { writeAs(out, getType()->getName()); }
 
 void nrContainer::writeAs(nrOutput* out, const char* typeName) {
+  if (!typeName) typeName = getType()->getName();
   cleanPendingFields();
   if (writeHeader(out, typeName)) return;
   nrType* t = getType();
@@ -418,8 +423,10 @@ void nrContainer::writeClose(nrOutput* out) {
   fflush(out->getStream());
 }
 
+// Without a stream to write to nothing is written, as after a USE.
 int nrContainer::writeHeader(nrOutput* out, const char* typeName) {
-  FILE* f = out->getStream();
+  FILE* f = out ? out->getStream() : nullptr;
+  if (!f) return 1;
   int number = -1;
   if (getParentCount() > 1) {
     if (out->alreadyWritten(this, number)) {

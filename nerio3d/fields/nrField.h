@@ -49,9 +49,14 @@ class nrField {
   void connect(nrField* to);
   void disconnect(nrField* to);
   int getNumInputs() const { return inputs ? static_cast<int>(inputs->getCount()) : 0; }
-  nrField* getInput(int i) const { return (*inputs)[static_cast<unsigned>(i)]; }
+  // Null past the inputs or outputs.
+  nrField* getInput(int i) const {
+    return i >= 0 && i < getNumInputs() ? (*inputs)[static_cast<unsigned>(i)] : nullptr;
+  }
   int getNumOutputs() const { return outputs ? static_cast<int>(outputs->getCount()) : 0; }
-  nrField* getOutput(int i) const { return (*outputs)[static_cast<unsigned>(i)]; }
+  nrField* getOutput(int i) const {
+    return i >= 0 && i < getNumOutputs() ? (*outputs)[static_cast<unsigned>(i)] : nullptr;
+  }
   nrField* getSource() const { return source; }
 
   // The stale-input bit of an index: 1 << (index mod 32) as a 32-bit value,

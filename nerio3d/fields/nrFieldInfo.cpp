@@ -25,7 +25,9 @@ void nrFieldInfo::addAlias(const char* alias) {
 
 int nrFieldInfo::getNumAliases() const { return aliases ? static_cast<int>(aliases->getCount()) : 0; }
 
-void nrFieldInfo::addEnum(int value, const char* enumName) { enums.append(new EnumEntry{strdup(enumName), value}); }
+void nrFieldInfo::addEnum(int value, const char* enumName) {
+  if (enumName) enums.append(new EnumEntry{strdup(enumName), value});
+}
 
 const char* nrFieldInfo::findEnum(int value) const {
   for (unsigned i = 0; i < enums.getCount(); ++i) {
@@ -36,6 +38,7 @@ const char* nrFieldInfo::findEnum(int value) const {
 }
 
 bool nrFieldInfo::findEnumValue(const char* enumName, int& value) const {
+  if (!enumName) return false;
   for (unsigned i = 0; i < enums.getCount(); ++i) {
     const EnumEntry* e = static_cast<const EnumEntry*>(enums[i]);
     if (!strcmp(e->name, enumName)) {
@@ -52,6 +55,7 @@ const char* nrFieldInfo::mapEnum(int value) const {
 }
 
 bool nrFieldInfo::match(const char* text) const {
+  if (!text) return false;
   if (strcmp(text, name.getString()) == 0) return true;
   for (int i = 0; i < getNumAliases(); ++i)
     if (strcmp(text, static_cast<const nrNameEntry*>((*aliases)[i])->string) == 0) return true;

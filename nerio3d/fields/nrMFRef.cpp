@@ -26,7 +26,7 @@ void nrMFRef::set(unsigned i, nrContainer* v) {
   if (i < value->getCount()) {
     getContainer()->refer((*value)[i], v);
   } else {
-    clearGap(i);
+    if (!makeRoom(i, i + 1)) return;
     getContainer()->refer(v);
   }
   value->set(i, v);
@@ -44,9 +44,17 @@ void nrMFRef::set(const nrRefArray& a) {
 }
 
 void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
+  if (n && !values) return;
+  // Values taken from this list would move when it grows.
+  if (n && value->holds(values)) {
+    nrRefArray kept(n);
+    kept.setRange(0, n, values);
+    setRange(start, n, kept.getArray());
+    return;
+  }
   for (unsigned k = 0; k < n; ++k)
     if (!check("nrMFRef::setRange(int, int, nrContainer*[])", values[k])) return;
-  clearGap(start);
+  if (!makeRoom(start, start + n)) return;
   nrContainer* owner = getContainer();
   for (unsigned k = 0; k < n; ++k) {
     if (start + k < value->getCount())
@@ -60,7 +68,7 @@ void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
 
 void nrMFRef::fillRange(unsigned start, unsigned n, nrContainer* v) {
   if (!check("nrMFRef::fillRange(int, int, nrContainer*)\n", v)) return;
-  clearGap(start);
+  if (!makeRoom(start, start + n)) return;
   nrContainer* owner = getContainer();
   for (unsigned k = 0; k < n; ++k) {
     if (start + k < value->getCount())
@@ -79,8 +87,10 @@ void nrMFRef::append(nrContainer* v) {
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->append(v); });
 }
 
+// Inserting past the count would leave the element outside the list and a
+// stale slot inside it, so it is refused, as containers refuse it.
 void nrMFRef::insert(unsigned i, nrContainer* v) {
-  if (!check("nrMFRef::insert(int, nrContainer*)", v)) return;
+  if (i > value->getCount() || !check("nrMFRef::insert(int, nrContainer*)", v)) return;
   getContainer()->refer(v);
   value->insert(i, v);
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->insert(i, v); });
@@ -123,9 +133,14 @@ void nrMFRef::fastRemoveIndex(unsigned i) {
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->fastRemoveIndex(i); });
 }
 
-void nrMFRef::clearGap(unsigned i) {
+bool nrMFRef::makeRoom(unsigned start, unsigned end) {
   unsigned n = value->getCount();
-  if (i > n) value->fillRange(n, i - n, nullptr);
+  if (end < start) return false;
+  value->setCount(end > n ? end : n);
+  if (value->getCount() < end) return false;
+  value->setCount(n);
+  if (start > n) value->fillRange(n, start - n, nullptr);
+  return true;
 }
 
 void nrMFRef::drop(unsigned i, bool fast) {
@@ -138,7 +153,7 @@ void nrMFRef::drop(unsigned i, bool fast) {
 }
 
 void nrMFRef::copy(nrField* from) {
-  if (from->getType() == getType()) set(static_cast<nrMFRef*>(from)->getArray());
+  if (from && from->getType() == getType()) set(static_cast<nrMFRef*>(from)->getArray());
 }
 
 void nrMFRef::write(nrOutput* out) {

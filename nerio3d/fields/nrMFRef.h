@@ -72,9 +72,10 @@ class nrMFRef : public nrMField {
 
  private:
   bool check(const char* operation, nrContainer* v);
-  // Slots between the count and i may still hold elements removed earlier,
-  // never referenced again: they become null before a store beyond the count.
-  void clearGap(unsigned i);
+  // Makes storage for elements start to end - 1 and nulls the slots between
+  // the count and start, which may still hold elements removed earlier and
+  // never referenced again; false, changing nothing, when there is no storage.
+  bool makeRoom(unsigned start, unsigned end);
   // Takes element i out of the list and releases it, without notifying.
   void drop(unsigned i, bool fast);
   nrRefArray* value;

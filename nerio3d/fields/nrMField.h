@@ -101,7 +101,7 @@ class nrMFieldOf : public nrMField {
   }
 
   void copy(nrField* from) override {
-    if (from->getType() == getType()) set(static_cast<Field*>(from)->getArray());
+    if (from && from->getType() == getType()) set(static_cast<Field*>(from)->getArray());
   }
   void write(nrOutput* out) override {
     validate();

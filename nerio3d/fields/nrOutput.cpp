@@ -8,7 +8,7 @@ namespace {
 unsigned long keyOf(nrContainer* container) { return reinterpret_cast<uintptr_t>(container); }
 }  // namespace
 
-nrOutput::nrOutput(const char* path) : stream(fopen(path, "w")) {}
+nrOutput::nrOutput(const char* path) : stream(path ? fopen(path, "w") : nullptr) {}
 
 nrOutput::nrOutput(FILE* s) : stream(s) {}
 
@@ -20,6 +20,7 @@ nrOutput::~nrOutput() {
 }
 
 void nrOutput::write(nrContainer* root) {
+  if (!root || !stream) return;
   named.clear();
   numbered.clear();
   nextNumber = 0;

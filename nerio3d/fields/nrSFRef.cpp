@@ -42,7 +42,7 @@ void nrSFRef::set(nrContainer* v) {
 }
 
 void nrSFRef::copy(nrField* from) {
-  if (from->getType() == getType()) set(static_cast<nrSFRef*>(from)->get());
+  if (from && from->getType() == getType()) set(static_cast<nrSFRef*>(from)->get());
 }
 
 void nrSFRef::write(nrOutput* out) {

@@ -76,7 +76,7 @@ class nrSFieldOf : public nrField {
   T* getStorage() const { return value; }
 
   void copy(nrField* from) override {
-    if (from->getType() == getType()) set(static_cast<Field*>(from)->get());
+    if (from && from->getType() == getType()) set(static_cast<Field*>(from)->get());
   }
   void write(nrOutput* out) override {
     validate();

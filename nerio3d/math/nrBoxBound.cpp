@@ -79,7 +79,7 @@ int nrBoxBound::contains(const nrVec3f& pt) const {
 // Slab method: the segment's parameter range is narrowed by each axis's pair
 // of planes in turn.
 int nrBoxBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
-  if (isEmpty()) return 0;
+  if (isEmpty() || !seg) return 0;
   float tn = 0.0f, tf = seg->length;
   for (int i = 0; i < 3; ++i) {
     float p = seg->pos[i], d = seg->dir[i];

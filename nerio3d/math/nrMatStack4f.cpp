@@ -1,9 +1,16 @@
 #include "nerio3d/math/nrMatStack4f.h"
 
+#include <new>
+
 #include "nerio3d/core/nrGlobal.h"
 
 nrMatStack4f::nrMatStack4f(int cap) : depth(1), capacity(cap < 1 ? 1 : cap) {
-  stack = new nrMatrix4f[capacity];
+  // A capacity beyond the memory there is falls back to a single matrix.
+  stack = new (std::nothrow) nrMatrix4f[capacity];
+  if (!stack) {
+    capacity = 1;
+    stack = new nrMatrix4f[1];
+  }
   top = stack;
   for (int i = 0; i < capacity; ++i) stack[i].makeIdent();
 }

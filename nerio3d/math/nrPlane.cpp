@@ -28,15 +28,17 @@ void nrPlane::closestPtOn(const nrVec3f& p, nrVec3f& out) const {
 }
 
 int nrPlane::isect(const nrSeg* seg, float* t) const {
+  if (!seg) return 0;
   float denom = normal.dot(seg->dir);
   if (denom == 0.0f) return 0;
   float s = (offset - normal.dot(seg->pos)) / denom;
   if (s < 0.0f || s > seg->length) return 0;
-  *t = s;
+  if (t) *t = s;
   return 1;
 }
 
 int nrPlane::isect(const nrSeg* seg, float* tNear, float* tFar) const {
+  if (!seg) return 0;
   float dist = normal.dot(seg->pos) - offset;
   float denom = normal.dot(seg->dir);
   float tn = 0.0f, tf = seg->length;
@@ -50,8 +52,8 @@ int nrPlane::isect(const nrSeg* seg, float* tNear, float* tFar) const {
       tn = std::max(tn, cross);
     if (tn > tf) return 0;
   }
-  *tNear = tn;
-  *tFar = tf;
+  if (tNear) *tNear = tn;
+  if (tFar) *tFar = tf;
   return 1;
 }
 

@@ -195,7 +195,7 @@ int nrSphereBound::contains(const nrVec3f& pt) const {
 
 // Roots of |pos + t dir - center|^2 = radius^2 for the unit direction.
 int nrSphereBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
-  if (isEmpty()) return 0;
+  if (isEmpty() || !seg) return 0;
   nrVec3f rel;
   rel.sub(seg->pos, center);
   float b = rel.dot(seg->dir);

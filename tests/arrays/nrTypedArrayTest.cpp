@@ -152,6 +152,43 @@ TEST(nrTypedArray, ViewsOfASharedBlock) {
   block->unref();
 }
 
+TEST(nrTypedArray, HostileIndicesRangesAndViewsStoreNothingOutside) {
+  nrIntArray a = arrayOf<nrIntArray>(1, 2, 3);
+  int out[4] = {7, 7, 7, 7};
+  a.set(~0u, 9);
+  a.insert(~0u, 9);
+  a.fillRange(~0u - 4, 8, 9);
+  a.setRange(1, 2, nullptr);
+  a.getRange(3, 2, out);
+  a.getRange(2, ~0u, out);
+  EXPECT_EQ(a.getCount(), 3u);
+  EXPECT_EQ(a.getSize(), 16u);
+  EXPECT_EQ(out[0], 3);
+  EXPECT_EQ(out[1], 7);
+
+  // A range taken from the array's own storage survives the growth it causes.
+  a.setRange(16, 16, a.getArray());
+  EXPECT_EQ(a.getCount(), 32u);
+  EXPECT_EQ(a[18], 3);
+
+  // Shrinking a list of texts frees those cut off (the leak checker sees it).
+  nrStringArray texts = arrayOf<nrStringArray>(nrString("x"), nrString("y"));
+  texts.setSize(1);
+
+  nrData* block = nrData::create(16);
+  block->ref();
+  for (short offset : {short(-8), short(20)}) {
+    nrIntArray view(block, offset, 4);
+    EXPECT_EQ(view.getSize(), 0u) << offset;
+    EXPECT_EQ(nrtest::captureStderr([&] { view.set(0, 1); }), "(FATAL, RESOURCE): Cannot resize interleaved array\n");
+    EXPECT_EQ(view.getCount(), 0u);
+  }
+  block->unref();
+  nrIntArray unviewed(nullptr, 0, 4);
+  unviewed.append(5);
+  EXPECT_EQ(unviewed[0], 5);
+}
+
 TEST(nrTypedArray, WriteFormats) {
   EXPECT_EQ(written(arrayOf<nrIntArray>(1, 2), 1), "[\n  1,\n  2,\n  ]");
   EXPECT_EQ(written(nrFloatArray()), "[\n]");

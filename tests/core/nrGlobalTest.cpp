@@ -18,6 +18,11 @@ TEST(nrGlobalNotify, PrintsSeverityTypeAndMessageVerbatim) {
             "(DEBUG, PRINT): %d %s\n");
   EXPECT_EQ(nrtest::captureStderr([] { nrGlobal::notify(nrGlobal::FP_DEBUG, nrGlobal::MORE, "m\n"); }),
             "(FP_DEBUG, MORE): m\n\n");
+  EXPECT_EQ(nrtest::captureStderr([] {
+              nrGlobal::notify(static_cast<nrGlobal::NotifySeverityEnum>(7),
+                               static_cast<nrGlobal::NotifyTypeEnum>(-1), nullptr);
+            }),
+            "(?, ?): \n");
 }
 
 namespace {
@@ -114,4 +119,5 @@ TEST_F(nrFileSearch, WriteModeProbesByCreating) {
   EXPECT_EQ(found("new.wrl", 1, nrGlobal::WRITE_FMODE), "new.wrl");
   EXPECT_TRUE(exists("new.wrl"));
   EXPECT_EQ(found("new.wrl", 1, nrGlobal::READ_TEXT_FMODE), "new.wrl");
+  EXPECT_EQ(found("new.wrl", 0, 4), "<null>") << "a mode outside the enumeration finds nothing";
 }

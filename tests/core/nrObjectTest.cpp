@@ -141,6 +141,17 @@ TEST(nrTypeFields, DefineEnumsAndMapEnumGoThroughTheFieldDescriptor) {
   EXPECT_STREQ(t->mapEnum(0, 1), "ON_MODE") << "the first name of a value wins";
   EXPECT_STREQ(t->mapEnum(0, 2), "(nameless)");
   EXPECT_STREQ(t->getFieldInfo(0)->mapEnum(1), "ON_MODE");
+
+  // Indices past the fields and null lists change nothing.
+  for (int index : {-1, 1}) EXPECT_EQ(t->getFieldInfo(index), nullptr);
+  EXPECT_STREQ(t->mapEnum(5, 0), "(nameless)");
+  t->defineEnums(5, 1, nullptr, nullptr);
+  t->defineEnums(0, 1, nullptr, nullptr);
+  t->setFieldInfo(-1, nullptr);
+  t->setEngineIO(2, nullptr, 1, nullptr);
+  EXPECT_EQ(t->getNumFields(), 1);
+  EXPECT_EQ(t->getEngineInputs().getCount(), 0u);
+  EXPECT_STREQ(t->mapEnum(0, 7), "(nameless)");
 }
 
 TEST(nrTypeFields, SharedFieldTypeNamesResolveToTheMultiValuedType) {

@@ -61,6 +61,7 @@ TEST(nrName, InterningSharesEntriesAndNewestLeadsItsBucket) {
   EXPECT_TRUE(a == b);
   EXPECT_EQ(a.getEntry(), b.getEntry());
   EXPECT_STREQ(nrName().getString(), "");
+  EXPECT_TRUE(nrName(nullptr) == nrName()) << "a null text interns as the empty one";
 
   // "Ac" flips bit 5 of the first byte and bit 0 of the second, which lands
   // on the same bit: same hash as "ab", different bytes.
@@ -113,6 +114,11 @@ TEST(nrDict, EnterFindRemoveAndChainsByModulo) {
   EXPECT_EQ(v, ptr(100));
   d.clear();
   EXPECT_FALSE(d.find(10, v));
+
+  // No buckets asked for still gives one.
+  nrDict none(0);
+  EXPECT_TRUE(none.enter(3, ptr(3)));
+  EXPECT_TRUE(none.find(3, v));
 }
 
 TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
@@ -138,4 +144,12 @@ TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
   EXPECT_TRUE(d.remove(k2));
   EXPECT_FALSE(d.remove(k2));
   EXPECT_EQ(d.getSize(), 1u);
+
+  // A null key is never entered or found; no buckets asked for still gives one.
+  EXPECT_FALSE(d.enter(nullptr, ptr(1)));
+  EXPECT_FALSE(d.find(nullptr, v));
+  EXPECT_FALSE(d.remove(nullptr));
+  nrStringDict none(0);
+  EXPECT_TRUE(none.enter("a", ptr(1)));
+  EXPECT_TRUE(none.find("a", v));
 }

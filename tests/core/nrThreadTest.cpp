@@ -74,6 +74,8 @@ TEST(nrThread, RestartWarnsButStartsAnotherAndExitEndsEarly) {
       nullptr);
   early.wait();
   EXPECT_EQ(steps.load(), 1);
+
+  EXPECT_EQ(nrtest::captureStderr([] { nrThread(nullptr, nullptr).wait(); }), "failed to create thread\n");
 }
 
 TEST(nrThread, StackSizeAppliesToThreadsStartedLater) {
@@ -125,6 +127,10 @@ TEST(nrTimeFormat, EdgesOfTheFormat) {
   const std::string longText(198, 'x');
   EXPECT_EQ(formatted(5.0, (longText + "ab").c_str()), longText + "a");
   EXPECT_EQ(formatted(123.0, (longText + "%S").c_str()), longText + "1");
+  // Times too long for microseconds in a long print as the longest that fits.
+  EXPECT_EQ(formatted(1e300, "%S %u"), "9200000000000 000000");
+  EXPECT_EQ(formatted(-HUGE_VAL, "%S"), "-9200000000000");
+  EXPECT_EQ(formatted(NAN, "%S %u"), "0 000000");
 }
 
 TEST(nrTime, TimeOfDayHasMillisecondResolution) {

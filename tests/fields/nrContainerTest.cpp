@@ -56,6 +56,14 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   la->append(leaf);
   field<nrSFRef>(b, tstAll::REF)->set(leaf);
   EXPECT_EQ(leaf->getParent(2), b);
+  EXPECT_EQ(leaf->getParent(3), nullptr);
+  EXPECT_EQ(la->getInput(0), nullptr);
+  EXPECT_EQ(la->getOutput(-1), nullptr);
+  a->copy(a);
+  EXPECT_EQ(leaf->getParentCount(), 3) << "copying into itself references nothing again";
+  nrOutput nowhere(static_cast<const char*>(nullptr));
+  nowhere.write(a);
+  a->write(nullptr);
   la->removeIndex(0);
   la->fastRemoveIndex(0);
   EXPECT_EQ(leaf->getParentCount(), 1);

@@ -140,6 +140,20 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   EXPECT_EQ(list->get(1), nullptr);
   EXPECT_EQ(list->get(3), nullptr);
 
+  // Stores that find no storage, or would leave an element outside the list,
+  // change nothing; a range from the list's own storage survives its growth.
+  const int refs = leaf->getRefCount();
+  list->set(~0u, leaf);
+  list->insert(6, leaf);
+  list->fillRange(~0u - 1, 4, leaf);
+  list->setRange(0, 2, nullptr);
+  list->copy(nullptr);
+  EXPECT_EQ(list->getCount(), 5u);
+  list->setRange(12, 5, list->edit());
+  EXPECT_EQ(list->get(14), leaf);
+  EXPECT_EQ(list->get(11), nullptr);
+  EXPECT_EQ(leaf->getRefCount(), refs + 2);
+
   list->append(new tstLeaf);
   ref->set(new tstLeaf);
   owner->unref();

@@ -121,6 +121,7 @@ TEST(nrBoxBound, SegmentsAndTransforms) {
   nrSeg miss;
   miss.makePts(nrVec3f(5, 0, 0), nrVec3f(5, 0, 10));  // parallel to z, outside
   EXPECT_EQ(box.isect(&miss, nullptr, nullptr), 0);
+  EXPECT_EQ(box.isect(nullptr, nullptr, nullptr) + nrSphereBound(nrVec3f(0, 0, 0), 1).isect(nullptr, nullptr, nullptr), 0);
 
   nrMatrix4f m;
   m.makeRot(1, 1, 0, 0.7f);

@@ -46,6 +46,8 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
   EXPECT_EQ(z.isect(&s, &tn, &tf), 1);
   EXPECT_FLOAT_EQ(tn, 2.0f);
   EXPECT_FLOAT_EQ(tf, 5.0f);
+  EXPECT_EQ(z.isect(s, nullptr, nullptr) + z.isect(s, nullptr), 2) << "results are optional";
+  EXPECT_EQ(z.isect(nullptr, &t) + z.isect(nullptr, &tn, &tf), 0);
   s.makePts(nrVec3f(0, 0, 0), nrVec3f(0, 0, 2));  // too short to reach
   EXPECT_EQ(z.isect(s, &t), 0);
   s.makePts(nrVec3f(0, 0, 4), nrVec3f(1, 0, 4));  // parallel, outside
