@@ -94,7 +94,9 @@ nrTexGen* nrAppearance::getTexGen() const { return static_cast<nrTexGen*>(getFie
 void nrAppearance::setMaterial(nrMaterial* value) { setRef(material, value, MATERIAL); }
 nrMaterial* nrAppearance::getMaterial() const { return static_cast<nrMaterial*>(getFieldValue(material, MATERIAL)); }
 void nrAppearance::setBackMaterial(nrMaterial* value) { setRef(backMaterial, value, BACK_MATERIAL); }
-nrMaterial* nrAppearance::getBackMaterial() const { return static_cast<nrMaterial*>(getFieldValue(backMaterial, BACK_MATERIAL)); }
+nrMaterial* nrAppearance::getBackMaterial() const {
+  return static_cast<nrMaterial*>(getFieldValue(backMaterial, BACK_MATERIAL));
+}
 
 void nrAppearance::fieldChanged(short index) {
   if (index == INHERIT) {

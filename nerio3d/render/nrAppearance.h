@@ -77,22 +77,34 @@ class nrAppearance : public nrContainer {
   void setLightEnable(unsigned char on) { setFieldValue(lightEnable, on, LIGHT_ENABLE); }
   unsigned char getLightEnable() const { return getFieldValue(lightEnable, LIGHT_ENABLE); }
   void setShadeModel(nrContext::ShadeModelEnum model) { setFieldValue(shadeModel, int(model), SHADE_MODEL); }
-  nrContext::ShadeModelEnum getShadeModel() const { return nrContext::ShadeModelEnum(getFieldValue(shadeModel, SHADE_MODEL)); }
+  nrContext::ShadeModelEnum getShadeModel() const {
+    return nrContext::ShadeModelEnum(getFieldValue(shadeModel, SHADE_MODEL));
+  }
   void setTranspEnable(unsigned char on) { setFieldValue(transpEnable, on, TRANSP_ENABLE); }
   unsigned char getTranspEnable() const { return getFieldValue(transpEnable, TRANSP_ENABLE); }
   void setTranspMode(nrContext::TranspModeEnum mode) { setFieldValue(transpMode, int(mode), TRANSP_MODE); }
-  nrContext::TranspModeEnum getTranspMode() const { return nrContext::TranspModeEnum(getFieldValue(transpMode, TRANSP_MODE)); }
+  nrContext::TranspModeEnum getTranspMode() const {
+    return nrContext::TranspModeEnum(getFieldValue(transpMode, TRANSP_MODE));
+  }
   void setAlphaFunc(nrContext::AlphaFuncEnum func) { setFieldValue(alphaFunc, int(func), ALPHA_FUNC); }
-  nrContext::AlphaFuncEnum getAlphaFunc() const { return nrContext::AlphaFuncEnum(getFieldValue(alphaFunc, ALPHA_FUNC)); }
+  nrContext::AlphaFuncEnum getAlphaFunc() const {
+    return nrContext::AlphaFuncEnum(getFieldValue(alphaFunc, ALPHA_FUNC));
+  }
   void setAlphaRef(float ref) { setFieldValue(alphaRef, ref, ALPHA_REF); }
   float getAlphaRef() const { return getFieldValue(alphaRef, ALPHA_REF); }
-  void setBlendColor(float r, float g, float b, float a) { setFieldValue(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR); }
+  void setBlendColor(float r, float g, float b, float a) {
+    setFieldValue(blendColor, nrVec4f(r, g, b, a), BLEND_COLOR);
+  }
   void setBlendColor(const nrVec4f& color) { setFieldValue(blendColor, color, BLEND_COLOR); }
   const nrVec4f& getBlendColor() const { return getFieldValue(blendColor, BLEND_COLOR); }
   void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
-  nrContext::SrcBlendFuncEnum getSrcBlendFunc() const { return nrContext::SrcBlendFuncEnum(getFieldValue(srcBlendFunc, SRC_BLEND_FUNC)); }
+  nrContext::SrcBlendFuncEnum getSrcBlendFunc() const {
+    return nrContext::SrcBlendFuncEnum(getFieldValue(srcBlendFunc, SRC_BLEND_FUNC));
+  }
   void setDstBlendFunc(nrContext::DstBlendFuncEnum func) { setFieldValue(dstBlendFunc, int(func), DST_BLEND_FUNC); }
-  nrContext::DstBlendFuncEnum getDstBlendFunc() const { return nrContext::DstBlendFuncEnum(getFieldValue(dstBlendFunc, DST_BLEND_FUNC)); }
+  nrContext::DstBlendFuncEnum getDstBlendFunc() const {
+    return nrContext::DstBlendFuncEnum(getFieldValue(dstBlendFunc, DST_BLEND_FUNC));
+  }
   void setColorMask(unsigned char r, unsigned char g, unsigned char b, unsigned char a) {
     setFieldValue(colorMask, nrVec4ub(r, g, b, a), COLOR_MASK);
   }
@@ -101,7 +113,9 @@ class nrAppearance : public nrContainer {
   void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
   unsigned char getDepthEnable() const { return getFieldValue(depthEnable, DEPTH_ENABLE); }
   void setDepthFunc(nrContext::DepthFuncEnum func) { setFieldValue(depthFunc, int(func), DEPTH_FUNC); }
-  nrContext::DepthFuncEnum getDepthFunc() const { return nrContext::DepthFuncEnum(getFieldValue(depthFunc, DEPTH_FUNC)); }
+  nrContext::DepthFuncEnum getDepthFunc() const {
+    return nrContext::DepthFuncEnum(getFieldValue(depthFunc, DEPTH_FUNC));
+  }
   void setDepthMask(unsigned char on) { setFieldValue(depthMask, on, DEPTH_MASK); }
   unsigned char getDepthMask() const { return getFieldValue(depthMask, DEPTH_MASK); }
   void setFogEnable(unsigned char on) { setFieldValue(fogEnable, on, FOG_ENABLE); }

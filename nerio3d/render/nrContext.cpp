@@ -327,7 +327,8 @@ void nrContext::setLightEnable(unsigned char on) {
 }
 
 void nrContext::setShadeModel(ShadeModelEnum model) {
-  if (known(shadeModelGL, model, "setShadeModel") && set(_nrGfx::SHADE_MODEL_ELT, &_nrGfx::shadeModel, model)) nrgl::ShadeModel(shadeModelGL[model]);
+  if (known(shadeModelGL, model, "setShadeModel") && set(_nrGfx::SHADE_MODEL_ELT, &_nrGfx::shadeModel, model))
+    nrgl::ShadeModel(shadeModelGL[model]);
 }
 
 void nrContext::setTranspEnable(unsigned char on) {
@@ -416,7 +417,8 @@ void nrContext::setDepthEnable(unsigned char on) {
 }
 
 void nrContext::setDepthFunc(DepthFuncEnum func) {
-  if (known(depthFuncGL, func, "setDepthFunc") && set(_nrGfx::DEPTH_FUNC_ELT, &_nrGfx::depthFunc, func)) nrgl::DepthFunc(depthFuncGL[func]);
+  if (known(depthFuncGL, func, "setDepthFunc") && set(_nrGfx::DEPTH_FUNC_ELT, &_nrGfx::depthFunc, func))
+    nrgl::DepthFunc(depthFuncGL[func]);
 }
 
 void nrContext::setDepthMask(unsigned char on) {
@@ -440,7 +442,8 @@ unsigned char nrContext::syncFogState(nrFog* fog) {
 }
 
 void nrContext::setPolyMode(PolyModeEnum mode) {
-  if (known(polyModeGL, mode, "setPolyMode") && set(_nrGfx::POLY_MODE_ELT, &_nrGfx::polyMode, mode)) nrgl::PolygonMode(GL_FRONT_AND_BACK, polyModeGL[mode]);
+  if (known(polyModeGL, mode, "setPolyMode") && set(_nrGfx::POLY_MODE_ELT, &_nrGfx::polyMode, mode))
+    nrgl::PolygonMode(GL_FRONT_AND_BACK, polyModeGL[mode]);
 }
 
 const nrOverrideGeoProp* nrContext::activeGeoOverride(int elt) const {
