@@ -16,6 +16,22 @@ namespace {
 nrPtrArray& picked = *new nrPtrArray(4);
 nrPtrArray& over = *new nrPtrArray(4);
 nrPtrArray& grabbed = *new nrPtrArray(4);
+
+// Calls fn on each sensor listed when it starts. A sensor may release other
+// sensors, or itself, from its functions: those released before their turn
+// leave the list in their destructor and are passed over without skipping the
+// others; the one called is held (its group holds it already) until fn is done.
+template <typename Fn>
+void forEachListed(const nrPtrArray& list, Fn fn) {
+  const nrPtrArray listed = list;
+  for (unsigned i = 0; i < listed.getCount(); ++i) {
+    if (list.find(listed[i]) < 0) continue;
+    nrPickSensor* s = static_cast<nrPickSensor*>(listed[i]);
+    s->ref();
+    fn(s);
+    s->unref();
+  }
+}
 }  // namespace
 
 int nrPickSensor::currentFrame = 0;
@@ -57,12 +73,12 @@ void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, i
   } else if (!grabbing) {
     grabbing = true;
     grabbed = picked;
-    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->beginGrab(hit);
+    forEachListed(grabbed, [&](nrPickSensor* s) { s->beginGrab(hit); });
   } else if (buttonDown) {
-    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->motion(hit);
+    forEachListed(grabbed, [&](nrPickSensor* s) { s->motion(hit); });
   } else {
     grabbing = false;
-    for (unsigned i = 0; i < grabbed.getCount(); ++i) static_cast<nrPickSensor*>(grabbed[i])->endGrab(hit);
+    forEachListed(grabbed, [&](nrPickSensor* s) { s->endGrab(hit); });
     grabbed.setCount(0);
     updatePickedSensors(hit);
   }
@@ -70,16 +86,12 @@ void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, i
 }
 
 void nrPickSensor::updatePickedSensors(const nrHit& hit) {
-  for (unsigned i = 0; i < over.getCount();) {
-    nrPickSensor* s = static_cast<nrPickSensor*>(over[i]);
-    if (s->isPicked()) {
-      ++i;
-      continue;
-    }
+  forEachListed(over, [&](nrPickSensor* s) {
+    if (s->isPicked()) return;
+    over.fastRemove(s);
     s->motion(hit);
-    over.fastRemoveIndex(i);
-  }
-  for (unsigned i = 0; i < picked.getCount(); ++i) static_cast<nrPickSensor*>(picked[i])->motion(hit);
+  });
+  forEachListed(picked, [&](nrPickSensor* s) { s->motion(hit); });
   over = picked;
 }
 

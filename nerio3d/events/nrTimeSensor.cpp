@@ -63,7 +63,12 @@ void nrTimeSensor::stamp(nrTime t) {
   for (unsigned i = 0; i < count && i < _Current.getCount(); ++i) {
     nrTimeSensor* s = static_cast<nrTimeSensor*>(_Current[i]);
     s->now = t;
+    // A sensor released by the changes it sends lives until its evaluation
+    // ends; one that nothing references yet is left as it is.
+    const bool held = s->getRefCount() > 0;
+    if (held) s->ref();
     s->evalWrapper();
+    if (held) s->unref();
   }
 }
 

@@ -41,6 +41,24 @@ char* copyString(const char* s) {
 // Masks of the buttons that press and release pointer sensors.
 const unsigned int pointerButtons = nrEvent::LEFT_BUTTON | nrEvent::MIDDLE_BUTTON | nrEvent::RIGHT_BUTTON;
 
+// Windows that a pass of the library is working on, innermost last. The
+// application's functions may delete the window (or any other) under a pass:
+// the destructor clears the window's entries, and the pass stops touching it.
+// Never destroyed: windows deleted after the library's statics still look here.
+nrPtrArray& inUse = *new nrPtrArray(4);
+
+class InUse {
+ public:
+  explicit InUse(nrWindow* w) : depth(inUse.getCount()) { inUse.append(w); }
+  ~InUse() { inUse.setCount(depth); }
+  InUse(const InUse&) = delete;
+  InUse& operator=(const InUse&) = delete;
+  bool alive() const { return inUse[depth] != nullptr; }
+
+ private:
+  const unsigned depth;
+};
+
 }  // namespace
 
 nrWindow::nrWindow(const char* name, nrType* type)
@@ -104,6 +122,8 @@ nrWindow::nrWindow(const char* name, nrType* type)
 }
 
 nrWindow::~nrWindow() {
+  for (unsigned i = 0; i < inUse.getCount(); ++i)
+    if (inUse[i] == this) inUse[i] = nullptr;
   if (glutId) windows.remove(item);
   delete item;
   delete[] title;
@@ -241,18 +261,24 @@ void nrWindow::resetEvents() {
   events.setCount(0);
 }
 
+// A window deleted by the functions called here has nothing left to reset,
+// draw or close.
 void nrWindow::processEvents() {
+  const InUse pass(this);
   if (!freeRun) nrTimeSensor::updateSensors();
+  if (!pass.alive()) return;
   if (frameFunc) {
     // A frame function that wants more frames answers 0.
     setFreeRun(frameFunc(frameArg) == 0);
+    if (!pass.alive()) return;
     resetEvents();
   } else if (eventFunc && events.getCount()) {
     eventFunc(eventArg);
+    if (!pass.alive()) return;
     resetEvents();
     if (renderFunc && !freeRun) renderFunc(renderArg);
   }
-  if (closePending) delete this;
+  if (closePending && pass.alive()) delete this;
 }
 
 void nrWindow::enableTimer(unsigned int milliseconds) {
@@ -270,7 +296,9 @@ void nrWindow::armTimer() {
 void nrWindow::updateSensors(nrNode* root, nrCamera* camera) {
   nrWindow* w = getCurrent();
   if (!w || !root || !camera || !w->events.getCount()) return;
-  for (unsigned i = 0; i < w->events.getCount(); ++i) {
+  // The sensors may delete the window.
+  const InUse pass(w);
+  for (unsigned i = 0; pass.alive() && i < w->events.getCount(); ++i) {
     const nrEvent* e = w->events[i];
     if (e->kind < nrEvent::BUTTON_UP_EVENT || e->kind > nrEvent::PASSIVE_MOTION_EVENT) continue;
     if (e->kind <= nrEvent::BUTTON_DOWN_EVENT) {
@@ -383,14 +411,19 @@ void nrWindow::timerCallback(int id, void* window) {
   dispatch(e);
 }
 
+// The windows of the pass are those listed when it starts: processing one may
+// delete others, and windows made meanwhile wait for the next pass.
 void nrWindow::idleCallback() {
   nrTimeSensor::updateSensors();
-  for (nrDListItem* i = windows.getFirst(); i;) {
-    nrWindow* w = static_cast<nrWindowItem*>(i)->window;
-    // Taken first: processing may delete the window.
-    i = i->getNext();
+  const unsigned first = inUse.getCount();
+  for (nrDListItem* i = windows.getFirst(); i; i = i->getNext()) inUse.append(static_cast<nrWindowItem*>(i)->window);
+  const unsigned end = inUse.getCount();
+  for (unsigned k = first; k < end; ++k) {
+    nrWindow* w = static_cast<nrWindow*>(inUse[k]);
+    if (!w) continue;
     setCurrent(w);
     w->processEvents();
   }
+  inUse.setCount(first);
   if (renderFunc) renderFunc(renderArg);
 }

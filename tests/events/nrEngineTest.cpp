@@ -383,6 +383,20 @@ TEST_F(TimeSensorTest, FrameLoopKeepsItsCountAndSensorsLeaveWhenDestroyed) {
   idle->unref();
   EXPECT_EQ(nrTimeSensor::getSensorCount(), count - 2);
 
+  // One released by its own change of time lives until its evaluation ends.
+  struct Releasing : nrTimeSensor {
+    void fieldChanged(short index) override {
+      nrTimeSensor::fieldChanged(index);
+      if (index == TIME_FIELD) unref();
+    }
+  };
+  Releasing* releasing = new Releasing;
+  releasing->ref();
+  releasing->setStartTime(100);
+  releasing->setLoop(1);
+  nrTimeSensor::updateSensors(100.7);
+  EXPECT_EQ(nrTimeSensor::getSensorCount(), count - 2);
+
   // The plain form goes back to the time of day.
   nrTimeSensor::updateSensors();
   EXPECT_NEAR(nrTimeSensor::getCurrentTime(), nrTime::getTimeOfDay(), 5);

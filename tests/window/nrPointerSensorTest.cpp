@@ -17,18 +17,26 @@
 
 namespace {
 
-// A touch sensor that lists the events it sends.
+// A touch sensor that lists the events it sends, and leaves its group (and
+// with it the world) on sending leaveOn.
 class tstTouch : public nrTouchSensor {
  public:
   tstTouch() : nrTouchSensor(nrTouchSensor::getClassType()) {}
   std::string sent;
+  std::string leaveOn;
 
  protected:
   void fieldChanged(short index) override {
-    if (index == IS_OVER_FIELD) sent += isOver ? "over " : "out ";
-    if (index == IS_ACTIVE_FIELD) sent += isActive ? "down " : "up ";
-    if (index == TOUCH_TIME_FIELD) sent += "touch ";
+    std::string event;
+    if (index == IS_OVER_FIELD) event = isOver ? "over " : "out ";
+    if (index == IS_ACTIVE_FIELD) event = isActive ? "down " : "up ";
+    if (index == TOUCH_TIME_FIELD) event = "touch ";
+    sent += event;
     nrTouchSensor::fieldChanged(index);
+    if (!event.empty() && event == leaveOn) {
+      nrGroup* group = static_cast<nrGroup*>(getParent(0));
+      group->removeChild(group->findChild(this));
+    }
   }
 };
 
@@ -160,6 +168,23 @@ TEST_F(PointerSensors, TouchSensorsNearestTheGeometryReportHoverPressAndTouch) {
   hover(-2.5f, 2.5f);
   EXPECT_EQ(outer->sent, "over out ");
   EXPECT_EQ(inner->sent, "over down out up over ");
+}
+
+// Sensors that delete themselves from their events, beside inner: one on
+// release, one when the pointer leaves. inner still gets every event.
+TEST_F(PointerSensors, SensorsDeletingThemselvesLeaveTheOthersTheirEvents) {
+  nrGroup* group = static_cast<nrGroup*>(inner->getParent(0));
+  for (const char* leaveOn : {"up ", "out "}) {
+    tstTouch* quitter = new tstTouch;
+    quitter->leaveOn = leaveOn;
+    group->insertChild(0, quitter);
+  }
+  hover(-2.5f, 2.5f);
+  left(true);
+  left(false);
+  hover(0, 0);
+  EXPECT_EQ(inner->sent, "over down up touch out ");
+  EXPECT_EQ(group->getNumChildren(), 2);
 }
 
 TEST_F(PointerSensors, DragSensorsFollowThePointerOnTheirPlaneAndSphere) {

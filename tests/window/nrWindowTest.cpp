@@ -248,3 +248,39 @@ TEST_F(WindowLoop, TimerTicksAtItsIntervalAndTheArmedOneExpiresOnceAfterDisable)
   ASSERT_TRUE(pumpUntil([] { return nrWindowSystem::getPendingTimers() == 0; }));
   EXPECT_EQ(r.count(nrEvent::TIMER_EVENT), ticked);
 }
+
+// The application's functions delete windows, their own or others, while the
+// library is still working on them; the loop goes on with those left.
+TEST_F(WindowLoop, EventAndFrameFunctionsDeletingWindowsUnderThePass) {
+  nrWindow::initSize(100, 100);
+  struct Victims {
+    nrWindow* first;
+    nrWindow* second;
+    static void eventDeletesOwn(void* self) {
+      Victims* v = static_cast<Victims*>(self);
+      delete v->first;
+      v->first = nullptr;
+    }
+    // The first window's frame deletes the second one, listed after it in the
+    // same idle pass, and then itself.
+    static int frameDeletes(void* self) {
+      Victims* v = static_cast<Victims*>(self);
+      nrWindow*& victim = v->second ? v->second : v->first;
+      delete victim;
+      victim = nullptr;
+      return 0;
+    }
+  } victims{open("own").window, nullptr};
+  victims.first->setEventFunc(Victims::eventDeletesOwn, &victims);
+  glutPostRedisplay();
+  ASSERT_TRUE(pumpUntil([&] { return !victims.first; }));
+  EXPECT_TRUE(nrWindow::getWindows().isEmpty());
+
+  victims.first = open("first").window;
+  victims.second = open("second").window;
+  nrWindow::setCurrent(victims.first);
+  nrWindow::setFrameFunc(Victims::frameDeletes, &victims);
+  nrWindow::setFreeRun(1);
+  nrWindow::mainLoop();
+  EXPECT_FALSE(victims.first || victims.second);
+}
