@@ -317,8 +317,13 @@ void nrContainer::freeUnconnectedFields() {
 }
 
 void nrContainer::copy(nrContainer* from) {
+  // The copy releases what this container held, which may be from itself:
+  // a referenced from is held until the copy is done.
+  bool held = from && from->getRefCount() > 0;
+  if (held) from->ref();
   nrCloneTable table;
   copy(from, &table);
+  if (held) from->unref();
 }
 
 nrContainer* nrContainer::clone(CloneEnum mode) {

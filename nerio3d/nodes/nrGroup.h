@@ -20,6 +20,11 @@ class nrGroup : public nrNode {
   void addChild(nrNode* node);
   void insertChild(int index, nrNode* node);
   void setChild(int index, nrNode* node);
+  using nrContainer::copy;
+  // Refused with a warning when a child of from would become this group's
+  // own ancestor (from lies above this group).
+  void copy(nrContainer* from, nrCloneTable* table) override;
+
   // A larger count fills with null children, which must be set before a visit.
   void setChildCount(int n);
   void removeChild(int index);

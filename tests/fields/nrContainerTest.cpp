@@ -61,6 +61,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(la->getOutput(-1), nullptr);
   a->copy(a);
   EXPECT_EQ(leaf->getParentCount(), 3) << "copying into itself references nothing again";
+
   nrOutput nowhere(static_cast<const char*>(nullptr));
   nowhere.write(a);
   a->write(nullptr);
@@ -70,6 +71,11 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(leaf->getParent(0), b);
   b->unref();
   EXPECT_EQ(leaf->getParentCount(), 0);
+  tstAll* c = new tstAll;
+  field<nrSFRef>(a, tstAll::REF)->set(leaf);
+  field<nrMFRef>(a, tstAll::MFREF)->append(c);
+  a->copy(c);
+  EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces, here the container it copies";
   nrtest::unref(leaf, a);
 }
 
