@@ -71,12 +71,11 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(leaf->getParent(0), b);
   b->unref();
   EXPECT_EQ(leaf->getParentCount(), 0);
-  tstAll* c = new tstAll;
+  tstAll* c = nrtest::held<tstAll>();
   field<nrSFRef>(a, tstAll::REF)->set(leaf);
-  field<nrMFRef>(a, tstAll::MFREF)->append(c);
   a->copy(c);
-  EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces, here the container it copies";
-  nrtest::unref(leaf, a);
+  EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces";
+  nrtest::unref(leaf, a, c);
 }
 
 TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {

@@ -123,7 +123,14 @@ TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
   b->setChildCount(0);
   EXPECT_EQ(tstLeaf::live, live);
   b->addChild(new tstLeaf);
-  nrtest::unref(b, a);
+  a->addChild(new tstLeaf);
+  a->copy(b);
+  EXPECT_EQ(tstLeaf::live, live + 1) << "a copy releases the children it replaces";
+  b->addChild(a);
+  a->unref();
+  b->copy(a);
+  EXPECT_EQ(b->getNumChildren(), 1) << "copied from a group that only the copy held";
+  nrtest::unref(b);
   EXPECT_EQ(tstLeaf::live, live);
 }
 
