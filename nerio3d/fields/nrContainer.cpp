@@ -248,7 +248,10 @@ void nrContainer::dirtyFieldOutputs(nrField* field) {
 void nrContainer::cleanFieldInputs(nrField* field) {
   field->setDirty(false);
   field->setBusy(true);
-  if (field->source) field->copy(field->source);
+  // A disconnected source stays recorded and may since have been destroyed:
+  // only a source that still feeds the field is read.
+  nrField* src = field->source;
+  if (src && field->inputs && field->inputs->find(src) >= 0) field->copy(src);
   field->setBusy(false);
 }
 
@@ -314,8 +317,13 @@ void nrContainer::freeUnconnectedFields() {
 }
 
 void nrContainer::copy(nrContainer* from) {
+  // The copy releases what this container held, which may be from itself:
+  // a referenced from is held until the copy is done.
+  bool held = from && from->getRefCount() > 0;
+  if (held) from->ref();
   nrCloneTable table;
   copy(from, &table);
+  if (held) from->unref();
 }
 
 nrContainer* nrContainer::clone(CloneEnum mode) {

@@ -170,15 +170,18 @@ nrRefArray* nrMFRefInfo::valueIn(nrContainer* owner) {
   return storage ? &(owner->*storage) : static_cast<nrMFRef*>(owner->getField(getIndex()))->getStorage();
 }
 
+// What the destination held is released only after the new elements are
+// referenced, so that an element of both lists survives the copy.
 void nrMFRefInfo::copy(nrContainer* to, nrContainer* from) {
   nrRefArray* src = valueIn(from);
   nrRefArray* dst = valueIn(to);
-  unsigned n = src->getCount();
-  dst->setSize(n > dst->getCount() ? n : dst->getCount());
-  for (unsigned i = 0; i < n; ++i) {
-    to->refer((*src)[i]);
-    dst->set(i, (*src)[i]);
-  }
+  if (src == dst) return;
+  unsigned n = src->getCount(), had = dst->getCount();
+  nrRefArray old(had ? had : 1);
+  old.setRange(0, had, dst->getArray());
+  for (unsigned i = 0; i < n; ++i) to->refer((*src)[i]);
+  dst->set(*src);
+  for (unsigned i = 0; i < had; ++i) to->unrefer(old[i]);
 }
 
 void nrMFRefInfo::write(nrOutput* out, nrContainer* owner) {

@@ -61,8 +61,10 @@ nrContainer** nrSFRefInfo::valueIn(nrContainer* owner) {
 
 void nrSFRefInfo::copy(nrContainer* to, nrContainer* from) {
   nrContainer* v = *valueIn(from);
-  *valueIn(to) = v;
-  to->refer(v);
+  nrContainer** slot = valueIn(to);
+  nrContainer* old = *slot;
+  *slot = v;
+  to->refer(old, v);
 }
 
 void nrSFRefInfo::write(nrOutput* out, nrContainer* owner) {

@@ -152,9 +152,13 @@ nrTravDirective nrBillboard::turnedTraverse(Action* action, VisitChild visitChil
   if (action->pushCull(sphereBound)) {
     d = action->preVisit(this);
     for (unsigned i = 0; d == CONTINUE_TRAV && i < children.getCount(); ++i) {
-      if (!children[i]) continue;
+      nrNode* child = static_cast<nrNode*>(children[i]);
+      if (!child) continue;
       bool placed = pushPlacement(action, i);
-      if (visitChild(static_cast<nrNode*>(children[i]), i, placed) == STOP_TRAV) d = STOP_TRAV;
+      // Held through its visit, which may drop it from this billboard.
+      child->ref();
+      if (visitChild(child, i, placed) == STOP_TRAV) d = STOP_TRAV;
+      child->unref();
       if (placed) action->popMatrix();
     }
     d = nrTravCombine(d, action->postVisit(this));

@@ -79,6 +79,15 @@ bool nrGroup::replaceChild(nrNode* oldNode, nrNode* newNode) {
   return i >= 0;
 }
 
+void nrGroup::copy(nrContainer* from, nrCloneTable* table) {
+  if (from && from != this && from->isOfType(getClassType())) {
+    nrGroup* source = static_cast<nrGroup*>(from);
+    for (int i = 0; i < source->getNumChildren(); ++i)
+      if (closesCycle(source->getChild(i), "copy")) return;
+  }
+  nrNode::copy(from, table);
+}
+
 int nrGroup::findChild(nrNode* node) {
   validateField(CHILDREN_FIELD);
   return static_cast<int>(children.find(node));

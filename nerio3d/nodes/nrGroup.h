@@ -20,6 +20,11 @@ class nrGroup : public nrNode {
   void addChild(nrNode* node);
   void insertChild(int index, nrNode* node);
   void setChild(int index, nrNode* node);
+  using nrContainer::copy;
+  // Refused with a warning when a child of from would become this group's
+  // own ancestor (from lies above this group).
+  void copy(nrContainer* from, nrCloneTable* table) override;
+
   // A larger count fills with null children, which must be set before a visit.
   void setChildCount(int n);
   void removeChild(int index);
@@ -78,12 +83,19 @@ class nrGroup : public nrNode {
 template <typename Action>
 nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
                                        unsigned end) {
-  if (end > children.getCount()) end = children.getCount();
   // Null children (a larger setChildCount leaves them) are passed over here
-  // and in every other walk over the children.
-  for (unsigned i = first; i < end; ++i)
-    if (nrNode* child = static_cast<nrNode*>(children[i]))
-      if ((child->*childVisit)(action) == STOP_TRAV) return STOP_TRAV;
+  // and in every other walk over the children. An action may edit the list
+  // from inside a visit: the count is read again for every child, and each
+  // child is held through its own visit so that dropping it cannot free it
+  // while it runs.
+  for (unsigned i = first; i < end && i < children.getCount(); ++i) {
+    nrNode* child = static_cast<nrNode*>(children[i]);
+    if (!child) continue;
+    child->ref();
+    nrTravDirective d = (child->*childVisit)(action);
+    child->unref();
+    if (d == STOP_TRAV) return STOP_TRAV;
+  }
   return CONTINUE_TRAV;
 }
 

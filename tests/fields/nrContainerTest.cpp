@@ -61,6 +61,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(la->getOutput(-1), nullptr);
   a->copy(a);
   EXPECT_EQ(leaf->getParentCount(), 3) << "copying into itself references nothing again";
+
   nrOutput nowhere(static_cast<const char*>(nullptr));
   nowhere.write(a);
   a->write(nullptr);
@@ -70,7 +71,11 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   EXPECT_EQ(leaf->getParent(0), b);
   b->unref();
   EXPECT_EQ(leaf->getParentCount(), 0);
-  nrtest::unref(leaf, a);
+  tstAll* c = nrtest::held<tstAll>();
+  field<nrSFRef>(a, tstAll::REF)->set(leaf);
+  a->copy(c);
+  EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces";
+  nrtest::unref(leaf, a, c);
 }
 
 TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {

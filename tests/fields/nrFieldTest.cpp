@@ -65,8 +65,10 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
     last->set(2.0f);
     EXPECT_EQ(fb->get(), 2.0f);
   }
+  fa->set(7.0f);
   a->disconnect(tstAll::FLOAT, b, tstAll::FLOAT);
   EXPECT_EQ(std::pair(fa->getNumOutputs(), fb->getNumInputs()), std::pair(0, 1));
+  EXPECT_EQ(fb->get(), 2.0f) << "a value pending from a source since disconnected is not read";
 
   // Input-only sources and output-only destinations are refused silently.
   a->getField(tstAll::INT)->setEventClass(nrField::INPUT_ONLY_EVENT);

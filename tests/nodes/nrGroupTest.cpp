@@ -123,7 +123,14 @@ TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
   b->setChildCount(0);
   EXPECT_EQ(tstLeaf::live, live);
   b->addChild(new tstLeaf);
-  nrtest::unref(b, a);
+  a->addChild(new tstLeaf);
+  a->copy(b);
+  EXPECT_EQ(tstLeaf::live, live + 1) << "a copy releases the children it replaces";
+  b->addChild(a);
+  a->unref();
+  b->copy(a);
+  EXPECT_EQ(b->getNumChildren(), 1) << "copied from a group that only the copy held";
+  nrtest::unref(b);
   EXPECT_EQ(tstLeaf::live, live);
 }
 
@@ -202,15 +209,41 @@ TEST(nrGroup, ChildrenThatWouldCloseACycleAreRefusedWithAWarning) {
     low->setChild(0, top);
     EXPECT_FALSE(low->replaceChild(leaf, mid));
     mid->insertParent(low);
+    low->copy(top);
   });
   const char warning[] = "(WARN, USAGE): nrGroup::addChild() - a node cannot be placed under itself\n";
   EXPECT_EQ(err.find(warning), 0u) << err;
   EXPECT_NE(err.find("nrGroup::replaceChild()"), std::string::npos);
+  EXPECT_NE(err.find("nrGroup::copy()"), std::string::npos);
   EXPECT_EQ(top->getChild(0), mid);
   EXPECT_EQ(low->getNumChildren(), 1);
   EXPECT_EQ(low->getChild(0), leaf);
   nrTransformAction action;
   EXPECT_EQ(action.apply(top), 0);
+  top->unref();
+}
+
+// An action whose preVisit drops the node it is given from that node's parent,
+// and with it every later sibling.
+struct tstDroppingAction : nrAction {
+  int visits = 0;
+  nrTravDirective preVisit(nrNode* n) override {
+    ++visits;
+    if (n->getParentCount() == 1) static_cast<nrGroup*>(n->getParent(0))->setChildCount(0);
+    return CONTINUE_TRAV;
+  }
+};
+
+TEST(nrGroup, ActionsMayDropNodesFromInsideTheirVisits) {
+  nrGroup* top = nrtest::held<nrGroup>();
+  nrGroup* mid = new nrGroup;
+  top->addChild(mid);
+  for (int i = 0; i < 3; ++i) mid->addChild(new nrGroup);
+  top->addChild(new nrGroup);
+  tstDroppingAction action;
+  EXPECT_EQ(action.apply(top), CONTINUE_TRAV);
+  EXPECT_EQ(action.visits, 3) << "top; mid, which drops itself and its sibling; its first child, which drops the rest";
+  EXPECT_EQ(top->getNumChildren(), 0);
   top->unref();
 }
 
