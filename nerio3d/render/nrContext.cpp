@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/core/nrPrivate.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -187,6 +188,7 @@ nrContext::~nrContext() {
   }
   nrDrawable::destroyContext(glContext);
   contexts->replace(this, nullptr);
+  nrDrawAction::forgetContext(this);
 
   while (lightLevel > 0) {
     for (LightSlot& slot : lights[lightLevel])
