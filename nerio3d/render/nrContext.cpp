@@ -793,11 +793,11 @@ void nrContext::popFog() {
 // without deleting it, even when the stack held the last reference.
 // A null entry is ignored.
 void nrContext::pushOverrideAppearance(nrAppearance* app) {
-  if (!app) return;
   if (overrideAppTop == OVERRIDE_DEPTH - 1) {
     fputs("overflow in nrContext override appearance stack\n", stderr);
     return;
   }
+  if (!app) return;
   app->ref();
   overrideApps[++overrideAppTop] = app;
 }
@@ -813,11 +813,11 @@ nrAppearance* nrContext::popOverrideAppearance() {
 }
 
 void nrContext::pushOverrideGeoProp(nrOverrideGeoProp* prop) {
-  if (!prop) return;
   if (overrideGeoPropTop == OVERRIDE_DEPTH - 1) {
     fputs("overflow in nrContext override geometry property stack\n", stderr);
     return;
   }
+  if (!prop) return;
   prop->ref();
   overrideGeoProps[++overrideGeoPropTop] = prop;
 }

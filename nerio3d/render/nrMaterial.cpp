@@ -53,10 +53,7 @@ nrMaterial::nrMaterial(nrType* type) : nrContainer(type), id(nrContext::newId(1)
   initFieldDefaults(classType);
 }
 
-nrMaterial::~nrMaterial() {
-  nrContext::forget(this);
-  nrContext::freeId(id, 1);
-}
+nrMaterial::~nrMaterial() { nrContext::forget(this); }
 
 void nrMaterial::write(nrOutput* out) {
   writeFields(out, {AMBIENT_INTENSITY, DIFFUSE_COLOR, SPECULAR_COLOR, EMISSIVE_COLOR, AMBIENT_INDEX, DIFFUSE_INDEX,
