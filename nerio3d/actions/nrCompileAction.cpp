@@ -19,6 +19,8 @@ nrTravDirective nrCompileAction::apply(nrNode*) {
 }
 
 nrContext* nrCompileAction::getContext() {
+  // The draw action lets go of a destroyed context; the stored one follows it.
+  context = drawAction->getContext();
   if (!context) context = nrContext::getCurrent();
   drawAction->setContext(context);
   return context;

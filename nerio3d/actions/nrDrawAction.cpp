@@ -1,13 +1,29 @@
 #include "nerio3d/actions/nrDrawAction.h"
 
+#include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 
-NR_DEFINE_TYPE(nrDrawAction, nrVFCullAction, "nrDrawAction") {}
+nrPtrArray* nrDrawAction::actions = nullptr;
+
+NR_DEFINE_TYPE(nrDrawAction, nrVFCullAction, "nrDrawAction") { actions = new nrPtrArray(4); }
 
 nrDrawAction::nrDrawAction(nrType* type)
-    : nrVFCullAction(type), context(nullptr), viewVector(0, 0, 1), orthographic(1), reserved(0), bpCullEnable(0) {}
+    : nrVFCullAction(type), context(nullptr), viewVector(0, 0, 1), orthographic(1), reserved(0), bpCullEnable(0) {
+  getClassType();
+  actions->append(this);
+}
+
+nrDrawAction::~nrDrawAction() { actions->remove(this); }
+
+void nrDrawAction::forgetContext(nrContext* gone) {
+  if (!actions) return;
+  for (unsigned i = 0; i < actions->getCount(); ++i) {
+    nrDrawAction* action = static_cast<nrDrawAction*>((*actions)[i]);
+    if (action->context == gone) action->context = nullptr;
+  }
+}
 
 nrTravDirective nrDrawAction::apply(nrNode* root) {
   context = nrContext::getCurrent();

@@ -6,12 +6,14 @@
 #include "nerio3d/math/nrVec3f.h"
 
 class nrContext;
+class nrPtrArray;
 
 class nrDrawAction : public nrVFCullAction {
   NR_DECLARE_ACTION_TYPE(nrDrawAction)
 
   nrDrawAction() : nrDrawAction(getClassType()) {}
   explicit nrDrawAction(nrType* type);
+  ~nrDrawAction() override;
 
   // Captures the current context, then reset(), notes whether the camera is
   // orthographic, brings the view vector up to date, switches normalisation
@@ -24,6 +26,9 @@ class nrDrawAction : public nrVFCullAction {
 
   nrContext* getContext() const { return context; }
   void setContext(nrContext* ctx) { context = ctx; }
+  // Clears context from every draw action that holds it; a context calls it
+  // as it is destroyed, so that drawing outside apply finds no stale context.
+  static void forgetContext(nrContext* context);
 
   // The viewing direction (orthographic camera) or the eye position
   // (perspective camera) in the coordinates of the node being drawn.
@@ -46,4 +51,7 @@ class nrDrawAction : public nrVFCullAction {
   int orthographic;
   int reserved;
   unsigned char bpCullEnable;
+
+ private:
+  static nrPtrArray* actions;
 };

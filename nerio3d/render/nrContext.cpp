@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/core/nrPrivate.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -187,6 +188,7 @@ nrContext::~nrContext() {
   }
   nrDrawable::destroyContext(glContext);
   contexts->replace(this, nullptr);
+  nrDrawAction::forgetContext(this);
 
   while (lightLevel > 0) {
     for (LightSlot& slot : lights[lightLevel])
@@ -196,6 +198,8 @@ nrContext::~nrContext() {
   for (LightSlot& slot : lights[0])
     if (slot.light) slot.light->unref();
   for (unsigned i = 0; i < fogStack->getCount(); ++i) static_cast<nrFog*>((*fogStack)[i])->unref();
+  while (overrideAppTop >= 0) overrideApps[overrideAppTop--]->unref();
+  while (overrideGeoPropTop >= 0) overrideGeoProps[overrideGeoPropTop--]->unref();
   delete fogStack;
   if (lastApp) lastApp->unref();
   defaultApp->unref();
@@ -207,6 +211,7 @@ nrContext::~nrContext() {
 nrContext* nrContext::getCurrent() { return nrPrivate::getContext(); }
 
 void nrContext::makeCurrent(nrDrawable* target) {
+  if (!target) return;
   nrContext* previous = nrPrivate::getContext();
   if (previous == this && current && drawable == target) return;
   if (previous) previous->current = false;
@@ -786,11 +791,17 @@ void nrContext::popFog() {
 
 // ---- overrides ----
 
+// The override stacks reference their entries, so an entry released by the
+// application stays usable until it is popped; a pop hands the entry back
+// without deleting it, even when the stack held the last reference.
+// A null entry is ignored.
 void nrContext::pushOverrideAppearance(nrAppearance* app) {
   if (overrideAppTop == OVERRIDE_DEPTH - 1) {
     fputs("overflow in nrContext override appearance stack\n", stderr);
     return;
   }
+  if (!app) return;
+  app->ref();
   overrideApps[++overrideAppTop] = app;
 }
 
@@ -799,7 +810,9 @@ nrAppearance* nrContext::popOverrideAppearance() {
     fputs("underflow in nrContext override appearance stack\n", stderr);
     return nullptr;
   }
-  return overrideApps[overrideAppTop--];
+  nrAppearance* app = overrideApps[overrideAppTop--];
+  app->unrefNoDelete();
+  return app;
 }
 
 void nrContext::pushOverrideGeoProp(nrOverrideGeoProp* prop) {
@@ -807,6 +820,8 @@ void nrContext::pushOverrideGeoProp(nrOverrideGeoProp* prop) {
     fputs("overflow in nrContext override geometry property stack\n", stderr);
     return;
   }
+  if (!prop) return;
+  prop->ref();
   overrideGeoProps[++overrideGeoPropTop] = prop;
 }
 
@@ -819,7 +834,36 @@ nrOverrideGeoProp* nrContext::popOverrideGeoProp() {
   top->cullFace = static_cast<CullFaceEnum>(-1);
   top->lineWidth = -1;
   top->pointSize = -1;
-  return overrideGeoProps[overrideGeoPropTop--];
+  nrOverrideGeoProp* prop = overrideGeoProps[overrideGeoPropTop--];
+  prop->unrefNoDelete();
+  return prop;
+}
+
+// ---- objects the records point at ----
+
+namespace {
+template <typename T>
+void forgetIn(T*& member, const void* object) {
+  if (member == object) member = nullptr;
+}
+
+void forgetIn(_nrGfx& gfx, const void* object) {
+  forgetIn(gfx.texture, object);
+  forgetIn(gfx.texGen, object);
+  forgetIn(gfx.material, object);
+  forgetIn(gfx.backMaterial, object);
+}
+}  // namespace
+
+void nrContext::forget(const void* object) {
+  if (!contexts || !object) return;
+  for (unsigned c = 0; c < contexts->getCount(); ++c) {
+    nrContext* context = static_cast<nrContext*>((*contexts)[c]);
+    if (!context) continue;
+    // Levels above the depth are overwritten by the next push.
+    for (int level = 0; level <= context->depth; ++level) forgetIn(context->stack[level], object);
+    forgetIn(*context->global, object);
+  }
 }
 
 // ---- shared object ids ----

@@ -189,6 +189,10 @@ class nrContext : public nrObject {
   void pushOverrideGeoProp(nrOverrideGeoProp* prop);
   nrOverrideGeoProp* popOverrideGeoProp();
 
+  // Drops object (a texture, texture generator or material being destroyed)
+  // from the records of every context, so that no later set or pop reaches it.
+  static void forget(const void* object);
+
   // Display lists and texture objects of all contexts share one id space.
   static int newId(int count);
   static void freeId(int first, int count);

@@ -53,6 +53,8 @@ nrMaterial::nrMaterial(nrType* type) : nrContainer(type), id(nrContext::newId(1)
   initFieldDefaults(classType);
 }
 
+nrMaterial::~nrMaterial() { nrContext::forget(this); }
+
 void nrMaterial::write(nrOutput* out) {
   writeFields(out, {AMBIENT_INTENSITY, DIFFUSE_COLOR, SPECULAR_COLOR, EMISSIVE_COLOR, AMBIENT_INDEX, DIFFUSE_INDEX,
                     SPECULAR_INDEX, SHININESS, TRANSPARENCY});

@@ -31,6 +31,7 @@ class nrMaterial : public nrContainer {
 
   nrMaterial() : nrMaterial(getClassType()) {}
   explicit nrMaterial(nrType* type);
+  ~nrMaterial() override;
 
   // Setting the ambient intensity or the diffuse colour makes the ambient colour
   // their product; setting the ambient colour makes the intensity the scale that

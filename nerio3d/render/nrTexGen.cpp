@@ -27,7 +27,10 @@ nrTexGen::nrTexGen(nrType* type) : nrContainer(type), id(nrContext::newId(1)), v
   initFieldDefaults(classType);
 }
 
-nrTexGen::~nrTexGen() { nrContext::freeId(id, 1); }
+nrTexGen::~nrTexGen() {
+  nrContext::forget(this);
+  nrContext::freeId(id, 1);
+}
 
 void nrTexGen::setMode(short coord, ModeEnum value) {
   this->*modes[coord] = value;

@@ -86,6 +86,7 @@ nrTexture::nrTexture(nrType* type)
 
 nrTexture::~nrTexture() {
   destroyFieldContents(classType);
+  nrContext::forget(this);
   nrContext::freeId(id, 1);
 }
 

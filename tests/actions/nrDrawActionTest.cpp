@@ -79,5 +79,20 @@ TEST_F(DrawAction, CompileActionHandsOverTheContextAndDrawsNothing) {
   EXPECT_EQ(compile.apply(root), 0);
   EXPECT_TRUE(rec.calls().empty());
   EXPECT_EQ(tstTrace, "");
-  nrtest::unref(root, leaf);
+
+  // A context destroyed after a traversal leaves no stale pointer behind:
+  // drawing a camera before the next apply goes to the current context.
+  nrPerspCamera* camera = nrtest::held<nrPerspCamera>();
+  nrDrawAction* draw = nrtest::held<nrDrawAction>();
+  nrContext* other = new nrContext(drawable);
+  other->ref();
+  other->makeCurrent(drawable);
+  compile.apply(root);
+  draw->setContext(other);
+  other->unref();
+  EXPECT_EQ(draw->getContext(), nullptr);
+  context->makeCurrent(drawable);
+  EXPECT_EQ(compile.getContext(), context);
+  camera->draw(draw);
+  nrtest::unref(root, leaf, camera, draw);
 }

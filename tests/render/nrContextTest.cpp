@@ -338,6 +338,49 @@ TEST_F(Context, TextureGeneratorAndMaterialHooksRunOnChangeOnly) {
   nrtest::unref(texture, texGen, front, back);
 }
 
+// Objects released while the context still points at them: records forget
+// them, override stacks keep them until popped, a null drawable is ignored.
+TEST_F(Context, ObjectsReleasedWhileHeldAreForgottenOrKeptAlive) {
+  nrMaterial* material = nrtest::held<nrMaterial>();
+  nrTexture* texture = nrtest::held<nrTexture>();
+  nrTexGen* texGen = nrtest::held<nrTexGen>();
+  context->setMaterial(material);
+  context->setBackMaterial(material);
+  context->setTexture(texture);
+  context->setTexGen(texGen);
+  context->pushState();
+  context->setMaterial(nullptr);
+  context->setTexture(nullptr);
+  nrtest::unref(material, texture, texGen);
+  context->setTexGenEnable(1);
+  context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
+  context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
+  context->popState();
+  EXPECT_EQ(context->getGlobalState().material, nullptr);
+  EXPECT_EQ(context->getShadowState().texGen, nullptr);
+
+  nrOverrideGeoProp* prop = nrtest::held<nrOverrideGeoProp>();
+  prop->setLineWidth(5);
+  nrAppearance* over = nrtest::held<nrAppearance>();
+  context->pushOverrideGeoProp(prop);
+  context->pushOverrideAppearance(over);
+  nrtest::unref(prop, over);
+  nrGLRecorder rec;
+  context->setLineWidth(2);
+  context->drawApp(nullptr, 1);
+  EXPECT_EQ(rec.calls(), Calls{"glLineWidth(5)"});
+  delete context->popOverrideAppearance();
+  delete context->popOverrideGeoProp();
+
+  nrContext* other = new nrContext(drawable);
+  other->ref();
+  other->pushOverrideAppearance(new nrAppearance);
+  other->pushOverrideGeoProp(new nrOverrideGeoProp);
+  other->makeCurrent(static_cast<nrDrawable*>(nullptr));
+  EXPECT_EQ(nrContext::getCurrent(), context);
+  other->unref();
+}
+
 // A light whose restores are visible.
 struct tstLight : nrLight {
   tstLight() : nrLight(getClassType()) {}
