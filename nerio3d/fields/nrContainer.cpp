@@ -384,10 +384,20 @@ void nrContainer::writeAs(nrOutput* out, const char* typeName) {
   writeClose(out);
 }
 
-// Text in double quotes, a quote inside escaped with a backslash.
+// Text in double quotes, a quote inside escaped with a backslash. A quoted
+// text cannot end with a backslash (it would escape the closing quote): such
+// a text without white space, as files give it, is written bare, a space
+// ending it.
 static void writeQuoted(FILE* f, const nrString& text) {
+  const char* t = text.isNull() ? "" : text.getString();
+  size_t n = strlen(t);
+  if (n && t[n - 1] == '\\' && t[0] != '"' && !strpbrk(t, " \t\n\v\f\r")) {
+    fputs(t, f);
+    fputc(' ', f);
+    return;
+  }
   fputc('"', f);
-  for (const char* p = text.isNull() ? "" : text.getString(); *p; ++p) {
+  for (const char* p = t; *p; ++p) {
     if (*p == '"') fputc('\\', f);
     fputc(*p, f);
   }

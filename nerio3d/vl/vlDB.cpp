@@ -273,6 +273,12 @@ unsigned char readSFValue(vlInput& in, nrSFEnum* field) {
     nrName word;
     if (!in.read(word, 1) || isEmpty(word)) return 0;
     if (!field->getFieldInfo()->findEnumValue(word.getString(), v)) {
+      // The library writes a value that has no name as nothing at all, so
+      // the next field's name follows: the field keeps its value.
+      if (field->getContainer()->getField(word.getString())) {
+        in.putBack(word.getString());
+        return 1;
+      }
       if (!equal(word, "TRUE") && !equal(word, "FALSE")) return 0;
       v = equal(word, "TRUE");
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
@@ -483,6 +484,20 @@ inline unsigned char vlInput::readReal(double& v) {
   int c = firstTokenChar(scan);
   bool negative = c == '-';
   if (c == '-' || c == '+') c = scan.next();
+
+  // The words the library's text output writes for values that are not
+  // finite, so that such values read back.
+  if (c == 'i' || c == 'n') {
+    const char* word = c == 'i' ? "inf" : "nan";
+    for (int i = 1; word[i]; ++i)
+      if ((c = scan.next()) != word[i]) {
+        scan.back(c);
+        return 0;
+      }
+    double d = word[0] == 'i' ? HUGE_VAL : NAN;
+    v = negative ? -d : d;
+    return 1;
+  }
 
   // The value is digits x 10^exponent; each digit after the point lowers the
   // exponent.

@@ -316,6 +316,15 @@ TEST(vlDB, StatementsCutShortNameWhatIsMissingAndLongListsGrow) {
   ASSERT_EQ(keyValue.getCount(), 40u);
   EXPECT_EQ(keyValue[39], nrRotation(0, 0, 1, 39));
   root->unref();
+
+  // The text output writes an enumeration value without a name as nothing:
+  // the next field's name follows.
+  root = read("Switch { boundMode whichChild 0 }", messages);
+  EXPECT_EQ(messages, "");
+  group = static_cast<nrGroup*>(root);
+  ASSERT_EQ(group->getNumChildren(), 1);
+  EXPECT_EQ(static_cast<nrSwitch*>(group->getChild(0))->getWhichChild(), 0);
+  root->unref();
 }
 
 TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
@@ -381,7 +390,7 @@ class vlDBCopies : public testing::Test {
 TEST_F(vlDBCopies, GzipFilesAndWrittenScenesReadBackEqual) {
   for (std::string name : {"transform.wrl", "refused.wrl", "routes.wrl", "def-use.wrl", "lists.wrl", "booleans.wrl",
                            "statements.wrl", "textures.wrl", "face-set.wrl", "crease.wrl", "inline.wrl", "audio.wrl",
-                           "city.wrl", "anim.wrl", "scene.wrl", "scene-part.wrl"}) {
+                           "city.wrl", "anim.wrl", "scene.wrl", "scene-part.wrl", "odd-values.wrl"}) {
     SCOPED_TRACE(name);
     const std::string original = DATA + "/" + name, copy = std::string(dir) + "/" + name, packed = copy + ".gz";
     std::ifstream in(original);

@@ -129,6 +129,8 @@ TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
       {"abc", false, "abc"},  {"0x1F", true, "x1F"},    {"-0", true, ""},      {"1e400", true, ""},
       {"123456789012345678901234567890e-30", true, ""}, {"0.000000000000000000000000001234", true, ""},
       {"9007199254740993", true, ""},                   {"1.7976931348623157e308", true, ""},
+      // Values that are not finite, as the text output writes them.
+      {"-inf,", true, ","},   {"nan]", true, "]"},      {"-nan", true, ""},    {"inx", false, "x"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
@@ -137,7 +139,7 @@ TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
     if (c.ok) {
       std::string taken(c.text, strlen(c.text) - strlen(c.rest));
       double expected = atof(taken.c_str());
-      EXPECT_EQ(v, expected);
+      EXPECT_TRUE(v == expected || (std::isnan(v) && std::isnan(expected)));
       EXPECT_EQ(std::signbit(v), std::signbit(expected));
     }
     EXPECT_EQ(rest(), c.rest);
