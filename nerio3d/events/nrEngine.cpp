@@ -72,6 +72,10 @@ void nrEngine::cleanFieldInputs(nrField* field) {
 }
 
 void nrEngine::evalWrapper() {
+  // What eval() sets reaches destinations whose changes may release this
+  // engine: a referenced engine lives until its evaluation ends.
+  const bool held = getRefCount() > 0;
+  if (held) ref();
   evaluating = true;
   // The container's stale-input mask is tested first, so that inputs with
   // nothing pending are not touched at all.
@@ -85,4 +89,5 @@ void nrEngine::evalWrapper() {
   for (unsigned i = 0; i < outputs.getCount(); ++i) outputs[i]->setDirty(false);
   triggerField->setDirty(false);
   evaluating = false;
+  if (held) unref();
 }

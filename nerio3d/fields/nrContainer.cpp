@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/fields/nrMField.h"
@@ -14,6 +15,9 @@
 NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
 
 // Side-effect bits and validation use a true 64-bit shift; fields past 63 have none.
+// Routed fields a pull is passing through on this thread.
+static thread_local int pullDepth = 0;
+
 static uint64_t bit64(int index) { return index >= 0 && index < 64 ? uint64_t(1) << index : 0; }
 
 nrContainer::nrContainer(nrType* t) : nrObject(t), fields(nullptr), userData(nullptr), name(nullptr) {
@@ -247,12 +251,28 @@ void nrContainer::dirtyFieldOutputs(nrField* field) {
 
 void nrContainer::cleanFieldInputs(nrField* field) {
   field->setDirty(false);
-  field->setBusy(true);
   // A disconnected source stays recorded and may since have been destroyed:
   // only a source that still feeds the field is read.
   nrField* src = field->source;
-  if (src && field->inputs && field->inputs->find(src) >= 0) field->copy(src);
+  if (!src || !field->inputs || field->inputs->find(src) < 0) return;
+  // Each routed field a pull passes through nests one call deeper: past the
+  // limit the value stays as it is rather than the stack running out.
+  if (pullDepth >= nrField::MAX_ROUTE_DEPTH) {
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, "Route chain too deep: value not brought up to date");
+    return;
+  }
+  // Bringing the source up to date may release its owner (an engine's
+  // evaluation, a destination's fieldChanged): a referenced owner is held
+  // until its value is copied.
+  nrContainer* owner = src->container;
+  const bool held = owner->getRefCount() > 0;
+  if (held) owner->ref();
+  field->setBusy(true);
+  ++pullDepth;
+  field->copy(src);
+  --pullDepth;
   field->setBusy(false);
+  if (held) owner->unref();
 }
 
 void nrContainer::notifyParents(short index) {

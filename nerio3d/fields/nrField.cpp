@@ -1,5 +1,6 @@
 #include "nerio3d/fields/nrField.h"
 
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/fields/nrFieldInfo.h"
@@ -9,6 +10,8 @@ NR_DEFINE_ROOT_TYPE(nrField, "nrField") {}
 static bool dirtyTracking = false;
 static nrDirtyField* dirtyList = nullptr;
 static nrDirtyField* freeList = nullptr;
+// Nested pushes of staleness on this thread, one per routed field passed.
+static thread_local int pushDepth = 0;
 
 nrField::nrField(nrContainer* owner, short i)
     : container(owner), index(i), flags(0), eventClass(PLAIN_EVENT), source(nullptr), inputs(nullptr), outputs(nullptr) {
@@ -65,6 +68,11 @@ void nrField::setDirty(bool on) {
 }
 
 void nrField::dirtyOutputs() {
+  if (pushDepth >= MAX_ROUTE_DEPTH) {
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, "Route chain too deep: change not sent on");
+    return;
+  }
+  ++pushDepth;
   for (unsigned i = 0; outputs && i < outputs->getCount(); ++i) {
     nrField* d = (*outputs)[i];
     if (d->isBusy()) {
@@ -74,6 +82,7 @@ void nrField::dirtyOutputs() {
       d->container->dirtyFieldOutputs(d);
     }
   }
+  --pushDepth;
 }
 
 void nrField::connect(nrField* to) {

@@ -20,6 +20,10 @@ class nrField {
   // ENGINE_OUTPUT_EVENT, whose changes are forwarded along the outputs.
   enum EventClassEnum { PLAIN_EVENT = 0, INPUT_ONLY_EVENT = 1, OUTPUT_ONLY_EVENT = 2, ENGINE_OUTPUT_EVENT = 3 };
   enum FlagEnum { STALE_FLAG = 0x1, BUSY_FLAG = 0x2 };
+  // Staleness is pushed and values pulled by nested calls, one per field of a
+  // chain of routes: past this many a chain stops, with a warning, well
+  // before the stack runs out.
+  static const int MAX_ROUTE_DEPTH = 4096;
 
   virtual ~nrField();
   nrField(const nrField&) = delete;

@@ -109,6 +109,23 @@ TEST(nrEngine, EvaluatesOnlyWhenReadAndOncePerChange) {
   nrtest::unref(m, s);
 }
 
+TEST(nrEngine, ReleasedByItsOwnEvaluationWhileAReaderPulls) {
+  // Dropped by its own evaluation (as a destination's fieldChanged may drop
+  // it), the engine lives until the material has copied its value.
+  struct Releasing : nrScalarInterpolator {
+    void eval() override {
+      nrScalarInterpolator::eval();
+      unref();
+    }
+  };
+  Releasing* s = keyed<Releasing>({0, 1}, floats({0, 10}), 0.5f);
+  nrMaterial* m = nrtest::held<nrMaterial>();
+  s->connect(nrInterpolator::VALUE_FIELD, m, nrMaterial::SHININESS);
+  EXPECT_EQ(m->getShininess(), 5.0f);
+  EXPECT_EQ(m->getField(nrMaterial::SHININESS)->getNumInputs(), 0);
+  m->unref();
+}
+
 TEST(nrEngine, InterpolatorKinds) {
   auto* color = keyed<nrColorInterpolator>({0, 1}, vecs({{1, 0, 0}, {0, 0, 1}}), 0.5f);
   nrVec3f c;

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "nrCapture.h"
 #include "nrFieldTestTypes.h"
@@ -84,7 +86,7 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
   nrtest::unref(a, b);
 }
 
-TEST(nrField, CyclesStopAtBusyFields) {
+TEST(nrField, CyclesStopAtBusyFieldsAndLongChainsAtTheDepthLimit) {
   tstAll *a = new tstAll, *b = new tstAll;
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   b->connect(tstAll::FLOAT, a, tstAll::FLOAT);
@@ -92,6 +94,24 @@ TEST(nrField, CyclesStopAtBusyFields) {
   EXPECT_EQ(floatField(b, tstAll::FLOAT)->get(), 7.0f);
   EXPECT_FALSE(a->getField(tstAll::FLOAT)->isBusy());
   nrtest::unref(a, b);
+
+  // A chain as long as the limit delivers end to end. Set at every limit's
+  // length from the far end, a chain eight times as long is stale all along:
+  // pushes and the pull stop with warnings instead of running out of stack.
+  const int depth = nrField::MAX_ROUTE_DEPTH;
+  std::vector<tstAll*> chain(8 * depth + 1);
+  for (size_t i = 0; i < chain.size(); ++i) {
+    chain[i] = new tstAll;
+    if (i) chain[i - 1]->connect(tstAll::FLOAT, chain[i], tstAll::FLOAT);
+  }
+  std::string err = nrtest::captureStderr([&] {
+    for (int k = 7 * depth; k >= 0; k -= depth) floatField(chain[k], tstAll::FLOAT)->set(k + 1.0f);
+    EXPECT_EQ(floatField(chain[depth], tstAll::FLOAT)->get(), 1.0f);
+    floatField(chain.back(), tstAll::FLOAT)->get();
+  });
+  EXPECT_NE(err.find("(WARN, USAGE): Route chain too deep: change not sent on\n"), std::string::npos);
+  EXPECT_NE(err.find("(WARN, USAGE): Route chain too deep: value not brought up to date\n"), std::string::npos);
+  for (tstAll* c : chain) c->unref();
 }
 
 TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
