@@ -15,10 +15,10 @@
 NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
 
 // Side-effect bits and validation use a true 64-bit shift; fields past 63 have none.
+static uint64_t bit64(int index) { return index >= 0 && index < 64 ? uint64_t(1) << index : 0; }
+
 // Routed fields a pull is passing through on this thread.
 static thread_local int pullDepth = 0;
-
-static uint64_t bit64(int index) { return index >= 0 && index < 64 ? uint64_t(1) << index : 0; }
 
 nrContainer::nrContainer(nrType* t) : nrObject(t), fields(nullptr), userData(nullptr), name(nullptr) {
   parent.single = nullptr;
