@@ -27,6 +27,7 @@
 #include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrDict.h"
 #include "nerio3d/core/nrGlobal.h"
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/core/nrName.h"
 #include "nerio3d/core/nrObject.h"
 #include "nerio3d/core/nrPrivate.h"

@@ -1,5 +1,6 @@
 #include "nerio3d/events/nrEngine.h"
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrSField.h"
 
 NR_DEFINE_TYPE(nrEngine, nrNode, "Engine") {
@@ -74,8 +75,7 @@ void nrEngine::cleanFieldInputs(nrField* field) {
 void nrEngine::evalWrapper() {
   // What eval() sets reaches destinations whose changes may release this
   // engine: a referenced engine lives until its evaluation ends.
-  const bool held = getRefCount() > 0;
-  if (held) ref();
+  const nrKeepAlive hold(this);
   evaluating = true;
   // The container's stale-input mask is tested first, so that inputs with
   // nothing pending are not touched at all.
@@ -89,5 +89,4 @@ void nrEngine::evalWrapper() {
   for (unsigned i = 0; i < outputs.getCount(); ++i) outputs[i]->setDirty(false);
   triggerField->setDirty(false);
   evaluating = false;
-  if (held) unref();
 }

@@ -1,6 +1,7 @@
 #include "nerio3d/events/nrPickSensor.h"
 
 #include "nerio3d/arrays/nrTypedArray.h"
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/nodes/nrTransform.h"
@@ -20,16 +21,15 @@ nrPtrArray& grabbed = *new nrPtrArray(4);
 // Calls fn on each sensor listed when it starts. A sensor may release other
 // sensors, or itself, from its functions: those released before their turn
 // leave the list in their destructor and are passed over without skipping the
-// others; the one called is held (its group holds it already) until fn is done.
+// others; the one called is held until fn is done.
 template <typename Fn>
 void forEachListed(const nrPtrArray& list, Fn fn) {
   const nrPtrArray listed = list;
   for (unsigned i = 0; i < listed.getCount(); ++i) {
     if (list.find(listed[i]) < 0) continue;
     nrPickSensor* s = static_cast<nrPickSensor*>(listed[i]);
-    s->ref();
+    const nrKeepAlive hold(s);
     fn(s);
-    s->unref();
   }
 }
 }  // namespace

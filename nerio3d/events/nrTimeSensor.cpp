@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrSField.h"
 
 NR_DEFINE_TYPE(nrTimeSensor, nrNode, "TimeSensor") {
@@ -63,12 +64,9 @@ void nrTimeSensor::stamp(nrTime t) {
   for (unsigned i = 0; i < count && i < _Current.getCount(); ++i) {
     nrTimeSensor* s = static_cast<nrTimeSensor*>(_Current[i]);
     s->now = t;
-    // A sensor released by the changes it sends lives until its evaluation
-    // ends; one that nothing references yet is left as it is.
-    const bool held = s->getRefCount() > 0;
-    if (held) s->ref();
+    // A sensor released by the changes it sends lives until its evaluation ends.
+    const nrKeepAlive hold(s);
     s->evalWrapper();
-    if (held) s->unref();
   }
 }
 

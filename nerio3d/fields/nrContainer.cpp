@@ -6,6 +6,7 @@
 
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrGlobal.h"
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/fields/nrMField.h"
@@ -264,15 +265,12 @@ void nrContainer::cleanFieldInputs(nrField* field) {
   // Bringing the source up to date may release its owner (an engine's
   // evaluation, a destination's fieldChanged): a referenced owner is held
   // until its value is copied.
-  nrContainer* owner = src->container;
-  const bool held = owner->getRefCount() > 0;
-  if (held) owner->ref();
+  const nrKeepAlive hold(src->container);
   field->setBusy(true);
   ++pullDepth;
   field->copy(src);
   --pullDepth;
   field->setBusy(false);
-  if (held) owner->unref();
 }
 
 void nrContainer::notifyParents(short index) {
@@ -339,11 +337,9 @@ void nrContainer::freeUnconnectedFields() {
 void nrContainer::copy(nrContainer* from) {
   // The copy releases what this container held, which may be from itself:
   // a referenced from is held until the copy is done.
-  bool held = from && from->getRefCount() > 0;
-  if (held) from->ref();
+  const nrKeepAlive hold(from);
   nrCloneTable table;
   copy(from, &table);
-  if (held) from->unref();
 }
 
 nrContainer* nrContainer::clone(CloneEnum mode) {
