@@ -1,6 +1,7 @@
 #include "nerio3d/geometry/nrGeoSet.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -595,7 +596,8 @@ int nrGeoSet::getDrawablePrimCount() {
     if (len < 0 || (normalBinding == PER_PRIM_NORMAL && !normals.has(p)) ||
         (colorBinding == PER_PRIM_COLOR && !colors.has(p)))
       break;
-    for (int v = vertex; ok && v < vertex + len; ++v)
+    // Counted from vertex: a huge length must not overflow the end.
+    for (int v = vertex; ok && v - vertex < len; ++v)
       ok = coords.has(v) && (normalBinding != PER_VERTEX_NORMAL || normals.has(v)) &&
            (colorBinding != PER_VERTEX_COLOR || colors.has(v)) &&
            (texCoordBinding != PER_VERTEX_TEX_COORD || texCoords.has(v));
@@ -621,13 +623,15 @@ void nrGeoSet::calcBound(nrBoxBound& box) {
 }
 
 void nrGeoSet::boundCoords(nrBoxBound& box, int primLen, const nrIntArray* primLengths) {
-  int vertices = 0;
+  // Summed wide: lengths and counts are the caller's and may be anything.
+  long vertices = 0;
   if (primLengths) {
-    for (unsigned p = 0; p < primLengths->getCount() && int(p) < primCount; ++p) vertices += (*primLengths)[p];
-  } else {
-    vertices = primCount * primLen;
+    for (unsigned p = 0; p < primLengths->getCount() && int(p) < primCount && (*primLengths)[p] >= 0; ++p)
+      vertices += (*primLengths)[p];
+  } else if (primCount > 0 && primLen > 0) {
+    vertices = long(primCount) * primLen;
   }
-  boundVertices(box, vertices);
+  boundVertices(box, int(std::min(vertices, long(INT_MAX))));
 }
 
 void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
@@ -641,6 +645,8 @@ void nrGeoSet::boundVertices(nrBoxBound& box, int vertices) {
     const nrIntArray& indices = static_cast<nrIndexSet*>(coordIndexSet)->getArray();
     index = indices.getArray();
     if (vertices > int(indices.getCount())) vertices = int(indices.getCount());
+  } else if (vertices > count) {
+    vertices = count;
   }
   // The extremes are kept apart from the box while the loop runs: large sets
   // are bounded at reading time.
@@ -810,6 +816,13 @@ void nrGeoSet::buildBPCullData() {
 
 void nrGeoSet::bpcBuildDataPrim(int prim, int firstVertex, int count, nrVec3f& point, nrVec3f& axis,
                                 float& delta) {
+  // A primitive without vertices has no reference point: it is never culled.
+  if (count <= 0) {
+    point.set(0, 0, 0);
+    axis.set(0, 0, 0);
+    delta = -2.0f;
+    return;
+  }
   point = getRefPoint(prim, firstVertex, count);
   nrVec3f min, max;
   if (bpcPrimNormMode && normalBinding != NO_NORMAL)

@@ -1,5 +1,6 @@
 #include "nerio3d/geometry/nrGeoSet.h"
 
+#include <climits>
 #include <cmath>
 
 #include "nerio3d/arrays/nrData.h"
@@ -9,6 +10,7 @@
 #include "nerio3d/geometry/nrNormalSet3s.h"
 #include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/geometry/nrTriSet.h"
+#include "nerio3d/geometry/nrTriStripSet.h"
 #include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -396,6 +398,22 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   EXPECT_EQ(nrtest::captureStderr([&] { s->draw(action); }), "");
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawElements(GL_TRIANGLES, 3, GL_UNSIGNED_INT, ptr)"})
       << "an index past the coordinates ends the drawable part";
+
+  // Hostile lengths and counts: no overflow, no read past exactly three coordinates.
+  nrData* block = keep(nrData::create(3 * 12));
+  std::fill_n(static_cast<float*>(block->getPayload()), 9, 0.5f);
+  nrTriStripSet* strips = make<nrTriStripSet>();
+  strips->setCoordSet(keep(new nrCoordSet3f(block, 0, 12)));
+  strips->setPrimCount(3);
+  const int lengths[] = {3, 0, INT_MAX};
+  strips->setStripLength(3, lengths);
+  strips->buildBPCullData();
+  EXPECT_EQ(strips->getBPCullDelta()->getCount(), 2u) << "the empty strip is drawable, the huge one is not";
+  EXPECT_EQ((*strips->getBPCullDelta())[1], -2.0f) << "a strip without vertices is never culled";
+  nrBoxBound box;
+  strips->setPrimCount(INT_MAX);
+  strips->boundCoords(box, INT_MAX, nullptr);
+  EXPECT_EQ(box.max, nrVec3f(0.5f, 0.5f, 0.5f));
 }
 
 }  // namespace
