@@ -736,7 +736,7 @@ void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
   setCoordIndexSet(new nrIndexSet);
 }
 
-void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
+void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count, short keptFlag) {
   cleanAllFields();
   if (writeHeader(out)) return;
   FILE* f = out->getStream();
@@ -764,7 +764,7 @@ void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count) {
     nrFieldInfo* info = getType()->getFieldInfo(ownFields[i]);
     if (info->getFieldType() != nrSFUByte::getClassType()) {
       info->write(out, this);
-    } else if (!info->isDefault(this)) {
+    } else if (ownFields[i] == keptFlag || !info->isDefault(this)) {
       // The file syntax spells its flags as words.
       out->indent();
       fprintf(f, "%s %s\n", info->getName().getString(),

@@ -242,7 +242,8 @@ class nrGeoSet : public nrGeometry {
   void copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table);
   // VRML text: the header, the attribute sets under their VRML names, the
   // fields listed that differ from their defaults, and "}".
-  void writeVRML(nrOutput* out, const short* ownFields, int count);
+  // keptFlag: a flag field written even at its default value (-1 for none).
+  void writeVRML(nrOutput* out, const short* ownFields, int count, short keptFlag = -1);
 
   // The number of primitives whose data is all present, from primCount,
   // the lengths and the attribute and index sets; recomputed after a change.

@@ -196,5 +196,8 @@ void nrIndexedFaceSet::write(nrOutput* out) {
   static const short fields[] = {
       CCW_FIELD,         SOLID_FIELD,           CONVEX_FIELD,       CREASE_ANGLE_FIELD,     COORD_INDEX_FIELD,
       COLOR_INDEX_FIELD, TEX_COORD_INDEX_FIELD, NORMAL_INDEX_FIELD, COLOR_PER_VERTEX_FIELD, NORMAL_PER_VERTEX_FIELD};
-  writeVRML(out, fields, int(sizeof fields / sizeof fields[0]));
+  // A set whose culling came from its flags writes `solid` even when TRUE, since a file
+  // without the field leaves culling to the context and would read back unculled.
+  short keptFlag = getUserSetMask().isBitSet(CULL_FACE_SET_BIT) ? short(SOLID_FIELD) : short(-1);
+  writeVRML(out, fields, int(sizeof fields / sizeof fields[0]), keptFlag);
 }

@@ -151,6 +151,11 @@ TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
   EXPECT_NE(text.find("\n  solid FALSE\n  coordIndex [\n  0,\n"), std::string::npos) << text;
   for (const char* derived : {"IndexSet", "Bind", "primCount", "polyLength", "cullFace", "boxBound", "ccw"})
     EXPECT_EQ(text.find(derived), std::string::npos) << derived << " in " << text;
+  // Culling set from the flags survives a write even at the default: `solid TRUE` is kept.
+  s->setSolid(1);
+  text = nrtest::writeToString([&](nrOutput* out) { out->write(s); });
+  EXPECT_NE(text.find("\n  solid TRUE\n"), std::string::npos) << text;
+  s->setSolid(0);
 
   nrIndexedLineSet* lines = set<nrIndexedLineSet>({{0, 0, 0}, {1, 0, 0}}, 0);
   lines->setCoordIndex(2, tri);
