@@ -655,7 +655,12 @@ void nrContext::popState() {
   if (depth == 0) return;
   _nrGfx* lower = top - 1;
   recordTarget = top;
-  setStateElts(top->mask | lower->mask, *lower);
+  // What a geometry-property pop left unknown (-1) below has no value to restore.
+  nrBitMask restore = top->mask | lower->mask;
+  if (lower->cullFace < 0) restore.clearBit(_nrGfx::CULL_FACE_ELT);
+  if (lower->lineWidth < 0) restore.clearBit(_nrGfx::LINE_WIDTH_ELT);
+  if (lower->pointSize < 0) restore.clearBit(_nrGfx::POINT_SIZE_ELT);
+  setStateElts(restore, *lower);
   setStateElts(global->mask, *global);
   recordTarget = global;
   // The lower level takes what OpenGL now holds, which differs from what it
