@@ -655,9 +655,8 @@ void nrContext::popState() {
   if (depth == 0) return;
   _nrGfx* lower = top - 1;
   recordTarget = top;
+  // What a geometry-property pop left unknown (-1) below has no value to restore.
   nrBitMask restore = top->mask | lower->mask;
-  // A geometry override popped at the lower level left marks there that stand
-  // for "whatever OpenGL holds": there is no value to restore.
   if (lower->cullFace < 0) restore.clearBit(_nrGfx::CULL_FACE_ELT);
   if (lower->lineWidth < 0) restore.clearBit(_nrGfx::LINE_WIDTH_ELT);
   if (lower->pointSize < 0) restore.clearBit(_nrGfx::POINT_SIZE_ELT);

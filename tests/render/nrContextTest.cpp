@@ -200,6 +200,15 @@ TEST_F(Context, OverridesForceTheirElementsPopsResendAndStacksHoldSixteen) {
             "underflow in nrContext override appearance stack\n");
   EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(context->popOverrideGeoProp(), nullptr); }),
             "underflow in nrContext override geometry property stack\n");
+  // The values a pop leaves unknown are not restored by the next state pop.
+  EXPECT_EQ(nrtest::captureStderr([&] {
+              context->pushState();
+              context->setCullFace(nrContext::FRONT_CULL);
+              context->setLineWidth(4);
+              context->popState();
+            }),
+            "");
+  EXPECT_EQ(nrgl::GetError(), GLenum(GL_NO_ERROR));
   nrtest::unref(app, prop);
 }
 
