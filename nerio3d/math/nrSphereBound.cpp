@@ -16,6 +16,18 @@ float rowLength(const nrMatrix4f& m, int r) {
   return std::sqrt(m[r][0] * m[r][0] + m[r][1] * m[r][1] + m[r][2] * m[r][2]);
 }
 
+// The most the 3x3 part of m lengthens a vector (its largest singular value),
+// bounded from above through the rows' dot products: the longest row when the
+// rows are orthogonal, and never short for a scale along turned axes or a shear.
+float stretch(const nrMatrix4f& m) {
+  float g[3][3];
+  for (int i = 0; i < 3; ++i)
+    for (int j = i; j < 3; ++j) g[i][j] = g[j][i] = m[i][0] * m[j][0] + m[i][1] * m[j][1] + m[i][2] * m[j][2];
+  float most = 0.0f;
+  for (int i = 0; i < 3; ++i) most = std::max(most, g[i][i] + std::fabs(g[i][(i + 1) % 3]) + std::fabs(g[i][(i + 2) % 3]));
+  return std::sqrt(most);
+}
+
 // Radius needed around c to hold every point.
 float reach(const nrVec3f& c, const nrVec3f pts[], int n) {
   float r2 = 0.0f;
@@ -212,7 +224,7 @@ int nrSphereBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
 
 void nrSphereBound::xform(const nrSphereBound* sph, const nrMatrix4f& m) {
   float r = sph->radius;
-  if (r >= 0.0f) r *= std::max({rowLength(m, 0), rowLength(m, 1), rowLength(m, 2)});
+  if (r >= 0.0f) r *= stretch(m);
   center.xformPt(sph->center, m);
   radius = r;
 }

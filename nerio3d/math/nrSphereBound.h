@@ -34,7 +34,7 @@ class nrSphereBound : public nrBound {
   int contains(const nrVec3f& pt) const override;
   int isect(const nrSeg* seg, float* tNear, float* tFar) const override;
 
-  // sph transformed by m; the radius grows by the largest scale of rows 0-2.
+  // sph transformed by m; the radius grows by the most m lengthens a vector.
   void xform(const nrSphereBound* sph, const nrMatrix4f& m);
   void xform(const nrSphereBound& sph, const nrMatrix4f& m) { xform(&sph, m); }
   // sph transformed by a rotation, uniform scale and translation: the radius

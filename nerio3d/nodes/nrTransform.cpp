@@ -1,6 +1,5 @@
 #include "nerio3d/nodes/nrTransform.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "nerio3d/actions/nrDrawAction.h"
@@ -166,12 +165,12 @@ void nrTransform::cleanSideEffect(short index) {
   if (state & SPHERE_STALE) {
     if (state & MATRIX_STALE) cleanMatrix();
     float grow = 1;
-    if (kind & UNIFORM_SCALE_KIND)
-      grow = rowLength(matrix, 0);
-    else if (kind & SCALE_KIND)
-      grow = std::max({rowLength(matrix, 0), rowLength(matrix, 1), rowLength(matrix, 2)});
+    if (kind & UNIFORM_SCALE_KIND) grow = rowLength(matrix, 0);
     if (childSphere.isEmpty()) {
       sphereBound.makeEmpty();
+    } else if (!(kind & UNIFORM_SCALE_KIND) && (kind & SCALE_KIND)) {
+      // The longest row falls short of the stretch of a scale along turned axes.
+      sphereBound.xform(&childSphere, matrix);
     } else {
       sphereBound.center.xformPt(childSphere.center, matrix);
       sphereBound.radius = childSphere.radius * grow;
@@ -195,8 +194,9 @@ nrTransform::PathEnum nrTransform::transformPushMatrix(nrTransformAction* action
   }
   if (state & MATRIX_STALE) cleanMatrix();
   top->preMult(matrix);
-  // A uniform scale still counts as free of scaling: the cull test handles it.
-  action->topScaleFlag() = kind & SCALE_KIND;
+  // A uniform scale still counts as free of scaling (the cull test handles it),
+  // unless a level below already scales unevenly.
+  action->topScaleFlag() |= kind & SCALE_KIND;
   return MATRIX_PATH;
 }
 

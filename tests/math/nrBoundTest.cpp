@@ -231,6 +231,12 @@ TEST(nrSphereBound, SegmentsAndTransforms) {
   c.xformPt(s.center, m);
   EXPECT_EQ(moved.center, c);
   EXPECT_NEAR(moved.radius, 4.5f, 1e-5f);
+  // Scaled along turned axes no row is as long as the stretch.
+  m.makeRot(0, 0, 1, -0.7853982f);
+  m.postScale(m, 3, 1, 1);
+  m.postRot(m, 0, 0, 1, 0.7853982f);
+  moved.xform(&s, m);
+  EXPECT_NEAR(moved.radius, 4.5f, 1e-5f);
   m.makeRot(0, 1, 0, 1.1f);
   m.postScale(m, 2, 2, 2);
   moved.orthoXform(&s, m);

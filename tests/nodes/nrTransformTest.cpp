@@ -6,6 +6,7 @@
 #include "../render/nrRenderFixture.h"
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/nodes/nrTransform.h"
+#include "nerio3d/render/nrOrthoCamera.h"
 #include "nerio3d/render/nrPerspCamera.h"
 #include "nrNodeTestTypes.h"
 
@@ -114,6 +115,39 @@ TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) 
   camera->unref();
 }
 
+TEST_F(Transform, CullingUnderAnUnevenScaleKeepsWhatShows) {
+  // The ortho view ends at y = 5; the leaf's sphere reaches past it only when
+  // the outer scale stretches it, which the transforms below must keep.
+  nrOrthoCamera* camera = nrtest::held<nrOrthoCamera>();
+  camera->setPosition(0, 0, 5);
+  camera->setWidth(10);
+  camera->setHeight(10);
+  nrDrawAction draw;
+  draw.setCamera(camera);
+  draw.setContext(context);
+  const std::function<void(nrTransform*)> inner[] = {
+      [](nrTransform* t) { t->setRotation(0, 0, 1, 0.001f); },
+      [](nrTransform* t) { t->setScale(1.1f, 1.1f, 1.1f); }};
+  for (const auto& set : inner) {
+    nrTransform* outer = nrtest::held<nrTransform>();
+    outer->setScale(1, 10, 1);
+    nrTransform* t = new nrTransform;
+    t->setTranslation(0, 0.55f, 0);
+    set(t);
+    outer->addChild(t);
+    nrGroup* group = new nrGroup;
+    t->addChild(group);
+    tstProbe* probe = new tstProbe;
+    probe->setSphereBound(nrSphereBound(nrVec3f(0, 0, 0), 0.06f));
+    group->addChild(probe);
+    camera->draw(&draw);
+    draw.apply(outer);
+    EXPECT_TRUE(probe->matches);
+    outer->unref();
+  }
+  camera->unref();
+}
+
 TEST(nrTransform, TheSphereFollowsTheParts) {
   struct {
     const char* name;
@@ -123,6 +157,13 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
   } cases[] = {
       {"uniform scale", [](nrTransform* t) { t->setScale(2, 2, 2); }, {4, 0, 0}, 2},
       {"scale", [](nrTransform* t) { t->setScale(1, 3, 1); }, {2, 0, 0}, 3},
+      {"scale along turned axes",
+       [](nrTransform* t) {
+         t->setScaleOrientation(0, 0, 1, halfPi / 2);
+         t->setScale(3, 1, 1);
+       },
+       {4, 2, 0},
+       3},
       {"translation", [](nrTransform* t) { t->setTranslation(0, 0, -5); }, {2, 0, -5}, 1},
       {"rotation about a centre",
        [](nrTransform* t) {
