@@ -17,6 +17,9 @@ nrNode::~nrNode() { destroyFieldContents(getClassType()); }
 
 void nrNode::setSphereBound(const nrSphereBound& sphere) {
   sphereBound = sphere;
+  // Through the field object, as setting the field by name does: touching an
+  // existing field drops a recomputation still pending, so the set sphere holds.
+  getField(SPHERE_BOUND_FIELD);
   fieldChanged(SPHERE_BOUND_FIELD);
 }
 

@@ -66,7 +66,9 @@ TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
     EXPECT_EQ(g->boundsComputed, 2);
   }
 
-  // A static group keeps its sphere and stops the notices.
+  // A static group keeps its sphere, even one set while a recomputation was
+  // pending, and stops the notices.
+  fixed->addChild(leafAt(3, 3, 3, 1));
   fixed->setBoundMode(nrNode::STATIC);
   fixed->setSphereBound(nrSphereBound(nrVec3f(0, 1, 0), 0.5f));
   mid->addChild(fixed);
