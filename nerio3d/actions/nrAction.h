@@ -16,7 +16,7 @@ class nrAction : public nrObject {
   NR_DECLARE_TYPE(nrAction)
 
   nrAction() : nrAction(getClassType()) {}
-  explicit nrAction(nrType* type) : nrObject(type) {}
+  explicit nrAction(nrType* typeOfClass) : nrObject(typeOfClass) {}
 
   // reset(), begin(root), the root's generic visit, end(root); the visit's result.
   virtual nrTravDirective apply(nrNode* root);

@@ -7,7 +7,7 @@ class nrSoundAction : public nrAction {
   NR_DECLARE_ACTION_TYPE(nrSoundAction)
 
   nrSoundAction() : nrSoundAction(getClassType()) {}
-  explicit nrSoundAction(nrType* type) : nrAction(type) {}
+  explicit nrSoundAction(nrType* typeOfClass) : nrAction(typeOfClass) {}
 
   // reset(), begin(root), the root's sound visit, end(root); returns 0.
   nrTravDirective apply(nrNode* root) override;

@@ -9,7 +9,7 @@ class nrTransformAction : public nrAction {
   NR_DECLARE_ACTION_TYPE(nrTransformAction)
 
   nrTransformAction() : nrTransformAction(getClassType()) {}
-  explicit nrTransformAction(nrType* type) : nrTransformAction(type, 256) {}
+  explicit nrTransformAction(nrType* typeOfClass) : nrTransformAction(typeOfClass, 256) {}
 
   // reset(), begin(root), the root's transformVisit, end(root).
   nrTravDirective apply(nrNode* root) override;

@@ -73,7 +73,8 @@ class nrTypedArray : public nrArray {
 
   nrTypedArray() : nrArray(sizeof(T), 16) {}
   explicit nrTypedArray(unsigned n) : nrArray(sizeof(T), n ? n : 1) {}
-  nrTypedArray(nrData* block, short offset, short stride) : nrArray(sizeof(T), block, offset, stride) {}
+  nrTypedArray(nrData* block, short blockOffset, short blockStride)
+      : nrArray(sizeof(T), block, blockOffset, blockStride) {}
   // Copies are owned arrays holding copies of the elements.
   nrTypedArray(const nrTypedArray& other) : nrArray(sizeof(T), other.count ? other.count : 1) { set(other); }
   nrTypedArray& operator=(const nrTypedArray& other) {

@@ -13,7 +13,7 @@ class nrAudio : public nrContainer {
   nrAudio() : nrAudio(getClassType()) {}
   explicit nrAudio(nrType* type);
 
-  void setDevice(const char* name) { setFieldValue(device, nrString(name), DEVICE); }
+  void setDevice(const char* deviceName) { setFieldValue(device, nrString(deviceName), DEVICE); }
   const char* getDevice() const { return device.getString(); }
   void setSampleRate(int hertz) { setFieldValue(sampleRate, hertz, SAMPLE_RATE); }
   int getSampleRate() const { return sampleRate; }

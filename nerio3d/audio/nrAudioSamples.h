@@ -13,7 +13,7 @@ class nrAudioSamples : public nrContainer {
   nrAudioSamples() : nrAudioSamples(getClassType()) {}
   explicit nrAudioSamples(nrType* type);
 
-  void setFileName(const char* name) { setFieldValue(fileName, nrString(name), FILE_NAME); }
+  void setFileName(const char* path) { setFieldValue(fileName, nrString(path), FILE_NAME); }
   const char* getFileName() const { return fileName.getString(); }
 
   // Decodes the file; 1 on success. This platform has no audio decoding:

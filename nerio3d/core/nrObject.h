@@ -14,7 +14,7 @@ class nrObject {
   NR_DECLARE_TYPE(nrObject)
 
   nrObject() : nrObject(getClassType()) {}
-  explicit nrObject(nrType* type) : flags(0), type(type) {}
+  explicit nrObject(nrType* typeOfClass) : flags(0), type(typeOfClass) {}
   virtual ~nrObject() = default;
   nrObject(const nrObject&) = delete;
   nrObject& operator=(const nrObject&) = delete;

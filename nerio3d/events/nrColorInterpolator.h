@@ -10,7 +10,7 @@ class nrColorInterpolator : public nrEngineIO<nrColorInterpolator, nrInterpolato
   NR_DECLARE_CONTAINER_TYPE(nrColorInterpolator)
 
   nrColorInterpolator() : nrColorInterpolator(getClassType()) {}
-  explicit nrColorInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrColorInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrVec3fArray& values) { setInputList(values); }
 

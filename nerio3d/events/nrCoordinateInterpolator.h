@@ -11,7 +11,7 @@ class nrCoordinateInterpolator : public nrEngineIO<nrCoordinateInterpolator, nrI
   NR_DECLARE_CONTAINER_TYPE(nrCoordinateInterpolator)
 
   nrCoordinateInterpolator() : nrCoordinateInterpolator(getClassType()) {}
-  explicit nrCoordinateInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrCoordinateInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrVec3fArray& values) { setInputList(values); }
 

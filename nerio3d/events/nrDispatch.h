@@ -10,7 +10,7 @@ class nrDispatch : public nrObject {
   typedef void (*Function)(nrDispatch*, nrObject*);
 
   nrDispatch() : nrDispatch(getClassType()) {}
-  explicit nrDispatch(nrType* type) : nrObject(type) {}
+  explicit nrDispatch(nrType* typeOfClass) : nrObject(typeOfClass) {}
 
   static void bindFunction(nrType* dispatchType, nrType* objectType, Function fn);
   // Calls the function resolved for this dispatcher's type and object's type;

@@ -27,8 +27,8 @@ class nrDragSensor : public nrPickSensor {
   }
 
  protected:
-  nrDragSensor(nrType* type, short autoOffsetField, short offsetField, short trackPointField, short outputField)
-      : nrPickSensor(type),
+  nrDragSensor(nrType* typeOfClass, short autoOffsetField, short offsetField, short trackPointField, short outputField)
+      : nrPickSensor(typeOfClass),
         autoOffsetIndex(autoOffsetField),
         offsetIndex(offsetField),
         trackPointIndex(trackPointField),

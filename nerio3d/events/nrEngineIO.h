@@ -23,7 +23,7 @@ class nrEngineIO : public Base {
   void getValue(Out& v) { v = getValue(); }
 
  protected:
-  explicit nrEngineIO(nrType* type) : Base(type) {
+  explicit nrEngineIO(nrType* typeOfClass) : Base(typeOfClass) {
     this->initFieldDefaults(Derived::getClassType());
     if (this->type == Derived::classType) this->initEngine();
   }

@@ -10,7 +10,7 @@ class nrMorphEng3f : public nrEngineIO<nrMorphEng3f, nrMorphEng, nrMFVec3f, nrMF
   NR_DECLARE_CONTAINER_TYPE(nrMorphEng3f)
 
   nrMorphEng3f() : nrMorphEng3f(getClassType()) {}
-  explicit nrMorphEng3f(nrType* type) : nrEngineIO(type) {}
+  explicit nrMorphEng3f(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setInput(const nrVec3fArray& values) { setInputList(values); }
 

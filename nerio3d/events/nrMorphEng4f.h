@@ -10,7 +10,7 @@ class nrMorphEng4f : public nrEngineIO<nrMorphEng4f, nrMorphEng, nrMFVec4f, nrMF
   NR_DECLARE_CONTAINER_TYPE(nrMorphEng4f)
 
   nrMorphEng4f() : nrMorphEng4f(getClassType()) {}
-  explicit nrMorphEng4f(nrType* type) : nrEngineIO(type) {}
+  explicit nrMorphEng4f(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setInput(const nrVec4fArray& values) { setInputList(values); }
 

@@ -11,7 +11,7 @@ class nrNormalInterpolator : public nrEngineIO<nrNormalInterpolator, nrInterpola
   NR_DECLARE_CONTAINER_TYPE(nrNormalInterpolator)
 
   nrNormalInterpolator() : nrNormalInterpolator(getClassType()) {}
-  explicit nrNormalInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrNormalInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrVec3fArray& values) { setInputList(values); }
 

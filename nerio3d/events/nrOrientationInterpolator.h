@@ -10,7 +10,7 @@ class nrOrientationInterpolator : public nrEngineIO<nrOrientationInterpolator, n
   NR_DECLARE_CONTAINER_TYPE(nrOrientationInterpolator)
 
   nrOrientationInterpolator() : nrOrientationInterpolator(getClassType()) {}
-  explicit nrOrientationInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrOrientationInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrRotationArray& values) { setInputList(values); }
 

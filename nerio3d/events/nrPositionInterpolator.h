@@ -10,7 +10,7 @@ class nrPositionInterpolator : public nrEngineIO<nrPositionInterpolator, nrInter
   NR_DECLARE_CONTAINER_TYPE(nrPositionInterpolator)
 
   nrPositionInterpolator() : nrPositionInterpolator(getClassType()) {}
-  explicit nrPositionInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrPositionInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrVec3fArray& values) { setInputList(values); }
 

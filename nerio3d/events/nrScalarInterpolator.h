@@ -10,7 +10,7 @@ class nrScalarInterpolator : public nrEngineIO<nrScalarInterpolator, nrInterpola
   NR_DECLARE_CONTAINER_TYPE(nrScalarInterpolator)
 
   nrScalarInterpolator() : nrScalarInterpolator(getClassType()) {}
-  explicit nrScalarInterpolator(nrType* type) : nrEngineIO(type) {}
+  explicit nrScalarInterpolator(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setKeyValue(const nrFloatArray& values) { setInputList(values); }
 

@@ -10,7 +10,7 @@ class nrSelectorEng3f : public nrEngineIO<nrSelectorEng3f, nrSelectorEng, nrMFVe
   NR_DECLARE_CONTAINER_TYPE(nrSelectorEng3f)
 
   nrSelectorEng3f() : nrSelectorEng3f(getClassType()) {}
-  explicit nrSelectorEng3f(nrType* type) : nrEngineIO(type) {}
+  explicit nrSelectorEng3f(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setInput(const nrVec3fArray& values) { setInputList(values); }
 

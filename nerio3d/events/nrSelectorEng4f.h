@@ -10,7 +10,7 @@ class nrSelectorEng4f : public nrEngineIO<nrSelectorEng4f, nrSelectorEng, nrMFVe
   NR_DECLARE_CONTAINER_TYPE(nrSelectorEng4f)
 
   nrSelectorEng4f() : nrSelectorEng4f(getClassType()) {}
-  explicit nrSelectorEng4f(nrType* type) : nrEngineIO(type) {}
+  explicit nrSelectorEng4f(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setInput(const nrVec4fArray& values) { setInputList(values); }
 

@@ -11,7 +11,7 @@ class nrTransformEng3f : public nrEngineIO<nrTransformEng3f, nrTransformEng, nrM
   NR_DECLARE_CONTAINER_TYPE(nrTransformEng3f)
 
   nrTransformEng3f() : nrTransformEng3f(getClassType()) {}
-  explicit nrTransformEng3f(nrType* type) : nrEngineIO(type) {}
+  explicit nrTransformEng3f(nrType* typeOfClass) : nrEngineIO(typeOfClass) {}
 
   void setInput(const nrVec3fArray& values) { setInputList(values); }
 

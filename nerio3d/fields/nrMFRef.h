@@ -83,8 +83,8 @@ class nrMFRef : public nrMField {
 
 class nrMFRefInfo : public nrRefInfo {
  public:
-  nrMFRefInfo(const char* name, short index, nrType* requiredType, nrRefArray nrContainer::*member)
-      : nrRefInfo(name, index, nrMFRef::getClassType(), requiredType), storage(member) {}
+  nrMFRefInfo(const char* fieldName, short fieldIndex, nrType* referencedType, nrRefArray nrContainer::*member)
+      : nrRefInfo(fieldName, fieldIndex, nrMFRef::getClassType(), referencedType), storage(member) {}
 
   using nrFieldInfo::write;
   nrField* instantiate(nrContainer* owner) override { return new nrMFRef(owner, getIndex()); }

@@ -15,7 +15,7 @@ class nrMField : public nrField {
   nrType* getType() const override { return getClassType(); }
 
  protected:
-  nrMField(nrContainer* owner, short index) : nrField(owner, index) {}
+  nrMField(nrContainer* owner, short fieldIndex) : nrField(owner, fieldIndex) {}
 };
 
 template <typename Field>
@@ -117,7 +117,7 @@ class nrMFieldOf : public nrMField {
   }
 
  protected:
-  nrMFieldOf(nrContainer* owner, short index);
+  nrMFieldOf(nrContainer* owner, short fieldIndex);
   ~nrMFieldOf() override {
     if (!getFieldInfo()->hasStorage()) delete value;
   }
@@ -136,8 +136,8 @@ class nrMFInfo : public nrFieldInfo {
  public:
   typedef typename Field::Array A;
 
-  nrMFInfo(const char* name, short index, A nrContainer::*member)
-      : nrFieldInfo(name, index, Field::getClassType()), storage(member) {}
+  nrMFInfo(const char* fieldName, short fieldIndex, A nrContainer::*member)
+      : nrFieldInfo(fieldName, fieldIndex, Field::getClassType()), storage(member) {}
 
   using nrFieldInfo::write;
   nrField* instantiate(nrContainer* owner) override { return new Field(owner, getIndex()); }
@@ -161,21 +161,21 @@ class nrMFInfo : public nrFieldInfo {
 };
 
 template <typename Field, typename A>
-nrMFieldOf<Field, A>::nrMFieldOf(nrContainer* owner, short index) : nrMField(owner, index) {
+nrMFieldOf<Field, A>::nrMFieldOf(nrContainer* owner, short fieldIndex) : nrMField(owner, fieldIndex) {
   Info* info = static_cast<Info*>(getFieldInfo());
   value = info->hasStorage() ? &(owner->*info->getStorage()) : new A;
 }
 
 // Declares multi-valued field class Class over array type A, and Class##Info.
-#define NR_MFIELD_KIND(Class, A)                                          \
-  class Class : public nrMFieldOf<Class, A> {                             \
-    NR_DECLARE_TYPE(Class)                                                \
-    nrType* getType() const override { return getClassType(); }           \
-                                                                          \
-   protected:                                                             \
-    friend class nrMFInfo<Class>;                                         \
-    Class(nrContainer* owner, short index) : nrMFieldOf(owner, index) {}  \
-  };                                                                      \
+#define NR_MFIELD_KIND(Class, A)                                                   \
+  class Class : public nrMFieldOf<Class, A> {                                      \
+    NR_DECLARE_TYPE(Class)                                                         \
+    nrType* getType() const override { return getClassType(); }                    \
+                                                                                   \
+   protected:                                                                      \
+    friend class nrMFInfo<Class>;                                                  \
+    Class(nrContainer* owner, short fieldIndex) : nrMFieldOf(owner, fieldIndex) {} \
+  };                                                                               \
   typedef nrMFInfo<Class> Class##Info;
 
 NR_MFIELD_KIND(nrMFByte, nrByteArray)

@@ -8,8 +8,8 @@
 // What the two reference descriptors share: the type referenced containers must have.
 class nrRefInfo : public nrFieldInfo {
  public:
-  nrRefInfo(const char* name, short index, nrType* fieldType, nrType* requiredType)
-      : nrFieldInfo(name, index, fieldType), requiredType(requiredType) {}
+  nrRefInfo(const char* fieldName, short fieldIndex, nrType* fieldKind, nrType* referencedType)
+      : nrFieldInfo(fieldName, fieldIndex, fieldKind), requiredType(referencedType) {}
 
   nrType* getRequiredType() const { return requiredType; }
   // True when value may be stored; otherwise prints the "Bad type" line for operation.
@@ -57,8 +57,8 @@ class nrSFRef : public nrField {
 
 class nrSFRefInfo : public nrRefInfo {
  public:
-  nrSFRefInfo(const char* name, short index, nrType* requiredType, nrContainer* nrContainer::*member)
-      : nrRefInfo(name, index, nrSFRef::getClassType(), requiredType), storage(member) {}
+  nrSFRefInfo(const char* fieldName, short fieldIndex, nrType* referencedType, nrContainer* nrContainer::*member)
+      : nrRefInfo(fieldName, fieldIndex, nrSFRef::getClassType(), referencedType), storage(member) {}
 
   using nrFieldInfo::write;
   nrField* instantiate(nrContainer* owner) override { return new nrSFRef(owner, getIndex()); }

@@ -100,7 +100,7 @@ class nrSFieldOf : public nrField {
   }
 
  protected:
-  nrSFieldOf(nrContainer* owner, short index);
+  nrSFieldOf(nrContainer* owner, short fieldIndex);
   ~nrSFieldOf() override {
     if (!getFieldInfo()->hasStorage()) delete value;
   }
@@ -116,8 +116,8 @@ class nrSFInfo : public nrFieldInfo {
   typedef typename Field::Value T;
   typedef typename Field::Param Param;
 
-  nrSFInfo(const char* name, short index, Param defaultValue, T nrContainer::*member)
-      : nrFieldInfo(name, index, Field::getClassType()), storage(member), defaultValue(defaultValue) {}
+  nrSFInfo(const char* fieldName, short fieldIndex, Param fieldDefault, T nrContainer::*member)
+      : nrFieldInfo(fieldName, fieldIndex, Field::getClassType()), storage(member), defaultValue(fieldDefault) {}
 
   using nrFieldInfo::write;
   nrField* instantiate(nrContainer* owner) override { return new Field(owner, getIndex()); }
@@ -141,21 +141,21 @@ class nrSFInfo : public nrFieldInfo {
 };
 
 template <typename Field, typename T>
-nrSFieldOf<Field, T>::nrSFieldOf(nrContainer* owner, short index) : nrField(owner, index) {
+nrSFieldOf<Field, T>::nrSFieldOf(nrContainer* owner, short fieldIndex) : nrField(owner, fieldIndex) {
   Info* info = static_cast<Info*>(getFieldInfo());
   value = info->hasStorage() ? &(owner->*info->getStorage()) : new T(info->getDefault());
 }
 
 // Declares single-valued field class Class over value type T, and Class##Info.
-#define NR_SFIELD_KIND(Class, T)                                           \
-  class Class : public nrSFieldOf<Class, T> {                              \
-    NR_DECLARE_TYPE(Class)                                                 \
-    nrType* getType() const override { return getClassType(); }            \
-                                                                           \
-   protected:                                                              \
-    friend class nrSFInfo<Class>;                                          \
-    Class(nrContainer* owner, short index) : nrSFieldOf(owner, index) {}   \
-  };                                                                       \
+#define NR_SFIELD_KIND(Class, T)                                                   \
+  class Class : public nrSFieldOf<Class, T> {                                      \
+    NR_DECLARE_TYPE(Class)                                                         \
+    nrType* getType() const override { return getClassType(); }                    \
+                                                                                   \
+   protected:                                                                      \
+    friend class nrSFInfo<Class>;                                                  \
+    Class(nrContainer* owner, short fieldIndex) : nrSFieldOf(owner, fieldIndex) {} \
+  };                                                                               \
   typedef nrSFInfo<Class> Class##Info;
 
 NR_SFIELD_KIND(nrSFUByte, unsigned char)
@@ -187,6 +187,6 @@ class nrSFEnum : public nrSFieldOf<nrSFEnum, int> {
 
  protected:
   friend class nrSFInfo<nrSFEnum>;
-  nrSFEnum(nrContainer* owner, short index) : nrSFieldOf(owner, index) {}
+  nrSFEnum(nrContainer* owner, short fieldIndex) : nrSFieldOf(owner, fieldIndex) {}
 };
 typedef nrSFInfo<nrSFEnum> nrSFEnumInfo;

@@ -65,9 +65,12 @@ class nrArraySet : public Base {
   // Empty, with count elements (all zero), or over the interleaved data of
   // block; a view uses every whole element the block holds at its stride, so
   // the set is ready to draw.
-  explicit nrArraySet(nrType* type) : Base(type) { this->initFieldDefaults(Derived::getClassType()); }
-  nrArraySet(nrType* type, int count) : nrArraySet(type) { array.setCount(count > 0 ? unsigned(count) : 0); }
-  nrArraySet(nrType* type, nrData* block, short offset, short stride) : Base(type), array(block, offset, stride) {
+  explicit nrArraySet(nrType* typeOfClass) : Base(typeOfClass) { this->initFieldDefaults(Derived::getClassType()); }
+  nrArraySet(nrType* typeOfClass, int count) : nrArraySet(typeOfClass) {
+    array.setCount(count > 0 ? unsigned(count) : 0);
+  }
+  nrArraySet(nrType* typeOfClass, nrData* block, short offset, short stride)
+      : Base(typeOfClass), array(block, offset, stride) {
     this->initFieldDefaults(Derived::getClassType());
     unsigned size = array.getElementSize();
     if (block && stride > 0 && offset >= 0 && block->getSize() >= unsigned(offset) + size)
@@ -76,11 +79,11 @@ class nrArraySet : public Base {
   ~nrArraySet() { this->destroyFieldContents(Derived::getClassType()); }
 
   // The stream of the array for drawing, its fields brought up to date first.
-  void fillGLAttr(nrGLAttr& attr, GLenum type, short size, nrGLAttr::SendFunc send) {
+  void fillGLAttr(nrGLAttr& attr, GLenum glType, short size, nrGLAttr::SendFunc send) {
     this->validateField(ARRAY_FIELD);
     attr.data = static_cast<const unsigned char*>(array.getElements());
     attr.index = nullptr;
-    attr.type = type;
+    attr.type = glType;
     attr.stride = static_cast<short>(array.getStride());
     attr.size = size;
     attr.send = send;

@@ -7,7 +7,7 @@
 class nrColorSet : public nrContainer {
   NR_DECLARE_TYPE(nrColorSet)
 
-  explicit nrColorSet(nrType* type) : nrContainer(type) {}
+  explicit nrColorSet(nrType* typeOfClass) : nrContainer(typeOfClass) {}
 
   // The set's stream for drawing, its fields brought up to date first.
   virtual void getGLAttr(nrGLAttr& attr) = 0;

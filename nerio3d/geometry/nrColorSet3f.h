@@ -10,7 +10,7 @@ class nrColorSet3f : public nrArraySet<nrColorSet3f, nrColorSet, nrVec3fArray> {
   nrColorSet3f() : nrArraySet(getClassType()) {}
   explicit nrColorSet3f(int count) : nrArraySet(getClassType(), count) {}
   nrColorSet3f(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrColorSet3f(nrType* type) : nrArraySet(type) {}
+  explicit nrColorSet3f(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_FLOAT, 3, nrGLAttr::color3f); }
 };

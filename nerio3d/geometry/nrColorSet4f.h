@@ -10,7 +10,7 @@ class nrColorSet4f : public nrArraySet<nrColorSet4f, nrColorSet, nrVec4fArray> {
   nrColorSet4f() : nrArraySet(getClassType()) {}
   explicit nrColorSet4f(int count) : nrArraySet(getClassType(), count) {}
   nrColorSet4f(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrColorSet4f(nrType* type) : nrArraySet(type) {}
+  explicit nrColorSet4f(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_FLOAT, 4, nrGLAttr::color4f); }
 };

@@ -7,7 +7,7 @@
 class nrCoordSet : public nrContainer {
   NR_DECLARE_TYPE(nrCoordSet)
 
-  explicit nrCoordSet(nrType* type) : nrContainer(type) {}
+  explicit nrCoordSet(nrType* typeOfClass) : nrContainer(typeOfClass) {}
 
   // The set's stream for drawing, its fields brought up to date first.
   virtual void getGLAttr(nrGLAttr& attr) = 0;

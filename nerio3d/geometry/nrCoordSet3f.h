@@ -10,7 +10,7 @@ class nrCoordSet3f : public nrArraySet<nrCoordSet3f, nrCoordSet, nrVec3fArray> {
   nrCoordSet3f() : nrArraySet(getClassType()) {}
   explicit nrCoordSet3f(int count) : nrArraySet(getClassType(), count) {}
   nrCoordSet3f(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrCoordSet3f(nrType* type) : nrArraySet(type) {}
+  explicit nrCoordSet3f(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_FLOAT, 3, nrGLAttr::vertex3f); }
 };

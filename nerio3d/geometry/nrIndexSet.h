@@ -9,5 +9,5 @@ class nrIndexSet : public nrArraySet<nrIndexSet, nrContainer, nrIntArray> {
 
   nrIndexSet() : nrArraySet(getClassType()) {}
   explicit nrIndexSet(int count) : nrArraySet(getClassType(), count) {}
-  explicit nrIndexSet(nrType* type) : nrArraySet(type) {}
+  explicit nrIndexSet(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 };

@@ -36,7 +36,7 @@ class nrLengthGeoSet : public nrGeoSet {
   }
 
  protected:
-  explicit nrLengthGeoSet(nrType* type) : nrGeoSet(type) {}
+  explicit nrLengthGeoSet(nrType* typeOfClass) : nrGeoSet(typeOfClass) {}
 
   // Replaces an integer list field's values and reports the change.
   void setList(nrIntArray& list, int count, const int* values, short index) {

@@ -7,7 +7,7 @@
 class nrNormalSet : public nrContainer {
   NR_DECLARE_TYPE(nrNormalSet)
 
-  explicit nrNormalSet(nrType* type) : nrContainer(type) {}
+  explicit nrNormalSet(nrType* typeOfClass) : nrContainer(typeOfClass) {}
 
   // The set's stream for drawing, its fields brought up to date first.
   virtual void getGLAttr(nrGLAttr& attr) = 0;

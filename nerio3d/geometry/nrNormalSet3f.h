@@ -10,7 +10,7 @@ class nrNormalSet3f : public nrArraySet<nrNormalSet3f, nrNormalSet, nrVec3fArray
   nrNormalSet3f() : nrArraySet(getClassType()) {}
   explicit nrNormalSet3f(int count) : nrArraySet(getClassType(), count) {}
   nrNormalSet3f(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrNormalSet3f(nrType* type) : nrArraySet(type) {}
+  explicit nrNormalSet3f(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_FLOAT, 3, nrGLAttr::normal3f); }
 };

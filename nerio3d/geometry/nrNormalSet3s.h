@@ -10,7 +10,7 @@ class nrNormalSet3s : public nrArraySet<nrNormalSet3s, nrNormalSet, nrVec3sArray
   nrNormalSet3s() : nrArraySet(getClassType()) {}
   explicit nrNormalSet3s(int count) : nrArraySet(getClassType(), count) {}
   nrNormalSet3s(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrNormalSet3s(nrType* type) : nrArraySet(type) {}
+  explicit nrNormalSet3s(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_SHORT, 3, nrGLAttr::normal3s); }
 };

@@ -7,7 +7,7 @@
 class nrTexCoordSet : public nrContainer {
   NR_DECLARE_TYPE(nrTexCoordSet)
 
-  explicit nrTexCoordSet(nrType* type) : nrContainer(type) {}
+  explicit nrTexCoordSet(nrType* typeOfClass) : nrContainer(typeOfClass) {}
 
   // The set's stream for drawing, its fields brought up to date first.
   virtual void getGLAttr(nrGLAttr& attr) = 0;

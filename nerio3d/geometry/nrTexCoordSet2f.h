@@ -10,7 +10,7 @@ class nrTexCoordSet2f : public nrArraySet<nrTexCoordSet2f, nrTexCoordSet, nrVec2
   nrTexCoordSet2f() : nrArraySet(getClassType()) {}
   explicit nrTexCoordSet2f(int count) : nrArraySet(getClassType(), count) {}
   nrTexCoordSet2f(nrData* block, short offset, short stride) : nrArraySet(getClassType(), block, offset, stride) {}
-  explicit nrTexCoordSet2f(nrType* type) : nrArraySet(type) {}
+  explicit nrTexCoordSet2f(nrType* typeOfClass) : nrArraySet(typeOfClass) {}
 
   void getGLAttr(nrGLAttr& attr) override { fillGLAttr(attr, GL_FLOAT, 2, nrGLAttr::texCoord2f); }
 };

@@ -42,11 +42,11 @@ class nrFrustum {
   void getFar(nrVec3f* ll, nrVec3f* lr, nrVec3f* ur, nrVec3f* ul) const { getFar(*ll, *lr, *ur, *ul); }
   // The extents of the near rectangle and the two distances: the six numbers
   // of glFrustum and glOrtho.
-  void getDiagCorners(float* left, float* right, float* bottom, float* top, float* nearDist,
-                      float* farDist) const;
-  void getDiagCorners(float& left, float& right, float& bottom, float& top, float& nearDist,
-                      float& farDist) const {
-    getDiagCorners(&left, &right, &bottom, &top, &nearDist, &farDist);
+  void getDiagCorners(float* nearLeft, float* nearRight, float* nearBottom, float* nearTop, float* nearDistance,
+                      float* farDistance) const;
+  void getDiagCorners(float& nearLeft, float& nearRight, float& nearBottom, float& nearTop, float& nearDistance,
+                      float& farDistance) const {
+    getDiagCorners(&nearLeft, &nearRight, &nearBottom, &nearTop, &nearDistance, &farDistance);
   }
   void getCenter(float* x, float* y) const;
   const nrPlane& getPlane(int which) const { return planes[which]; }

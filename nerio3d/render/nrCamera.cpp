@@ -74,15 +74,16 @@ void nrCamera::copy(nrContainer* from, nrCloneTable* table) {
   frustum.copy(&source->frustum);
 }
 
-void nrCamera::addClipAspectFields(nrType* type, short first, float nrContainer::*nearClip, float nrContainer::*farClip,
-                                   int nrContainer::*aspectMode, float nrContainer::*aspectRatio) {
-  nrSFFloat::addTypeField(type, "nearClip", first, 1.0f, nearClip);
-  nrSFFloat::addTypeField(type, "farClip", first + 1, 1000.0f, farClip);
-  nrSFEnum::addTypeField(type, "aspectMode", first + 2, nrFrustum::FREE_ASPECT, aspectMode);
-  nrSFFloat::addTypeField(type, "aspectRatio", first + 3, 1.0f, aspectRatio);
+void nrCamera::addClipAspectFields(nrType* cameraType, short first, float nrContainer::*nearClip,
+                                   float nrContainer::*farClip, int nrContainer::*aspectMode,
+                                   float nrContainer::*aspectRatio) {
+  nrSFFloat::addTypeField(cameraType, "nearClip", first, 1.0f, nearClip);
+  nrSFFloat::addTypeField(cameraType, "farClip", first + 1, 1000.0f, farClip);
+  nrSFEnum::addTypeField(cameraType, "aspectMode", first + 2, nrFrustum::FREE_ASPECT, aspectMode);
+  nrSFFloat::addTypeField(cameraType, "aspectRatio", first + 3, 1.0f, aspectRatio);
   const char* names[] = {"FREE_ASPECT", "FIXED_HEIGHT_ASPECT", "FIXED_WIDTH_ASPECT"};
   const int values[] = {nrFrustum::FREE_ASPECT, nrFrustum::FIXED_HEIGHT_ASPECT, nrFrustum::FIXED_WIDTH_ASPECT};
-  type->defineEnums(first + 2, 3, names, values);
+  cameraType->defineEnums(first + 2, 3, names, values);
 }
 
 bool nrCamera::clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio) {

@@ -66,8 +66,8 @@ class nrCamera : public nrContainer {
   // cameras share, registered from index first on: nearClip, farClip,
   // aspectMode, aspectRatio.
   template <typename C>
-  static void addClipAspectFields(nrType* type, short first, float C::*nearClip, float C::*farClip, int C::*aspectMode,
-                                  float C::*aspectRatio);
+  static void addClipAspectFields(nrType* cameraType, short first, float C::*nearClip, float C::*farClip,
+                                  int C::*aspectMode, float C::*aspectRatio);
   // Hands the field at offset (0 to 3) of those four to the frustum; false for
   // any other offset.
   bool clipAspectChanged(int offset, float nearClip, float farClip, int aspectMode, float aspectRatio);
@@ -81,14 +81,15 @@ class nrCamera : public nrContainer {
   // One action serves every camera's picks.
   static nrIsectAction* sharedIsect;
 
-  static void addClipAspectFields(nrType* type, short first, float nrContainer::*nearClip, float nrContainer::*farClip,
-                                  int nrContainer::*aspectMode, float nrContainer::*aspectRatio);
+  static void addClipAspectFields(nrType* cameraType, short first, float nrContainer::*nearClip,
+                                  float nrContainer::*farClip, int nrContainer::*aspectMode,
+                                  float nrContainer::*aspectRatio);
 };
 
 template <typename C>
-void nrCamera::addClipAspectFields(nrType* type, short first, float C::*nearClip, float C::*farClip, int C::*aspectMode,
-                                   float C::*aspectRatio) {
-  addClipAspectFields(type, first, static_cast<float nrContainer::*>(nearClip),
+void nrCamera::addClipAspectFields(nrType* cameraType, short first, float C::*nearClip, float C::*farClip,
+                                   int C::*aspectMode, float C::*aspectRatio) {
+  addClipAspectFields(cameraType, first, static_cast<float nrContainer::*>(nearClip),
                       static_cast<float nrContainer::*>(farClip), static_cast<int nrContainer::*>(aspectMode),
                       static_cast<float nrContainer::*>(aspectRatio));
 }

@@ -13,7 +13,7 @@ class nrFog : public nrNode {
   enum { ON_FIELD = 2, MODE_FIELD, DENSITY_FIELD, START_FIELD, END_FIELD, INDEX_FIELD, COLOR_FIELD };
 
   nrFog() : nrFog(getClassType()) {}
-  explicit nrFog(nrType* type) : nrNode(type) { initFieldDefaults(classType); }
+  explicit nrFog(nrType* typeOfClass) : nrNode(typeOfClass) { initFieldDefaults(classType); }
 
   void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
   unsigned char getOn() { return getFieldValue(on, ON_FIELD); }

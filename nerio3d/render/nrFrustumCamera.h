@@ -7,7 +7,7 @@ class nrFrustumCamera : public nrCamera {
   NR_DECLARE_CONTAINER_TYPE(nrFrustumCamera)
 
   nrFrustumCamera() : nrFrustumCamera(getClassType()) {}
-  explicit nrFrustumCamera(nrType* type) : nrCamera(type) {}
+  explicit nrFrustumCamera(nrType* typeOfClass) : nrCamera(typeOfClass) {}
 
   // Copies f (through its virtual copy) into the camera's own frustum.
   void setFrustum(nrFrustum* f) {

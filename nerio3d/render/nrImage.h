@@ -33,8 +33,8 @@ class nrImage : public nrContainer {
 
   // A new file name marks the image for loading: load() runs before the
   // pixels are next used. Pixels set afterwards are the image instead.
-  void setFileName(const nrString& name) { setFieldValue(fileName, name, FILE_NAME_FIELD); }
-  void getFileName(nrString& name) const { name = fileName; }
+  void setFileName(const nrString& path) { setFieldValue(fileName, path, FILE_NAME_FIELD); }
+  void getFileName(nrString& path) const { path = fileName; }
   const nrString& getFileName() const { return fileName; }
   void setWidth(int w) { setFieldValue(width, w, WIDTH_FIELD); }
   int getWidth() const { return width; }
@@ -44,7 +44,9 @@ class nrImage : public nrContainer {
     setFieldValue(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD);
   }
   MemoryFormatEnum getMemoryFormat() const { return static_cast<MemoryFormatEnum>(memoryFormat); }
-  void setMemoryType(MemoryTypeEnum type) { setFieldValue(memoryType, static_cast<int>(type), MEMORY_TYPE_FIELD); }
+  void setMemoryType(MemoryTypeEnum componentType) {
+    setFieldValue(memoryType, static_cast<int>(componentType), MEMORY_TYPE_FIELD);
+  }
   MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(memoryType); }
   // Copies count bytes of pixel data: rows bottom first, tightly packed.
   void setPixels(const void* data, unsigned count);

@@ -65,9 +65,9 @@ class nrMaterial : public nrContainer {
   short getDiffuseIndex() { return getFieldValue(diffuseIndex, DIFFUSE_INDEX); }
   void setSpecularIndex(short index) { setFieldValue(specularIndex, index, SPECULAR_INDEX); }
   short getSpecularIndex() { return getFieldValue(specularIndex, SPECULAR_INDEX); }
-  void setShininess(float shininess) { setFieldValue(this->shininess, shininess, SHININESS); }
+  void setShininess(float amount) { setFieldValue(shininess, amount, SHININESS); }
   float getShininess() { return getFieldValue(shininess, SHININESS); }
-  void setTransparency(float transparency) { setFieldValue(this->transparency, transparency, TRANSPARENCY); }
+  void setTransparency(float amount) { setFieldValue(transparency, amount, TRANSPARENCY); }
   float getTransparency() { return getFieldValue(transparency, TRANSPARENCY); }
 
   // Without the ambient colour, which the intensity and the diffuse colour

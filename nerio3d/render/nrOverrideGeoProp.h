@@ -9,7 +9,7 @@ class nrOverrideGeoProp : public nrObject {
   NR_DECLARE_TYPE(nrOverrideGeoProp)
 
   nrOverrideGeoProp() : nrOverrideGeoProp(getClassType()) {}
-  explicit nrOverrideGeoProp(nrType* type) : nrObject(type) {}
+  explicit nrOverrideGeoProp(nrType* typeOfClass) : nrObject(typeOfClass) {}
 
   // Each setter also sets the element's bit in the override mask.
   void setCullFace(nrContext::CullFaceEnum face);

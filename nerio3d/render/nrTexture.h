@@ -75,7 +75,7 @@ class nrTexture : public nrContainer {
   // A name other than the one last loaded loads that image file as level 0
   // (resampled up to powers of two); a failure leaves the levels as they were.
   void setFileName(const nrString& name);
-  void getFileName(nrString& name) const { name = getFileName(); }
+  void getFileName(nrString& path) const { path = getFileName(); }
   const nrString& getFileName() const { return getFieldValue(fileName, FILE_NAME_FIELD); }
   void setFormat(FormatEnum format);
   FormatEnum getFormat() const { return static_cast<FormatEnum>(getFieldValue(format, FORMAT_FIELD)); }

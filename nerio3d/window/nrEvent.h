@@ -40,7 +40,7 @@ class nrEvent : public nrObject {
   enum ModifierEnum { SHIFT_MODIFIER = 1, CTRL_MODIFIER = 2, ALT_MODIFIER = 4 };
 
   nrEvent() : nrEvent(getClassType()) {}
-  explicit nrEvent(nrType* type) : nrObject(type) {}
+  explicit nrEvent(nrType* typeOfClass) : nrObject(typeOfClass) {}
 
   int kind = 0;
   int key = 0;

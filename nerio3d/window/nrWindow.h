@@ -114,8 +114,8 @@ class nrWindow : public nrObject {
   // makes it current and its context current. A null title makes a window
   // without decorations. Without an X display (a message says so) the object
   // has no window, no context, and is not listed.
-  explicit nrWindow(const char* title) : nrWindow(title, getClassType()) {}
-  nrWindow(const char* title, nrType* type);
+  explicit nrWindow(const char* windowTitle) : nrWindow(windowTitle, getClassType()) {}
+  nrWindow(const char* windowTitle, nrType* type);
   ~nrWindow() override;
 
   // Decorations on and the title set; null turns decorations off. On the
