@@ -634,8 +634,8 @@ void nrContext::drawApp(nrAppearance* app, unsigned char force) {
 }
 
 void nrContext::pushState() {
-  // Nothing guards the sixteen levels: a push past them is refused, and the pop
-  // that matches it undoes nothing, so pushes and pops stay paired.
+  // A push past the sixteen levels is refused, and the pop that matches it
+  // undoes nothing, so pushes and pops stay paired.
   if (depth == STACK_DEPTH - 1) {
     ++refusedStatePushes;
     return;
@@ -704,8 +704,8 @@ int nrContext::getLightTarget(nrLight* light, const nrMatrix4f& matrix, int& sam
     if (!slots[i].light) target = i;
   for (int i = LIGHT_SLOTS - 1; i >= 0 && target < 0; --i)
     if (!slots[i].enabled) target = i;
-  // Nothing guards a ninth light when all eight slots hold enabled lights: it
-  // gets no slot, and the lights already placed keep theirs.
+  // A ninth light while all eight slots hold enabled lights gets no slot (-1):
+  // the lights already placed keep theirs.
   if (target < 0) return -1;
 
   LightSlot& slot = slots[target];
