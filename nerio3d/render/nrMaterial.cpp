@@ -60,6 +60,9 @@ void nrMaterial::write(nrOutput* out) {
                     SPECULAR_INDEX, SHININESS, TRANSPARENCY});
 }
 
+// The ambient colour is the ambient intensity times the diffuse colour; a set
+// ambient colour keeps its value and gives the intensity of its projection on
+// the diffuse colour (0 on a black diffuse colour).
 void nrMaterial::fieldChanged(short index) {
   if (index == AMBIENT_INTENSITY || index == DIFFUSE_COLOR) {
     ambientColor.scale(ambientIntensity, diffuseColor);
