@@ -799,6 +799,8 @@ void nrGeoSet::setBPCullDelta(nrFloatArray* thresholds) {
   bpcDelta = thresholds;
 }
 
+// One entry per drawable primitive, walked by getPrimLen; primitives the data
+// cannot draw get none and are never culled.
 void nrGeoSet::buildBPCullData() {
   if (!bpcPoint) bpcPoint = new nrVec3fArray;
   if (!bpcCenter) bpcCenter = new nrVec3fArray;
