@@ -15,6 +15,8 @@ namespace {
 enum : unsigned char { SPACE = 1, DIGIT = 2, XDIGIT = 4, IDENT = 8, NODE_NAME = 16 };
 
 // Classes of every byte in the C locale, whatever locale the program sets.
+// Bytes above 127 are neither letters nor controls there: they may stand in
+// node names (so UTF-8 names read whole) but never in identifiers.
 struct CharClasses {
   unsigned char bits[256];
   constexpr CharClasses() : bits() {
