@@ -169,6 +169,8 @@ void vlGeom::computeNorms(nrIndexedFaceSet* set, float creaseAngle) {
   auto coordOf = [&](int k) { return reinterpret_cast<const float*>(coords.data + coords.stride * index[k]); };
   for (int f = 0, k = 0; f < faces; ++f) {
     int len = lengths[f];
+    // A face with fewer than three corners has no plane: its normal stays zero,
+    // which adds nothing to the averages it joins.
     if (len >= 3) {
       const float *p0 = coordOf(k), *p1 = coordOf(k + 1), *p2 = coordOf(k + 2);
       float a[3] = {p1[0] - p0[0], p1[1] - p0[1], p1[2] - p0[2]};

@@ -102,6 +102,18 @@ TEST(vlGeom, AWideCreaseSmoothsAllButExactlyOppositeFaces) {
   EXPECT_TRUE(near(corners[8], nrVec3f(0, 0, -1)));
 }
 
+TEST(vlGeom, FacesWithoutAPlaneLeaveTheirNeighboursNormalsWhole) {
+  // A two-corner face seen first at the triangle's corners 0 and 1.
+  for (float crease : {0.0f, 3.14159265f}) {
+    FaceSet s({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, -1, 0, 1, 2, -1});
+    vlGeom::computeNorms(s.set, crease);
+    std::vector<nrVec3f> corners = s.cornerNormals();
+    ASSERT_EQ(corners.size(), 5u);
+    for (int k = 2; k < 5; ++k) EXPECT_TRUE(near(corners[k], nrVec3f(0, 0, 1))) << crease << " " << k;
+    EXPECT_EQ(corners[0], crease > 0 ? nrVec3f(0, 0, 1) : nrVec3f(0, 0, 0)) << crease;
+  }
+}
+
 TEST(vlGeom, AnIndexPastTheCoordinatesIsReportedAndNothingIsAttached) {
   FaceSet s({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 9});
   EXPECT_EQ(nrtest::captureStderr([&] { vlGeom::computeNorms(s.set, 0); }),
