@@ -1,5 +1,7 @@
 #include "nerio3d/geometry/nrBox.h"
 
+#include <cmath>
+
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/render/nrContext.h"
@@ -78,7 +80,7 @@ int nrBox::isect(nrIsectAction* action) {
     const float* n = faces[f][0];
     float reach = 0;
     for (int i = 0; i < 3; ++i)
-      if (n[i] != 0 && size[i] > 0) reach = (p[i] - center[i]) * n[i] / (size[i] * 0.5f);
+      if (n[i] != 0 && size[i] != 0) reach = (p[i] - center[i]) * n[i] / (std::fabs(size[i]) * 0.5f);
     if (reach > best) {
       best = reach;
       face = f;

@@ -2,6 +2,8 @@
 // as set or recomputed from the contents, and the drawing and picking entries.
 #pragma once
 
+#include <cmath>
+
 #include "nerio3d/fields/nrContainer.h"
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrSeg.h"
@@ -99,9 +101,11 @@ class nrGeometry : public nrContainer {
   // The context drawn into: the action's, else the thread's current one.
   static nrContext* contextOf(nrDrawAction* action);
   // The box of half-extents half around center.
+  // A negative extent draws the solid mirrored: the box holds it all the same.
   static void boxAround(nrBoxBound& box, const nrVec3f& center, const nrVec3f& half) {
-    box.min.sub(center, half);
-    box.max.add(center, half);
+    nrVec3f extent(std::fabs(half[0]), std::fabs(half[1]), std::fabs(half[2]));
+    box.min.sub(center, extent);
+    box.max.add(center, extent);
   }
   // Solids carry no colours: colour material is switched off, and they are
   // culled like sets that leave the cull face to the application (recording off).

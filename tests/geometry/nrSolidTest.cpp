@@ -110,7 +110,7 @@ TEST_F(Solid, UnitTessellationsFaceOutwardWithTheirNormalsAndMapTextures) {
 
 TEST_F(Solid, BoundsComeFromTheFieldsNamedAsTheSceneReaderSetsThem) {
   nrBox* box = make<nrBox>();
-  box->setSize(2, 4, 6);
+  box->setSize(2, -4, 6);  // drawn mirrored, bounded all the same
   box->setCenter(1, 0, 0);
   nrCone* cone = make<nrCone>();
   cone->setBottomRadius(3);
@@ -138,6 +138,8 @@ TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
   nrSphere* sphere = make<nrSphere>();
   sphere->setRadius(2);
   nrBox* box = make<nrBox>();
+  nrBox* mirrored = make<nrBox>();
+  mirrored->setSize(-2, 2, 2);
   const struct { nrGeometry* solid; nrVec3f from, to; bool hits; nrVec3f point, normal; } cases[] = {
       {sphere, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 2}, {0, 0, 1}},
       {sphere, {2.1f, 0, 5}, {2.1f, 0, -5}, false, {}, {}},
@@ -148,6 +150,7 @@ TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
       {cone, {0, -5, 0.5f}, {0, 5, 0.5f}, true, {0, -1, 0.5f}, {0, -1, 0}},
       {box, {5, 0.5f, 0.5f}, {-5, 0.5f, 0.5f}, true, {1, 0.5f, 0.5f}, {1, 0, 0}},
       {box, {3, 3, 0}, {-3, -3, 0}, true, {1, 1, 0}, {0, 0, 0}},  // an edge: no one normal
+      {mirrored, {5, 0.5f, 0.5f}, {-5, 0.5f, 0.5f}, true, {1, 0.5f, 0.5f}, {1, 0, 0}},
   };
   for (const auto& c : cases) {
     nrShape* shape = shapeOf(c.solid);
