@@ -6,7 +6,7 @@
 NR_DEFINE_TYPE(nrCompileAction, nrAction, "CompileAction") {}
 
 nrCompileAction::nrCompileAction(nrType* type)
-    : nrAction(type), context(nullptr), drawAction(new nrDrawAction), reserved(0) {
+    : nrAction(type), context(nullptr), drawAction(new nrDrawAction) {
   drawAction->ref();
 }
 

@@ -26,5 +26,4 @@ class nrCompileAction : public nrAction {
  protected:
   nrContext* context;
   nrDrawAction* drawAction;
-  int reserved;
 };

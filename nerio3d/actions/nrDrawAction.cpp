@@ -10,7 +10,7 @@ nrPtrArray* nrDrawAction::actions = nullptr;
 NR_DEFINE_TYPE(nrDrawAction, nrVFCullAction, "nrDrawAction") { actions = new nrPtrArray(4); }
 
 nrDrawAction::nrDrawAction(nrType* type)
-    : nrVFCullAction(type), context(nullptr), viewVector(0, 0, 1), orthographic(1), reserved(0), bpCullEnable(0) {
+    : nrVFCullAction(type), context(nullptr), viewVector(0, 0, 1), orthographic(1), bpCullEnable(0) {
   getClassType();
   actions->append(this);
 }

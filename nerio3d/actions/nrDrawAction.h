@@ -22,6 +22,7 @@ class nrDrawAction : public nrVFCullAction {
   // root draws nothing and returns 0; it needs no camera. Any other root
   // without a camera gives one line on standard error and 0, drawing nothing.
   // Without a current context the traversal runs without touching one.
+  // begin and end keep the base's empty hooks, free for subclasses.
   nrTravDirective apply(nrNode* root) override;
 
   nrContext* getContext() const { return context; }
@@ -49,7 +50,6 @@ class nrDrawAction : public nrVFCullAction {
   nrContext* context;
   nrVec3f viewVector;
   int orthographic;
-  int reserved;
   unsigned char bpCullEnable;
 
  private:

@@ -47,7 +47,8 @@ class nrIsectAction : public nrTransformAction {
   // The transform reset, the segment set by setSeg, an empty hit record.
   void reset();
 
-  // The segment a pick starts from, in the root's coordinates.
+  // The segment a pick starts from, in the root's coordinates; until one is
+  // set it has length 0 and nothing can be hit.
   void setSeg(const nrSeg& s);
   // The segment in the coordinates of the node being visited, ending at the
   // nearest hit so far.

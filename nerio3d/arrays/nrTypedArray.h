@@ -223,7 +223,8 @@ class nrFloatArray : public nrTypedArray<float> {
   using nrTypedArray::nrTypedArray;
 };
 // Pointer lists. Pointers are 8 bytes on this platform, so every list of
-// pointers is an nrPtrArray (never an nrIntArray).
+// pointers is an nrPtrArray (never an nrIntArray). The array never frees what
+// its pointers point to: their owner does.
 class nrPtrArray : public nrTypedArray<void*> {
  public:
   using nrTypedArray::nrTypedArray;

@@ -39,6 +39,7 @@ class nrObject {
 
  protected:
   std::atomic<int32_t> refCount{0};
+  // Only bit 0 is used (nrContainer's parent-list bit); the rest are free.
   uint32_t flags;
   nrType* type;
 };

@@ -42,7 +42,8 @@ void nrPrivate::fini() {
 
 void nrPrivate::setup() {
   if (!slotAllocated) {
-    slot = nrOS::createSlot();
+    // Records made on demand for the application's own threads go with them.
+    slot = nrOS::createSlot([](void* record) { delete static_cast<nrPrivate*>(record); });
     slotAllocated = true;
   }
   if (!nrOS::getSlot(slot)) nrOS::setSlot(slot, new nrPrivate);

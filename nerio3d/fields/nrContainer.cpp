@@ -192,7 +192,7 @@ void nrContainer::setUserData(nrData* data) {
 }
 
 void nrContainer::setName(const char* n) {
-  char* copy = n ? strdup(n) : nullptr;
+  char* copy = n && *n ? strdup(n) : nullptr;
   free(name);
   name = copy;
 }

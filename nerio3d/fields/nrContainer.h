@@ -47,6 +47,8 @@ class nrContainer : public nrObject {
 
   void setUserData(nrData* data);
   nrData* getUserData() const { return userData; }
+  // Keeps its own copy; null or "" leaves the container unnamed, since an
+  // empty name could not be written after DEF.
   void setName(const char* name);
   const char* getName() const { return name; }
 

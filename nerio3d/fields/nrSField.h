@@ -75,6 +75,8 @@ class nrSFieldOf : public nrField {
   }
   T* getStorage() const { return value; }
 
+  // The source is brought up to date first; composite values are copied
+  // whole (a string gets its own text) and the change notifies as set does.
   void copy(nrField* from) override {
     if (from && from->getType() == getType()) set(static_cast<Field*>(from)->get());
   }

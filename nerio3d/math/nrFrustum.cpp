@@ -1,5 +1,6 @@
 #include "nerio3d/math/nrFrustum.h"
 
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/math/nrBoxBound.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrSphereBound.h"
@@ -48,6 +49,10 @@ void nrFrustum::makeExtents(int newKind, float l, float r, float b, float t) {
 }
 
 void nrFrustum::setNearFar(float n, float f) {
+  if (!(n < f || n > f) || (kind != ORTHO_KIND && !(n > 0.0f && f > 0.0f))) {
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, "nrFrustum::setNearFar() - unusable near and far distances");
+    return;
+  }
   if (kind != ORTHO_KIND && nearDist > 0.0f && n > 0.0f) {
     float s = n / nearDist;
     left *= s;

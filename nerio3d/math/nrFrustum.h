@@ -30,7 +30,9 @@ class nrFrustum {
   void makePersp(float left, float right, float bottom, float top);
   void makeOrtho(float left, float right, float bottom, float top);
   // A perspective frustum keeps its field of view: the near rectangle scales
-  // with the near distance.
+  // with the near distance. Distances that project nothing (equal ones, or
+  // for a perspective one not both ahead of the eye) are refused with a
+  // warning, the frustum staying as it was.
   void setNearFar(float nearDist, float farDist);
   void getNearFar(float* nearDist, float* farDist) const;
 

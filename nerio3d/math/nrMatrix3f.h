@@ -19,7 +19,8 @@ class nrMatrix3f {
   static void svd(float a[3][3], float u[3][3], float v[3][3]);
   // As svd, but a is replaced by u * transpose(v): the rotation nearest to a.
   static void cleanSvd(float a[3][3], float u[3][3], float v[3][3]);
-  // Axis (unit) and angle (0 to 2 pi) of the rotation matrix m.
+  // Axis (unit) and angle (0 to 2 pi) of the rotation matrix m; no rotation
+  // gives the axis (0, 0, 1) and angle 0.
   static void getAxis(const float m[3][3], float axis[3], float* angle);
   static void getAxis(const float m[3][3], float axis[3], float& angle) { getAxis(m, axis, &angle); }
   // Unit quaternion (x, y, z, w) of the rotation matrix m by Shoemake's method;

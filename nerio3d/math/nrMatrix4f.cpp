@@ -70,8 +70,6 @@ void nrMatrix4f::makeRot(float x, float y, float z, float angle) {
                      0, 0, 0, 1);
 }
 
-// Roll about y acts first, then pitch about x, then heading about z: the usual
-// order for a vehicle whose forward axis is +y and up axis +z.
 void nrMatrix4f::makeEuler(float h, float p, float r) {
   nrMatrix4f rh, rp;
   rh.makeRot(0, 0, 1, h);
@@ -83,15 +81,14 @@ void nrMatrix4f::makeEuler(float h, float p, float r) {
 
 void nrMatrix4f::makeVecRotVec(const nrVec3f& from, const nrVec3f& to) {
   nrVec3f f = from, t = to, axis;
-  f.normalize();
-  t.normalize();
+  const bool noDirection = f.normalize() == 0.0f || t.normalize() == 0.0f;
   axis.cross(f, t);
   float s = axis.length(), c = f.dot(t);
   if (s > 1e-6f) {
     makeRot(axis[0], axis[1], axis[2], std::atan2(s, c));
     return;
   }
-  if (c > 0.0f) {
+  if (c > 0.0f || noDirection) {
     makeIdent();
     return;
   }

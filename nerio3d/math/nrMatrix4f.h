@@ -31,9 +31,11 @@ class nrMatrix4f {
   // Rotation by angle (radians, counter-clockwise seen from the axis tip)
   // about the axis (x, y, z), which need not be normalised.
   void makeRot(float x, float y, float z, float angle);
-  // Roll r about y, then pitch p about x, then heading h about z.
+  // Roll r about y, then pitch p about x, then heading h about z: the usual
+  // order for a vehicle whose forward axis is +y and up axis +z.
   void makeEuler(float h, float p, float r);
-  // Rotation that turns direction from onto direction to.
+  // Rotation that turns direction from onto direction to; the identity when
+  // either has no length, there being no direction to turn.
   void makeVecRotVec(const nrVec3f& from, const nrVec3f& to);
 
   // this = a * b for affine matrices (column 3 taken as (0, 0, 0, 1)).

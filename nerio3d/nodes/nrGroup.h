@@ -25,7 +25,8 @@ class nrGroup : public nrNode {
   // own ancestor (from lies above this group).
   void copy(nrContainer* from, nrCloneTable* table) override;
 
-  // A larger count fills with null children, which must be set before a visit.
+  // A larger count fills with null children, which every walk over the
+  // children passes over.
   void setChildCount(int n);
   void removeChild(int index);
   // Removes the first occurrence; false when node is not a child.
@@ -83,11 +84,9 @@ class nrGroup : public nrNode {
 template <typename Action>
 nrTravDirective nrGroup::visitChildren(Action* action, nrTravDirective (nrNode::*childVisit)(Action*), unsigned first,
                                        unsigned end) {
-  // Null children (a larger setChildCount leaves them) are passed over here
-  // and in every other walk over the children. An action may edit the list
-  // from inside a visit: the count is read again for every child, and each
-  // child is held through its own visit so that dropping it cannot free it
-  // while it runs.
+  // An action may edit the list from inside a visit: the count is read again
+  // for every child, and each child is held through its own visit so that
+  // dropping it cannot free it while it runs.
   for (unsigned i = first; i < end && i < children.getCount(); ++i) {
     nrNode* child = static_cast<nrNode*>(children[i]);
     if (!child) continue;

@@ -31,7 +31,6 @@ NR_DEFINE_TYPE(nrTransform, nrGroup, "Transform") {
 nrTransform::nrTransform(nrType* type) : nrGroup(type), kind(0), state(0), savedNormalize(0), normalizeSaved(0) {
   initFieldDefaults(getClassType());
   matrix.makeIdent();
-  matrix2.makeIdent();
 }
 
 nrTransform::~nrTransform() { destroyFieldContents(getClassType()); }

@@ -99,7 +99,6 @@ class nrTransform : public nrGroup {
   nrVec3f center;
 
   nrMatrix4f matrix;
-  nrMatrix4f matrix2;
   int kind;
   int state;
   nrSphereBound childSphere;

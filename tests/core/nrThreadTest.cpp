@@ -50,6 +50,11 @@ TEST(nrThread, StartedThreadRunsWithItsOwnRecord) {
   EXPECT_EQ(nrPrivate::getUserData(), &mine);
   // The running mark stays once the thread is gone.
   EXPECT_TRUE(thread.isRunning());
+  // A thread of the application's own gets a fresh record on first use.
+  Seen other;
+  std::thread([&] { recordAndSetUserData(&other); }).join();
+  EXPECT_EQ(other.userDataAtStart, nullptr);
+  EXPECT_EQ(nrPrivate::getUserData(), &mine);
   nrPrivate::setUserData(nullptr);
 }
 

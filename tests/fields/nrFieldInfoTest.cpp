@@ -123,6 +123,8 @@ TEST(nrOutput, HeadersOfSingleParentAndDefaultContainers) {
   // A name always gives a DEF, even without sharing.
   plain->setName("Solo");
   EXPECT_EQ(writeRoot(plain), "\nDEF Solo TestLeaf {\n}");
+  plain->setName("");
+  EXPECT_EQ(writeRoot(plain), "\nTestLeaf {\n}") << "an empty name is no name";
   plain->unref();
 
   tstAll* root = nrtest::held<tstAll>();

@@ -26,7 +26,16 @@ TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
   EXPECT_EQ(list->getCount(), 5u);
   EXPECT_EQ(std::pair(list->get(4)[0], list->get(0)[0]), std::pair(2.0f, 5.0f));
   EXPECT_EQ(c->changes[tstAll::MFVEC3F], 3);
-  c->unref();
+
+  // Copies take a value of the same kind only, strings as their own text.
+  tstAll* other = nrtest::held<tstAll>();
+  field<nrSFString>(c, tstAll::STRING)->set(nrString("s"));
+  field<nrSFString>(other, tstAll::STRING)->copy(c->getField(tstAll::STRING));
+  field<nrSFString>(other, tstAll::STRING)->copy(c->getField(tstAll::FLOAT));
+  EXPECT_STREQ(other->stringValue.getString(), "s");
+  EXPECT_NE(other->stringValue.getString(), c->stringValue.getString());
+  EXPECT_EQ(other->changes[tstAll::STRING], 1);
+  nrtest::unref(other, c);
 }
 
 TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {

@@ -5,6 +5,7 @@
 #include "nerio3d/math/nrFrustum.h"
 #include "nerio3d/math/nrMatrix4f.h"
 #include "nerio3d/math/nrSphereBound.h"
+#include "nrCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,13 @@ TEST(nrFrustum, NearFarAndAspect) {
   f.setNearFar(2, 100);  // the field of view stays
   expectExtents(f, -1, 1, -0.5f, 0.5f);
   nrVec3f ll, lr, ur, ul;
+  f.getFar(ll, lr, ur, ul);
+  EXPECT_TRUE(ur.almostEqual(nrVec3f(50, 25, -100), 1e-4f));
+  // Distances that project nothing are refused, the frustum left as it was.
+  for (auto [n, fa] : {std::pair(0.0f, 100.0f), std::pair(-1.0f, 100.0f), std::pair(5.0f, 5.0f)})
+    EXPECT_EQ(nrtest::captureStderr([&, n = n, fa = fa] { f.setNearFar(n, fa); }),
+              "(WARN, USAGE): nrFrustum::setNearFar() - unusable near and far distances\n");
+  expectExtents(f, -1, 1, -0.5f, 0.5f);
   f.getFar(ll, lr, ur, ul);
   EXPECT_TRUE(ur.almostEqual(nrVec3f(50, 25, -100), 1e-4f));
   f.makeOrtho(-3, 3, -1, 1);

@@ -99,6 +99,13 @@ TEST(nrMatrix4f, EulerAnglesAndVectorToVector) {
     t.transpose(m);
     EXPECT_TRUE(product(m, t).almostEqual(identity, 1e-5f));
   }
+  // A direction of no length has nothing to turn.
+  const nrVec3f degenerate[][2] = {{{0, 0, 0}, {0, 0, 0}}, {{1, 0, 0}, {0, 0, 0}}, {{0, 0, 0}, {0, 1, 0}}};
+  for (const auto& p : degenerate) {
+    nrMatrix4f m;
+    m.makeVecRotVec(p[0], p[1]);
+    EXPECT_TRUE(m == identity);
+  }
 }
 
 TEST(nrMatrix4f, ProductsAndTheirShortcuts) {

@@ -228,6 +228,8 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(4, 5, 6));
   t->getCenter(&x, &y, &z);
   EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(0, 0, 0));
+  t->getScale(&x, &y, &z);
+  EXPECT_TRUE(nrVec3f(x, y, z).almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
   nrMatrix4f back;
   t->getMatrix(back);
   EXPECT_EQ(back, m);
