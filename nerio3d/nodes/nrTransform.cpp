@@ -167,7 +167,7 @@ void nrTransform::cleanSideEffect(short index) {
     if (kind & UNIFORM_SCALE_KIND) grow = rowLength(matrix, 0);
     if (childSphere.isEmpty()) {
       sphereBound.makeEmpty();
-    } else if (!(kind & UNIFORM_SCALE_KIND) && (kind & SCALE_KIND)) {
+    } else if (kind & SCALE_KIND) {
       // The longest row falls short of the stretch of a scale along turned axes.
       sphereBound.xform(&childSphere, matrix);
     } else {
