@@ -34,6 +34,9 @@ class nrPickTree {
   // order of each primitive's first triangle and then the count.
   nrPickTree(int version, const Tri* tris, int count, const unsigned char* coords, int stride,
              std::unique_ptr<int[]> primFirst, int prims);
+  ~nrPickTree();
+  nrPickTree(const nrPickTree&) = delete;
+  nrPickTree& operator=(const nrPickTree&) = delete;
 
   // The geometry set's version the tree was built for.
   int getVersion() const { return version; }
@@ -47,20 +50,21 @@ class nrPickTree {
   // A box; a leaf's triangles are tris[next, next + count), an inner node's
   // children are the node after it and node next.
   struct Node {
-    NR_POOLED_OBJECTS
     float min[3], max[3];
     int next, count;
   };
   struct Builder;
 
   int version;
-  std::unique_ptr<Node[]> nodes;
+  // From the block allocator, grown while the tree is built.
+  Node* nodes;
+  int nodeCount;
+  // The boxed triangles in the leaves' order, then the loose ones: those too
+  // thin for a box to be sure to hold every point the exact test accepts on
+  // them, tested on every pick.
   std::unique_ptr<Tri[]> tris;
-  // Triangles too thin for a box to be sure to hold every point the exact
-  // test accepts on them: tested on every pick.
-  std::unique_ptr<Tri[]> loose;
+  int boxedCount, looseCount;
   std::unique_ptr<int[]> primFirst;
-  int looseCount;
   int prims;
   // The largest coordinate magnitude, which scales the boxes' margin.
   float scale;
