@@ -11,7 +11,7 @@ namespace nrDetail {
 
 namespace {
 
-enum { LEAF_SIZE = 4, MAX_DEPTH = 64, AHEAD = 8 };
+enum { LEAF_SIZE = 4, MAX_DEPTH = 64, AHEAD = 32 };
 
 // How much a triangle's box grows beyond its extent, and a node's beyond its
 // box per unit of coordinate magnitude, so that the boxes hold every point
@@ -60,15 +60,19 @@ struct nrPickTree::Builder {
   int split(int begin, int end) const {
     uint32_t differ = code(begin) ^ code(end - 1);
     if (!differ) return begin + (end - begin) / 2;
+    // The first code with the bit set: halving without branches to mispredict,
+    // then counting the last few codes without it, which need not wait on
+    // one another.
     uint32_t bit = 1u << (31 - __builtin_clz(differ));
-    while (begin < end) {
-      int mid = begin + (end - begin) / 2;
-      if (code(mid) & bit)
-        end = mid;
-      else
-        begin = mid + 1;
+    int n = end - begin;
+    while (n > 16) {
+      int half = n / 2;
+      begin = code(begin + half) & bit ? begin : begin + half;
+      n -= half;
     }
-    return begin;
+    int clear = 0;
+    for (int i = begin; i < begin + n; ++i) clear += !(code(i) & bit);
+    return begin + clear;
   }
 
   // The 10 bits of v spread to every third bit.
@@ -79,16 +83,17 @@ struct nrPickTree::Builder {
     return (v | v << 2) & 0x09249249;
   }
 
-  // Three times the centre of triangle t (the scale does not change the order).
-  void centre3(const Tri& t, float out[3]) const {
-    const nrVec3f &a = vertex(coords, stride, t.v[0]), &b = vertex(coords, stride, t.v[1]),
-                  &c = vertex(coords, stride, t.v[2]);
-    for (int k = 0; k < 3; ++k) out[k] = a[k] + b[k] + c[k];
-  }
+  // What the first pass leaves for each boxed triangle in the storage's
+  // place for two keys: three times its centre (the scale does not change the
+  // order) and its number.
+  struct Centre {
+    float c[3];
+    uint32_t number;
+  };
 
-  // Sorts the keys of the boxed triangles, whose numbers the lower half holds,
-  // by the Morton code of their centres within the centres' bounds lo, hi (a
-  // radix sort of 30-bit codes), into the upper half.
+  // Sorts the keys of the boxed triangles by the Morton code of their centres
+  // within the centres' bounds lo, hi (a radix sort of 30-bit codes): made in
+  // the lower half from the centres, and sorted into the upper half.
   void mortonOrder(const float lo[3], const float hi[3]) {
     // One cell size on every axis, set by the widest extent: a thin axis then
     // only orders the lowest levels, and the upper levels split the wide
@@ -99,18 +104,17 @@ struct nrPickTree::Builder {
     std::unique_ptr<int[]> start(new int[PASSES * BUCKETS]());
     unsigned char* from = lower;
     for (int i = 0; i < count; ++i) {
-      uint64_t k;
-      memcpy(&k, from + 8 * size_t(i), 8);
-      float c[3];
-      centre3(in[uint32_t(k)], c);
+      // Key i overwrites half of centre i / 2, read before.
+      Centre centre;
+      memcpy(&centre, from + sizeof(Centre) * size_t(i), sizeof centre);
       uint32_t code = 0;
       for (int a = 0; a < 3; ++a) {
         // Centres near overflow give no finite cell: they take cell 0.
-        float cell = (c[a] - lo[a]) * scale;
+        float cell = (centre.c[a] - lo[a]) * scale;
         cell = cell >= 0 ? std::min(cell, 1023.0f) : 0.0f;
         code |= spread(uint32_t(cell)) << a;
       }
-      k |= uint64_t(code) << 32;
+      uint64_t k = uint64_t(code) << 32 | centre.number;
       memcpy(from + 8 * size_t(i), &k, 8);
       for (int p = 0; p < PASSES; ++p) ++start[p * BUCKETS + (code >> (p * BITS) & (BUCKETS - 1))];
     }
@@ -182,6 +186,7 @@ struct nrPickTree::Builder {
       return at;
     }
     int mid = split(begin, end);
+    for (int k = 1; k < 8; ++k) __builtin_prefetch(keys + 8 * size_t(mid + (end - mid) * k / 8));
     build(begin, mid);
     int right = build(mid, end);
     Node &node = tree.nodes[at], &left = tree.nodes[at + 1], &other = tree.nodes[right];
@@ -206,8 +211,8 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
       primFirst(std::move(first)),
       prims(primCount),
       scale(0) {
-  // The numbers of the triangles boxes can hold go to the keys' lower half,
-  // and the bounds of their centres are gathered on the way.
+  // The centres of the triangles boxes can hold go to the storage, and their
+  // bounds are gathered on the way.
   unsigned char* storage = reinterpret_cast<unsigned char*>(tris.get());
   float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
   std::vector<Tri> looseTris;
@@ -217,8 +222,10 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
     bool finite = true;
     for (const nrVec3f* v : p)
       for (int k = 0; k < 3; ++k) {
-        finite = finite && std::isfinite((*v)[k]);
-        if (finite) scale = std::max(scale, std::fabs((*v)[k]));
+        float magnitude = std::fabs((*v)[k]);
+        bool usable = magnitude < HUGE_VALF;
+        finite &= usable;
+        scale = usable && magnitude > scale ? magnitude : scale;
       }
     double ab[3], ac[3];
     for (int k = 0; k < 3; ++k) {
@@ -232,13 +239,14 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
       looseTris.push_back(in[i]);
       continue;
     }
+    Builder::Centre centre;
     for (int k = 0; k < 3; ++k) {
-      float c = (*p[0])[k] + (*p[1])[k] + (*p[2])[k];
-      lo[k] = std::min(lo[k], c);
-      hi[k] = std::max(hi[k], c);
+      centre.c[k] = (*p[0])[k] + (*p[1])[k] + (*p[2])[k];
+      lo[k] = std::min(lo[k], centre.c[k]);
+      hi[k] = std::max(hi[k], centre.c[k]);
     }
-    uint64_t number = uint32_t(i);
-    memcpy(storage + 8 * size_t(boxedCount++), &number, 8);
+    centre.number = uint32_t(i);
+    memcpy(storage + sizeof centre * size_t(boxedCount++), &centre, sizeof centre);
   }
   looseCount = int(looseTris.size());
   if (boxedCount) {

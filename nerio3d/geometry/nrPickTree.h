@@ -66,7 +66,7 @@ class nrPickTree {
   int boxedCount, looseCount;
   std::unique_ptr<int[]> primFirst;
   int prims;
-  // The largest coordinate magnitude, which scales the boxes' margin.
+  // The largest finite coordinate magnitude, which scales the boxes' margin.
   float scale;
 };
 
