@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <new>
@@ -239,14 +240,17 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
       looseTris.push_back(in[i]);
       continue;
     }
-    Builder::Centre centre;
+    // Written field by field: a whole record built first would be read back
+    // before its parts had reached memory.
+    unsigned char* centre = storage + sizeof(Builder::Centre) * size_t(boxedCount++);
     for (int k = 0; k < 3; ++k) {
-      centre.c[k] = (*p[0])[k] + (*p[1])[k] + (*p[2])[k];
-      lo[k] = std::min(lo[k], centre.c[k]);
-      hi[k] = std::max(hi[k], centre.c[k]);
+      float c = (*p[0])[k] + (*p[1])[k] + (*p[2])[k];
+      lo[k] = std::min(lo[k], c);
+      hi[k] = std::max(hi[k], c);
+      memcpy(centre + offsetof(Builder::Centre, c) + sizeof c * size_t(k), &c, sizeof c);
     }
-    centre.number = uint32_t(i);
-    memcpy(storage + sizeof centre * size_t(boxedCount++), &centre, sizeof centre);
+    uint32_t number = uint32_t(i);
+    memcpy(centre + offsetof(Builder::Centre, number), &number, sizeof number);
   }
   looseCount = int(looseTris.size());
   if (boxedCount) {
