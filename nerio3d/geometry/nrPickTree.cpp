@@ -137,12 +137,13 @@ struct nrPickTree::Builder {
     }
   }
 
-  // Room is made at first for a node per triangle, more than sets need (some
-  // three in four), and trimmed once the tree is built: storage grown in steps
-  // would miss most of the huge pages that a block mapped at once gets.
+  // Room is made at first for three nodes in four triangles, as many as sets
+  // commonly need, grown by half when short and trimmed once the tree is
+  // built: storage grown in small steps would miss most of the huge pages
+  // that a block mapped at once gets.
   int newNode() {
     if (tree.nodeCount == capacity) {
-      int grown = capacity ? capacity + capacity / 2 : count;
+      int grown = capacity ? capacity + capacity / 2 : count - count / 4 + 1;
       void* moved = nrBlockAllocator::resizeZeroed(tree.nodes, sizeof(Node) * size_t(capacity), sizeof(Node) * size_t(grown));
       if (!moved) throw std::bad_alloc();
       tree.nodes = static_cast<Node*>(moved);
