@@ -12,6 +12,8 @@ namespace nrDetail {
 
 namespace {
 
+// AHEAD: how many triangles ahead of the one being boxed the loads of its
+// points start.
 enum { LEAF_SIZE = 4, MAX_DEPTH = 64, AHEAD = 32 };
 
 // How much a triangle's box grows beyond its extent, and a node's beyond its
@@ -35,20 +37,21 @@ const nrVec3f& vertex(const unsigned char* coords, int stride, int e) {
 // one sort instead of a selection at every level. Boxes are gathered on the
 // way back.
 //
-// The sort's keys, a triangle's code above its number, live in the storage of
-// the tree's triangles, which has twice their size: the sort moves them
-// between its two halves and leaves them in the upper one, where the leaves,
-// filled in order, only ever overwrite keys already read. They are read and
-// written as bytes, since the same storage then holds triangles.
+// The sort needs no storage of its own: the tree's triangles take twice the
+// bytes of its keys (a triangle's code above its number), which it moves
+// between the lower and the upper end of their storage, to end in the upper
+// one; the leaves, filled in order from the lower end, then only ever
+// overwrite keys already read. Keys are read and written as bytes, since the
+// same bytes hold triangles.
 struct nrPickTree::Builder {
   nrPickTree& tree;
   const Tri* in;
   const unsigned char* coords;
   int stride;
   int count;
-  // The two halves: the keys start in the lower one and end in keys.
+  // The ends of the storage: the keys start at the lower one and end at keys.
   unsigned char *lower, *keys;
-  int capacity = 0;
+  int capacity = 0, used = 0;
 
   uint64_t key(int i) const {
     uint64_t k;
@@ -84,17 +87,17 @@ struct nrPickTree::Builder {
     return (v | v << 2) & 0x09249249;
   }
 
-  // What the first pass leaves for each boxed triangle in the storage's
-  // place for two keys: three times its centre (the scale does not change the
-  // order) and its number.
+  // What the first pass leaves for each boxed triangle where two keys go:
+  // three times its centre (the scale does not change the order) and its
+  // number.
   struct Centre {
     float c[3];
     uint32_t number;
   };
 
   // Sorts the keys of the boxed triangles by the Morton code of their centres
-  // within the centres' bounds lo, hi (a radix sort of 30-bit codes): made in
-  // the lower half from the centres, and sorted into the upper half.
+  // within the centres' bounds lo, hi (a radix sort of 30-bit codes): made at
+  // the lower end from the centres, and sorted to the upper one.
   void mortonOrder(const float lo[3], const float hi[3]) {
     // One cell size on every axis, set by the widest extent: a thin axis then
     // only orders the lowest levels, and the upper levels split the wide
@@ -137,19 +140,21 @@ struct nrPickTree::Builder {
     }
   }
 
-  // Room is made at first for three nodes in four triangles, as many as sets
-  // commonly need, grown by half when short and trimmed once the tree is
-  // built: storage grown in small steps would miss most of the huge pages
-  // that a block mapped at once gets.
+  // Gives the nodes room for n. Room is made at first for three nodes in four
+  // triangles, as many as sets commonly need, grown by half when short and
+  // trimmed once the tree is built: storage grown in small steps would miss
+  // most of the huge pages that a block mapped at once gets.
+  void makeRoom(int n) {
+    size_t bytes = sizeof(Node) * size_t(n);
+    void* moved = nrBlockAllocator::resizeZeroed(tree.nodes.get(), tree.nodes.get_deleter().bytes, bytes);
+    if (!moved) throw std::bad_alloc();
+    tree.nodes.release();
+    tree.nodes = std::unique_ptr<Node[], NodeRelease>(static_cast<Node*>(moved), NodeRelease{bytes});
+    capacity = n;
+  }
   int newNode() {
-    if (tree.nodeCount == capacity) {
-      int grown = capacity ? capacity + capacity / 2 : count - count / 4 + 1;
-      void* moved = nrBlockAllocator::resizeZeroed(tree.nodes, sizeof(Node) * size_t(capacity), sizeof(Node) * size_t(grown));
-      if (!moved) throw std::bad_alloc();
-      tree.nodes = static_cast<Node*>(moved);
-      capacity = grown;
-    }
-    return tree.nodeCount++;
+    if (used == capacity) makeRoom(capacity ? capacity + capacity / 2 : count - count / 4 + 1);
+    return used++;
   }
 
   int build(int begin, int end) {
@@ -205,8 +210,7 @@ struct nrPickTree::Builder {
 nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned char* coords, int stride,
                        std::unique_ptr<int[]> first, int primCount)
     : version(version),
-      nodes(nullptr),
-      nodeCount(0),
+      nodes(nullptr, NodeRelease{0}),
       tris(new Tri[count > 0 ? count : 1]),
       boxedCount(0),
       looseCount(0),
@@ -255,16 +259,16 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
   }
   looseCount = int(looseTris.size());
   if (boxedCount) {
-    Builder builder{*this, in, coords, stride, boxedCount, storage, storage + 16 * size_t(count) - 8 * size_t(boxedCount)};
+    static_assert(sizeof(Tri) >= 2 * sizeof(uint64_t) && sizeof(Builder::Centre) <= sizeof(Tri),
+                  "a triangle's storage holds two keys or a centre");
+    unsigned char* keys = storage + sizeof(Tri) * size_t(count) - sizeof(uint64_t) * size_t(boxedCount);
+    Builder builder{*this, in, coords, stride, boxedCount, storage, keys};
     builder.mortonOrder(lo, hi);
     builder.build(0, boxedCount);
-    nodes = static_cast<Node*>(
-        nrBlockAllocator::resizeZeroed(nodes, sizeof(Node) * size_t(builder.capacity), sizeof(Node) * size_t(nodeCount)));
+    builder.makeRoom(builder.used);
   }
   std::copy(looseTris.begin(), looseTris.end(), tris.get() + boxedCount);
 }
-
-nrPickTree::~nrPickTree() { nrBlockAllocator::release(nodes, sizeof(Node) * size_t(nodeCount)); }
 
 bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride, int cullFace, TriTest test,
                       Hit& hit) const {
@@ -286,7 +290,7 @@ bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride,
     hit.normal = normal;
   };
   for (int i = boxedCount; i < boxedCount + looseCount; ++i) offer(tris[i]);
-  if (!nodeCount) return found;
+  if (!nodes) return found;
 
   float pad = SCALE_MARGIN * (scale + std::max({std::fabs(seg.pos[0]), std::fabs(seg.pos[1]), std::fabs(seg.pos[2])}));
   float inv[3];

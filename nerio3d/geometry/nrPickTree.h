@@ -34,9 +34,6 @@ class nrPickTree {
   // order of each primitive's first triangle and then the count.
   nrPickTree(int version, const Tri* tris, int count, const unsigned char* coords, int stride,
              std::unique_ptr<int[]> primFirst, int prims);
-  ~nrPickTree();
-  nrPickTree(const nrPickTree&) = delete;
-  nrPickTree& operator=(const nrPickTree&) = delete;
 
   // The geometry set's version the tree was built for.
   int getVersion() const { return version; }
@@ -53,12 +50,16 @@ class nrPickTree {
     float min[3], max[3];
     int next, count;
   };
+  // Nodes come straight from the block allocator, so that their storage can
+  // grow while the tree is built; released with its size.
+  struct NodeRelease {
+    size_t bytes;
+    void operator()(Node* block) const { nrBlockAllocator::release(block, bytes); }
+  };
   struct Builder;
 
   int version;
-  // From the block allocator, grown while the tree is built.
-  Node* nodes;
-  int nodeCount;
+  std::unique_ptr<Node[], NodeRelease> nodes;
   // The boxed triangles in the leaves' order, then the loose ones: those too
   // thin for a box to be sure to hold every point the exact test accepts on
   // them, tested on every pick.
