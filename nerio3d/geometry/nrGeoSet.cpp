@@ -537,17 +537,21 @@ nrDetail::nrPickTree* nrGeoSet::buildPickTree(const nrGLAttr& coords, const int*
   // tested at once); every kind of set has at most length - 2 per primitive.
   enum { SMALL_PICK_SET = 16 };
   int n = getDrawablePrimCount();
+  // The lengths are kept where the primitives' first triangles go.
+  std::unique_ptr<int[]> primFirst(new int[n + 1]);
   long most = 0;
-  for (int p = 0; p < n; ++p) most += std::max(getPrimLen(p) - 2, 0);
+  for (int p = 0; p < n; ++p) {
+    primFirst[p] = getPrimLen(p);
+    most += std::max(primFirst[p] - 2, 0);
+  }
   if (most <= SMALL_PICK_SET) return nullptr;
   std::unique_ptr<nrDetail::nrPickTree::Tri[]> tris(new nrDetail::nrPickTree::Tri[most]);
-  std::unique_ptr<int[]> primFirst(new int[n + 1]);
   int count = 0;
   for (int p = 0, first = 0; p < n; ++p) {
+    int len = primFirst[p];
     primFirst[p] = count;
-    int len = getPrimLen(p);
     nrDetail::nrPickTree::Tri tri;
-    for (int t = 0; count < most && getPrimTri(first, len, t, tri.v); ++t) {
+    for (int t = 0; t < len - 2 && getPrimTri(first, len, t, tri.v); ++t) {
       if (index)
         for (int& v : tri.v) v = index[v];
       tri.order = count;

@@ -2,14 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <new>
 #include <vector>
 
 namespace nrDetail {
 
 namespace {
 
-enum { LEAF_SIZE = 4, MAX_DEPTH = 64 };
+// AHEAD: how many triangles ahead of the one being boxed the loads of its
+// points start.
+enum { LEAF_SIZE = 4, MAX_DEPTH = 64, AHEAD = 32 };
 
 // How much a triangle's box grows beyond its extent, and a node's beyond its
 // box per unit of coordinate magnitude, so that the boxes hold every point
@@ -31,33 +36,47 @@ const nrVec3f& vertex(const unsigned char* coords, int stride, int e) {
 // node is then one cell of an octree over the centres, and the whole costs
 // one sort instead of a selection at every level. Boxes are gathered on the
 // way back.
+//
+// The sort needs no storage of its own: the tree's triangles take twice the
+// bytes of its keys (a triangle's code above its number), which it moves
+// between the lower and the upper end of their storage, to end in the upper
+// one; the leaves, filled in order from the lower end, then only ever
+// overwrite keys already read. Keys are read and written as bytes, since the
+// same bytes hold triangles.
 struct nrPickTree::Builder {
-  // A triangle's Morton code above its number.
-  struct Key {
-    NR_POOLED_OBJECTS
-    uint64_t bits;
-    uint32_t code() const { return uint32_t(bits >> 32); }
-    int tri() const { return int(uint32_t(bits)); }
-  };
-
   nrPickTree& tree;
   const Tri* in;
   const unsigned char* coords;
   int stride;
-  int nodeCount = 0, triCount = 0;
+  int count;
+  // The ends of the storage: the keys start at the lower one and end at keys.
+  unsigned char *lower, *keys;
+  int capacity = 0, used = 0;
+
+  uint64_t key(int i) const {
+    uint64_t k;
+    memcpy(&k, keys + 8 * size_t(i), 8);
+    return k;
+  }
+  uint32_t code(int i) const { return uint32_t(key(i) >> 32); }
 
   // Where the run [begin, end) of sorted keys splits.
-  static int split(const Key* keys, int begin, int end) {
-    uint32_t differ = keys[begin].code() ^ keys[end - 1].code();
+  int split(int begin, int end) const {
+    uint32_t differ = code(begin) ^ code(end - 1);
     if (!differ) return begin + (end - begin) / 2;
+    // The first code with the bit set: halving without branches to mispredict,
+    // then counting the last few codes without it, which need not wait on
+    // one another.
     uint32_t bit = 1u << (31 - __builtin_clz(differ));
-    return int(std::partition_point(keys + begin, keys + end, [bit](const Key& k) { return !(k.code() & bit); }) -
-               keys);
-  }
-  static int nodesFor(const Key* keys, int begin, int end) {
-    if (end - begin <= LEAF_SIZE) return 1;
-    int mid = split(keys, begin, end);
-    return 1 + nodesFor(keys, begin, mid) + nodesFor(keys, mid, end);
+    int n = end - begin;
+    while (n > 16) {
+      int half = n / 2;
+      begin = code(begin + half) & bit ? begin : begin + half;
+      n -= half;
+    }
+    int clear = 0;
+    for (int i = begin; i < begin + n; ++i) clear += !(code(i) & bit);
+    return begin + clear;
   }
 
   // The 10 bits of v spread to every third bit.
@@ -68,64 +87,96 @@ struct nrPickTree::Builder {
     return (v | v << 2) & 0x09249249;
   }
 
-  // Three times the centre of triangle t (the scale does not change the order).
-  void centre3(const Tri& t, float out[3]) const {
-    const nrVec3f &a = vertex(coords, stride, t.v[0]), &b = vertex(coords, stride, t.v[1]),
-                  &c = vertex(coords, stride, t.v[2]);
-    for (int k = 0; k < 3; ++k) out[k] = a[k] + b[k] + c[k];
-  }
+  // What the first pass leaves for each boxed triangle where two keys go:
+  // three times its centre (the scale does not change the order) and its
+  // number.
+  struct Centre {
+    float c[3];
+    uint32_t number;
+  };
 
-  // The keys of the triangles numbered in kept, sorted by the Morton code of
-  // their centres within the centres' bounds (a radix sort of 30-bit codes).
-  std::unique_ptr<Key[]> mortonOrder(const int* kept, int count) const {
-    float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
-    for (int i = 0; i < count; ++i) {
-      float c[3];
-      centre3(in[kept[i]], c);
-      for (int k = 0; k < 3; ++k) {
-        lo[k] = std::min(lo[k], c[k]);
-        hi[k] = std::max(hi[k], c[k]);
-      }
-    }
+  // Sorts the keys of the boxed triangles by the Morton code of their centres
+  // within the centres' bounds lo, hi (a radix sort of 30-bit codes): made at
+  // the lower end from the centres, and sorted to the upper one.
+  void mortonOrder(const float lo[3], const float hi[3]) {
     // One cell size on every axis, set by the widest extent: a thin axis then
     // only orders the lowest levels, and the upper levels split the wide
     // ones, as a flat set seen from above needs.
     float extent = std::max({hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]});
     float scale = extent > 0 ? 1023.0f / extent : 0.0f;
-    std::unique_ptr<Key[]> keys(new Key[size_t(count)]), spare(new Key[size_t(count)]);
+    enum { BITS = 10, BUCKETS = 1 << BITS, PASSES = 3 };
+    std::unique_ptr<int[]> start(new int[PASSES * BUCKETS]());
+    unsigned char* from = lower;
     for (int i = 0; i < count; ++i) {
-      float c[3];
-      centre3(in[kept[i]], c);
+      // Key i overwrites half of centre i / 2, read before.
+      Centre centre;
+      memcpy(&centre, from + sizeof(Centre) * size_t(i), sizeof centre);
       uint32_t code = 0;
-      for (int k = 0; k < 3; ++k) {
+      for (int a = 0; a < 3; ++a) {
         // Centres near overflow give no finite cell: they take cell 0.
-        float cell = (c[k] - lo[k]) * scale;
+        float cell = (centre.c[a] - lo[a]) * scale;
         cell = cell >= 0 ? std::min(cell, 1023.0f) : 0.0f;
-        code |= spread(uint32_t(cell)) << k;
+        code |= spread(uint32_t(cell)) << a;
       }
-      keys[i].bits = uint64_t(code) << 32 | uint32_t(kept[i]);
+      uint64_t k = uint64_t(code) << 32 | centre.number;
+      memcpy(from + 8 * size_t(i), &k, 8);
+      for (int p = 0; p < PASSES; ++p) ++start[p * BUCKETS + (code >> (p * BITS) & (BUCKETS - 1))];
     }
-    enum { BITS = 10, BUCKETS = 1 << BITS };
-    for (int shift = 32; shift < 62; shift += BITS) {
-      int start[BUCKETS + 1] = {};
-      for (int i = 0; i < count; ++i) ++start[(keys[i].bits >> shift & (BUCKETS - 1)) + 1];
-      for (int b = 0; b < BUCKETS; ++b) start[b + 1] += start[b];
-      for (int i = 0; i < count; ++i) spare[start[keys[i].bits >> shift & (BUCKETS - 1)]++] = keys[i];
-      keys.swap(spare);
+    for (int p = 0; p < PASSES; ++p) {
+      int* bucket = &start[p * BUCKETS];
+      for (int b = 0, sum = 0; b < BUCKETS; ++b) {
+        int n = bucket[b];
+        bucket[b] = sum;
+        sum += n;
+      }
+      unsigned char* to = p % 2 ? lower : keys;
+      int shift = 32 + p * BITS;
+      for (int i = 0; i < count; ++i) {
+        uint64_t k;
+        memcpy(&k, from + 8 * size_t(i), 8);
+        memcpy(to + 8 * size_t(bucket[k >> shift & (BUCKETS - 1)]++), &k, 8);
+      }
+      from = to;
     }
-    return keys;
   }
 
-  void build(const Key* keys, int begin, int end) {
-    Node& node = tree.nodes[nodeCount++];
+  // Gives the nodes room for n. Room is made at first for three nodes in four
+  // triangles, as many as sets commonly need, grown by half when short and
+  // trimmed once the tree is built: storage grown in small steps would miss
+  // most of the huge pages that a block mapped at once gets.
+  void makeRoom(int n) {
+    size_t bytes = sizeof(Node) * size_t(n);
+    void* moved = nrBlockAllocator::resizeZeroed(tree.nodes.get(), tree.nodes.get_deleter().bytes, bytes);
+    if (!moved) throw std::bad_alloc();
+    tree.nodes.release();
+    tree.nodes = std::unique_ptr<Node[], NodeRelease>(static_cast<Node*>(moved), NodeRelease{bytes});
+    capacity = n;
+  }
+  int newNode() {
+    if (used == capacity) makeRoom(capacity ? capacity + capacity / 2 : count - count / 4 + 1);
+    return used++;
+  }
+
+  int build(int begin, int end) {
+    int at = newNode();
     if (end - begin <= LEAF_SIZE) {
-      node.next = triCount;
+      Node& node = tree.nodes[at];
+      node.next = begin;
       node.count = end - begin;
       std::fill(node.min, node.min + 3, HUGE_VALF);
       std::fill(node.max, node.max + 3, -HUGE_VALF);
+      int numbers[LEAF_SIZE];
       for (int i = begin; i < end; ++i) {
-        const Tri& t = in[keys[i].tri()];
-        tree.tris[triCount++] = t;
+        numbers[i - begin] = int(uint32_t(key(i)));
+        // The triangles are met out of their order: theirs and their points'
+        // loads are started well ahead.
+        if (i + 2 * AHEAD < count) __builtin_prefetch(&in[uint32_t(key(i + 2 * AHEAD))]);
+        if (i + AHEAD < count)
+          for (int e : in[uint32_t(key(i + AHEAD))].v) __builtin_prefetch(&vertex(coords, stride, e));
+      }
+      for (int i = begin; i < end; ++i) {
+        const Tri& t = in[numbers[i - begin]];
+        tree.tris[i] = t;
         float lo[3], hi[3];
         for (int k = 0; k < 3; ++k) {
           const nrVec3f &a = vertex(coords, stride, t.v[0]), &b = vertex(coords, stride, t.v[1]),
@@ -139,27 +190,37 @@ struct nrPickTree::Builder {
           node.max[k] = std::max(node.max[k], hi[k] + margin);
         }
       }
-      return;
+      return at;
     }
-    int mid = split(keys, begin, end);
-    build(keys, begin, mid);
-    node.next = nodeCount;
+    int mid = split(begin, end);
+    for (int k = 1; k < 8; ++k) __builtin_prefetch(keys + 8 * size_t(mid + (end - mid) * k / 8));
+    build(begin, mid);
+    int right = build(mid, end);
+    Node &node = tree.nodes[at], &left = tree.nodes[at + 1], &other = tree.nodes[right];
+    node.next = right;
     node.count = 0;
-    build(keys, mid, end);
-    const Node &left = (&node)[1], &right = tree.nodes[node.next];
     for (int k = 0; k < 3; ++k) {
-      node.min[k] = std::min(left.min[k], right.min[k]);
-      node.max[k] = std::max(left.max[k], right.max[k]);
+      node.min[k] = std::min(left.min[k], other.min[k]);
+      node.max[k] = std::max(left.max[k], other.max[k]);
     }
+    return at;
   }
 };
 
 nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned char* coords, int stride,
                        std::unique_ptr<int[]> first, int primCount)
-    : version(version), primFirst(std::move(first)), looseCount(0), prims(primCount), scale(0) {
-  // The triangles boxes can hold, by number; the others are kept loose.
-  std::unique_ptr<int[]> kept(new int[count > 0 ? count : 1]);
-  int keptCount = 0;
+    : version(version),
+      nodes(nullptr, NodeRelease{0}),
+      tris(new Tri[count > 0 ? count : 1]),
+      boxedCount(0),
+      looseCount(0),
+      primFirst(std::move(first)),
+      prims(primCount),
+      scale(0) {
+  // The centres of the triangles boxes can hold go to the storage, and their
+  // bounds are gathered on the way.
+  unsigned char* storage = reinterpret_cast<unsigned char*>(tris.get());
+  float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
   std::vector<Tri> looseTris;
   for (int i = 0; i < count; ++i) {
     const nrVec3f* p[3] = {&vertex(coords, stride, in[i].v[0]), &vertex(coords, stride, in[i].v[1]),
@@ -167,8 +228,10 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
     bool finite = true;
     for (const nrVec3f* v : p)
       for (int k = 0; k < 3; ++k) {
-        finite = finite && std::isfinite((*v)[k]);
-        if (finite) scale = std::max(scale, std::fabs((*v)[k]));
+        float magnitude = std::fabs((*v)[k]);
+        bool usable = magnitude < HUGE_VALF;
+        finite &= usable;
+        scale = usable && magnitude > scale ? magnitude : scale;
       }
     double ab[3], ac[3];
     for (int k = 0; k < 3; ++k) {
@@ -178,23 +241,33 @@ nrPickTree::nrPickTree(int version, const Tri* in, int count, const unsigned cha
     double cross[3] = {ab[1] * ac[2] - ab[2] * ac[1], ab[2] * ac[0] - ab[0] * ac[2], ab[0] * ac[1] - ab[1] * ac[0]};
     double area2 = cross[0] * cross[0] + cross[1] * cross[1] + cross[2] * cross[2];
     double ab2 = ab[0] * ab[0] + ab[1] * ab[1] + ab[2] * ab[2], ac2 = ac[0] * ac[0] + ac[1] * ac[1] + ac[2] * ac[2];
-    if (!finite || !(area2 > MIN_SINE_SQUARED * ab2 * ac2))
+    if (!finite || !(area2 > MIN_SINE_SQUARED * ab2 * ac2)) {
       looseTris.push_back(in[i]);
-    else
-      kept[keptCount++] = i;
+      continue;
+    }
+    // Written field by field: a whole record built first would be read back
+    // before its parts had reached memory.
+    unsigned char* centre = storage + sizeof(Builder::Centre) * size_t(boxedCount++);
+    for (int k = 0; k < 3; ++k) {
+      float c = (*p[0])[k] + (*p[1])[k] + (*p[2])[k];
+      lo[k] = std::min(lo[k], c);
+      hi[k] = std::max(hi[k], c);
+      memcpy(centre + offsetof(Builder::Centre, c) + sizeof c * size_t(k), &c, sizeof c);
+    }
+    uint32_t number = uint32_t(i);
+    memcpy(centre + offsetof(Builder::Centre, number), &number, sizeof number);
   }
-  if (!looseTris.empty()) {
-    looseCount = int(looseTris.size());
-    loose.reset(new Tri[looseTris.size()]);
-    std::copy(looseTris.begin(), looseTris.end(), loose.get());
+  looseCount = int(looseTris.size());
+  if (boxedCount) {
+    static_assert(sizeof(Tri) >= 2 * sizeof(uint64_t) && sizeof(Builder::Centre) <= sizeof(Tri),
+                  "a triangle's storage holds two keys or a centre");
+    unsigned char* keys = storage + sizeof(Tri) * size_t(count) - sizeof(uint64_t) * size_t(boxedCount);
+    Builder builder{*this, in, coords, stride, boxedCount, storage, keys};
+    builder.mortonOrder(lo, hi);
+    builder.build(0, boxedCount);
+    builder.makeRoom(builder.used);
   }
-  if (keptCount == 0) return;
-  Builder builder{*this, in, coords, stride};
-  std::unique_ptr<Builder::Key[]> keys = builder.mortonOrder(kept.get(), keptCount);
-  kept.reset();
-  nodes.reset(new Node[Builder::nodesFor(keys.get(), 0, keptCount)]);
-  tris.reset(new Tri[keptCount]);
-  builder.build(keys.get(), 0, keptCount);
+  std::copy(looseTris.begin(), looseTris.end(), tris.get() + boxedCount);
 }
 
 bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride, int cullFace, TriTest test,
@@ -216,7 +289,7 @@ bool nrPickTree::pick(const nrSeg& seg, const unsigned char* coords, int stride,
     hit.order = tri.order;
     hit.normal = normal;
   };
-  for (int i = 0; i < looseCount; ++i) offer(loose[i]);
+  for (int i = boxedCount; i < boxedCount + looseCount; ++i) offer(tris[i]);
   if (!nodes) return found;
 
   float pad = SCALE_MARGIN * (scale + std::max({std::fabs(seg.pos[0]), std::fabs(seg.pos[1]), std::fabs(seg.pos[2])}));

@@ -47,22 +47,27 @@ class nrPickTree {
   // A box; a leaf's triangles are tris[next, next + count), an inner node's
   // children are the node after it and node next.
   struct Node {
-    NR_POOLED_OBJECTS
     float min[3], max[3];
     int next, count;
+  };
+  // Nodes come straight from the block allocator, so that their storage can
+  // grow while the tree is built; released with its size.
+  struct NodeRelease {
+    size_t bytes;
+    void operator()(Node* block) const { nrBlockAllocator::release(block, bytes); }
   };
   struct Builder;
 
   int version;
-  std::unique_ptr<Node[]> nodes;
+  std::unique_ptr<Node[], NodeRelease> nodes;
+  // The boxed triangles in the leaves' order, then the loose ones: those too
+  // thin for a box to be sure to hold every point the exact test accepts on
+  // them, tested on every pick.
   std::unique_ptr<Tri[]> tris;
-  // Triangles too thin for a box to be sure to hold every point the exact
-  // test accepts on them: tested on every pick.
-  std::unique_ptr<Tri[]> loose;
+  int boxedCount, looseCount;
   std::unique_ptr<int[]> primFirst;
-  int looseCount;
   int prims;
-  // The largest coordinate magnitude, which scales the boxes' margin.
+  // The largest finite coordinate magnitude, which scales the boxes' margin.
   float scale;
 };
 
