@@ -55,6 +55,8 @@ class nrAppearance : public nrContainer {
   explicit nrAppearance(nrType* type);
   ~nrAppearance() override;
 
+  // A texture is drawn only where texturing is on: setTexEnable(1) here or in
+  // the state around the shape (it is off by default).
   void setTexture(nrTexture* texture);
   nrTexture* getTexture() const;
   void setTexEnable(unsigned char on) { setFieldValue(texEnable, on, TEX_ENABLE); }
