@@ -48,7 +48,9 @@ class nrContainer : public nrObject {
   void setUserData(nrData* data);
   nrData* getUserData() const { return userData; }
   // Keeps its own copy; null or "" leaves the container unnamed, since an
-  // empty name could not be written after DEF.
+  // empty name could not be written after DEF. Written text reads back when
+  // names start with a letter or '_' and go on with letters, digits and '_';
+  // other names are kept as given, and vlDB refuses them after DEF.
   void setName(const char* name);
   const char* getName() const { return name; }
 
