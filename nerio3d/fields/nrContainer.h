@@ -38,7 +38,9 @@ class nrContainer : public nrObject {
 
   // The field object of index, created on first access; null past the type's fields.
   nrField* getField(int index);
-  // By name or alias; "set_x" and "x_changed" find x.
+  // By name or alias; "set_x" and "x_changed" find x. Null for a name the
+  // type lacks. Cast the field to its kind (nrSFVec3f, nrMFFloat ...) to read
+  // or set its value; isOfType tells the kind.
   nrField* getField(const char* name);
   int getNumFields() const;
 
