@@ -62,7 +62,10 @@ int main(int argc, char** argv) {
   nrContainer* scene = nullptr;
   nrPtrArray inlined;
   vlDB::readFile(argv[1], scene, inlined);
-  if (!scene) return 1;
+  if (!scene) {
+    fprintf(stderr, "%s: cannot read\n", argv[1]);  // a missing file gives no message of its own
+    return 1;
+  }
   scene->ref();
 
   App app;

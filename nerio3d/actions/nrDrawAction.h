@@ -22,7 +22,8 @@ class nrDrawAction : public nrVFCullAction {
   // root draws nothing and returns 0; it needs no camera. Any other root
   // without a camera gives one line on standard error and 0, drawing nothing.
   // Without a current context the traversal runs without touching one.
-  // begin and end keep the base's empty hooks, free for subclasses.
+  // begin and end keep the base's empty hooks, free for subclasses. The
+  // camera's matrices are not loaded here: call camera->draw(action) first.
   nrTravDirective apply(nrNode* root) override;
 
   nrContext* getContext() const { return context; }

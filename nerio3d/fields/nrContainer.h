@@ -38,7 +38,9 @@ class nrContainer : public nrObject {
 
   // The field object of index, created on first access; null past the type's fields.
   nrField* getField(int index);
-  // By name or alias; "set_x" and "x_changed" find x.
+  // By name or alias; "set_x" and "x_changed" find x. Null for a name the
+  // type lacks. Cast the field to its kind (nrSFVec3f, nrMFFloat ...) to read
+  // or set its value; isOfType tells the kind.
   nrField* getField(const char* name);
   int getNumFields() const;
 
@@ -48,7 +50,9 @@ class nrContainer : public nrObject {
   void setUserData(nrData* data);
   nrData* getUserData() const { return userData; }
   // Keeps its own copy; null or "" leaves the container unnamed, since an
-  // empty name could not be written after DEF.
+  // empty name could not be written after DEF. Written text reads back when
+  // names start with a letter or '_' and go on with letters, digits and '_';
+  // other names are kept as given, and vlDB refuses them after DEF.
   void setName(const char* name);
   const char* getName() const { return name; }
 

@@ -49,7 +49,9 @@ class nrField {
   EventClassEnum getEventClass() const { return static_cast<EventClassEnum>(eventClass); }
 
   // Routes: this field feeds `to`; refused silently for an input-only source,
-  // an output-only destination, or a route that exists already.
+  // an output-only destination, or a route that exists already. Kinds are not
+  // checked (engines route inputs of every kind to their trigger): a route
+  // between fields of different kinds carries staleness but no value.
   void connect(nrField* to);
   void disconnect(nrField* to);
   int getNumInputs() const { return inputs ? static_cast<int>(inputs->getCount()) : 0; }

@@ -21,6 +21,9 @@ class nrOutput {
   nrOutput& operator=(const nrOutput&) = delete;
 
   // Writes a whole graph; DEF/USE numbering starts afresh for every root.
+  // Only the containers are written: a file for vlDB to read needs the line
+  // "#VRML V2.0 utf8" before them, and routes, which are not written, follow
+  // as ROUTE statements between named containers (as nrdump writes them).
   void write(nrContainer* root);
 
   FILE* getStream() const { return stream; }

@@ -16,7 +16,9 @@ class nrGroup : public nrNode {
 
   // Every mutator signals a change of the children, even one that changes
   // nothing: a null node is not added, and an index out of range (insertion
-  // goes up to the count, replacement and removal below it) is ignored.
+  // goes up to the count, replacement and removal below it) is ignored. The
+  // group references its children; one it drops is released, and deleted
+  // when nothing else references it (ref a node first to move it elsewhere).
   void addChild(nrNode* node);
   void insertChild(int index, nrNode* node);
   void setChild(int index, nrNode* node);

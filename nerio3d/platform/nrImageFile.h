@@ -35,6 +35,8 @@ class nrImageFile {
 
   // Writes a PNG of 1 to 4 interleaved unsigned-char channels; rows are taken
   // bottom first, as glReadPixels returns them, when bottomFirst is set.
+  // False, with nothing printed, when the file cannot be written: the caller
+  // reports it.
   static bool writePNG(const char* path, int width, int height, int channels, const unsigned char* pixels,
                        bool bottomFirst);
 

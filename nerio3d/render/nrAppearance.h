@@ -55,6 +55,8 @@ class nrAppearance : public nrContainer {
   explicit nrAppearance(nrType* type);
   ~nrAppearance() override;
 
+  // A texture is drawn only where texturing is on: setTexEnable(1) here or in
+  // the state around the shape (it is off by default).
   void setTexture(nrTexture* texture);
   nrTexture* getTexture() const;
   void setTexEnable(unsigned char on) { setFieldValue(texEnable, on, TEX_ENABLE); }
@@ -120,6 +122,9 @@ class nrAppearance : public nrContainer {
   unsigned char getDepthMask() const { return getFieldValue(depthMask, DEPTH_MASK); }
   void setFogEnable(unsigned char on) { setFieldValue(fogEnable, on, FOG_ENABLE); }
   unsigned char getFogEnable() const { return getFieldValue(fogEnable, FOG_ENABLE); }
+  // Under lighting the colours of geometry show only with colour material on
+  // (they then stand for the material's ambient and diffuse colours); unlit
+  // geometry shows them as they are.
   void setMaterialModeEnable(nrContext::MaterialModeEnum mode) {
     setFieldValue(materialModeEnable, int(mode), MATERIAL_MODE_ENABLE);
   }

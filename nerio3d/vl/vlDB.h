@@ -20,6 +20,8 @@ class vlDB {
   // new root group. The root is set whenever the file could be opened, also
   // when a statement failed, and is unreferenced: the caller references it or
   // disposes of it with unref. 1 when the last statement read succeeded.
+  // A file that the search does not find gives a null root and no message:
+  // the caller reports it.
   // list is handed on to the reads of inlined files; the reader itself puts
   // nothing into it.
   static unsigned char readFile(const char* fileName, nrContainer*& root, nrPtrArray& list);

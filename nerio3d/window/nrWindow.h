@@ -1,7 +1,8 @@
 // An OpenGL window with its own graphics context. It turns the window system's
 // input into queued nrEvent records and drives the frame loop: time sensors,
-// the application's frame or event function, its render function, and the
-// pointer sensors.
+// the application's frame or event function and its render function. Pointer
+// sensors see the input only when the frame or event function hands it to
+// them with updateSensors(root, camera).
 //
 // Frames. With free run off (the default) every input event is handled at
 // once: processEvents advances the time sensors and calls the window's frame
