@@ -1,16 +1,20 @@
 #include "nerio3d/fields/nrContainer.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/core/nrDict.h"
 #include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrFieldInfo.h"
+#include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/fields/nrOutput.h"
+#include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrSField.h"
 
 NR_DEFINE_TYPE(nrContainer, nrObject, "Container") {}
@@ -387,6 +391,34 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
   table->addClonedInstance(from, this);
   copy(from, table);
   for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
+}
+
+nrContainer* nrContainer::findByName(const char* wanted) {
+  if (!wanted) return nullptr;
+  // A shared container is looked at once, and references that loop end.
+  nrDict seen(64);
+  nrPtrArray pending;
+  pending.append(this);
+  while (pending.getCount()) {
+    nrContainer* c = static_cast<nrContainer*>(pending[pending.getCount() - 1]);
+    pending.setCount(pending.getCount() - 1);
+    void* unused;
+    if (!c || seen.find(reinterpret_cast<uintptr_t>(c), unused)) continue;
+    seen.enter(reinterpret_cast<uintptr_t>(c), c);
+    if (c->name && !strcmp(c->name, wanted)) return c;
+    // Pushed last field first and last element first, so that the first is met first.
+    nrType* t = c->getType();
+    for (int i = t->getNumFields() - 1; i >= 0; --i) {
+      nrFieldInfo* info = t->getFieldInfo(i);
+      if (info->getFieldType() == nrSFRef::getClassType()) {
+        pending.append(*static_cast<nrSFRefInfo*>(info)->valueIn(c));
+      } else if (info->getFieldType() == nrMFRef::getClassType()) {
+        nrRefArray* list = static_cast<nrMFRefInfo*>(info)->valueIn(c);
+        for (unsigned k = list->getCount(); k-- > 0;) pending.append((*list)[k]);
+      }
+    }
+  }
+  return nullptr;
 }
 
 void nrContainer::write(nrOutput* out) { writeAs(out, getType()->getName()); }

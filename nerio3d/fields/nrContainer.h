@@ -55,6 +55,10 @@ class nrContainer : public nrObject {
   // other names are kept as given, and vlDB refuses them after DEF.
   void setName(const char* name);
   const char* getName() const { return name; }
+  // The first container named name met depth first from this one (itself
+  // included) through reference fields such as a group's children, or null;
+  // finds the nodes of a file read by vlDB by their DEF names.
+  nrContainer* findByName(const char* name);
 
   void connect(short fromIndex, nrContainer* to, short toIndex);
   void disconnect(short fromIndex, nrContainer* to, short toIndex);

@@ -70,22 +70,7 @@ struct Scene {
   // The container defined under name anywhere below the root.
   template <typename T = nrContainer>
   T* named(const char* name) const {
-    return static_cast<T*>(find(root, name));
-  }
-  static nrContainer* find(nrContainer* c, const char* name) {
-    if (c->getName() && !strcmp(c->getName(), name)) return c;
-    for (int i = 0; i < c->getNumFields(); ++i) {
-      nrField* f = c->getField(i);
-      if (f->getType() == nrSFRef::getClassType()) {
-        if (nrContainer* r = static_cast<nrSFRef*>(f)->get())
-          if (nrContainer* hit = find(r, name)) return hit;
-      } else if (f->getType() == nrMFRef::getClassType()) {
-        nrMFRef* list = static_cast<nrMFRef*>(f);
-        for (unsigned k = 0; k < list->getCount(); ++k)
-          if (nrContainer* hit = list->get(k) ? find(list->get(k), name) : nullptr) return hit;
-      }
-    }
-    return nullptr;
+    return static_cast<T*>(root->findByName(name));
   }
 };
 
@@ -156,6 +141,8 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
        [](const Scene& s) {
          nrGroup* a = s.named<nrGroup>("A");
          EXPECT_EQ(a->getNumChildren(), 0);
+         EXPECT_EQ(s.named("Absent"), nullptr);
+         EXPECT_EQ(s.root->findByName(nullptr), nullptr);
          // The material, not a node, is no child of the root.
          ASSERT_EQ(s.group()->getNumChildren(), 4);
          EXPECT_EQ(appearanceOf(s.child(1))->getMaterial(), s.named<nrMaterial>("M"));
