@@ -1,5 +1,18 @@
+#include <functional>
+
 #include "nerio3d/math/nrMatStack4f.h"
 #include "nrCapture.h"
+
+namespace {
+
+// Runs op, which must refuse with the given text.
+void expectRefused(const std::function<int()>& op, const char* text) {
+  int result = 1;
+  EXPECT_EQ(nrtest::captureStderr([&] { result = op(); }), text);
+  EXPECT_EQ(result, 0);
+}
+
+}  // namespace
 
 TEST(nrMatStack4f, DepthStopsOneBelowCapacity) {
   nrMatStack4f stack;
@@ -11,14 +24,9 @@ TEST(nrMatStack4f, DepthStopsOneBelowCapacity) {
   nrMatrix4f t;
   t.makeTrans(1, 2, 3);
   EXPECT_EQ(*stack.getTop(), t);  // each push copies the matrix below
-  int result = 1;
-  std::string err = nrtest::captureStderr([&] { result = stack.push(); });
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(err, "(WARN, USAGE): nrMatStack4f::push() - Matrix stack full\n");
+  expectRefused([&] { return stack.push(); }, "(WARN, USAGE): nrMatStack4f::push() - Matrix stack full\n");
   EXPECT_EQ(stack.getDepth(), 63);
-  err = nrtest::captureStderr([&] { result = stack.pushIdent(); });
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(err, "(WARN, USAGE): nrMatStack4f::pushIdent() - Matrix stack full\n");
+  expectRefused([&] { return stack.pushIdent(); }, "(WARN, USAGE): nrMatStack4f::pushIdent() - Matrix stack full\n");
   EXPECT_EQ(*stack.getTop(), t);
 }
 
@@ -32,10 +40,7 @@ TEST(nrMatStack4f, PopBelowOneResetsToIdentity) {
   EXPECT_EQ(*stack.getTop(), ident);
   EXPECT_EQ(stack.pop(), 1);
   EXPECT_EQ(*stack.getTop(), s);
-  int result = 1;
-  std::string err = nrtest::captureStderr([&] { result = stack.pop(); });
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(err, "(WARN, USAGE): nrMatStack4f::pop() - Matrix stack empty\n");
+  expectRefused([&] { return stack.pop(); }, "(WARN, USAGE): nrMatStack4f::pop() - Matrix stack empty\n");
   EXPECT_EQ(stack.getDepth(), 1);
   EXPECT_EQ(*stack.getTop(), ident);
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 TEST(nrSeg, EndPointsAndClipping) {
   nrSeg s;
   s.makePts(nrVec3f(1, 1, 1), nrVec3f(4, 5, 1));
@@ -65,29 +67,22 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
 
 TEST(nrPlane, ContainmentOfSpheresAndBoxes) {
   nrPlane p(nrVec3f(1, 0, 0), 0);  // inside: x < 0
-  nrSphereBound deep(nrVec3f(-2, 0, 0), 1);
-  EXPECT_EQ(p.contains(&deep), 7);
-  nrSphereBound s(nrVec3f(-1, 0, 0), 1);  // touching from inside: still partly
-  EXPECT_EQ(p.contains(&s), 3);
-  s.center.set(1, 0, 0);  // dist == radius is outside
-  EXPECT_EQ(p.contains(&s), 0);
-  s.makeEmpty();
-  s.center.set(-5, 0, 0);
-  EXPECT_EQ(p.contains(&s), 0);
+  // Deep inside, touching from inside (still partly), dist == radius (outside), empty.
+  const std::pair<nrSphereBound, int> spheres[] = {{{nrVec3f(-2, 0, 0), 1}, 7},
+                                                   {{nrVec3f(-1, 0, 0), 1}, 3},
+                                                   {{nrVec3f(1, 0, 0), 1}, 0},
+                                                   {{nrVec3f(-5, 0, 0), -1}, 0}};
+  for (const auto& [s, want] : spheres) EXPECT_EQ(p.contains(&s), want) << s.center[0];
 
+  // Corners on the plane count as outside. x + y < 1.5: six corners in, two
+  // out, which counts as entirely inside; x + y < 1: four in.
   nrBoxBound box(nrVec3f(0, 0, 0), nrVec3f(1, 1, 1));
-  nrPlane q(nrVec3f(0, 0, 1), 2);
-  EXPECT_EQ(q.contains(&box), 7);
-  q.offset = 0.5f;
-  EXPECT_EQ(q.contains(&box), 3);
-  q.offset = 0.0f;  // corners on the plane count as outside
-  EXPECT_EQ(q.contains(&box), 0);
-  // x + y < 1.5: six corners in, two out, which counts as entirely inside.
-  nrPlane diag;
+  nrPlane diag, half;
   diag.makeNormPt(nrVec3f(1, 1, 0), nrVec3f(0.75f, 0.75f, 0));
-  EXPECT_EQ(diag.contains(&box), 7);
-  diag.makeNormPt(nrVec3f(1, 1, 0), nrVec3f(0.5f, 0.5f, 0));  // four in
-  EXPECT_EQ(diag.contains(&box), 3);
+  half.makeNormPt(nrVec3f(1, 1, 0), nrVec3f(0.5f, 0.5f, 0));
+  const std::pair<nrPlane, int> planes[] = {
+      {{nrVec3f(0, 0, 1), 2}, 7}, {{nrVec3f(0, 0, 1), 0.5f}, 3}, {{nrVec3f(0, 0, 1), 0}, 0}, {diag, 7}, {half, 3}};
+  for (const auto& [q, want] : planes) EXPECT_EQ(q.contains(&box), want) << q.offset;
   nrBoxBound empty;
   EXPECT_EQ(nrPlane(nrVec3f(0, 0, 1), 100).contains(&empty), 0);
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 #include "nerio3d/actions/nrDrawAction.h"
@@ -12,20 +13,18 @@ namespace {
 
 const float tol = 1e-5f;
 
-struct Extents {
-  float l, r, b, t, n, f;
-};
+// Left, right, bottom, top, near and far.
+using Extents = std::array<float, 6>;
 
 Extents extentsOf(nrCamera* camera) {
   Extents e;
-  camera->getFrustum().getDiagCorners(&e.l, &e.r, &e.b, &e.t, &e.n, &e.f);
+  camera->getFrustum().getDiagCorners(&e[0], &e[1], &e[2], &e[3], &e[4], &e[5]);
   return e;
 }
 
-void expectExtents(nrCamera* camera, const Extents& x, const char* what) {
+void expectExtents(nrCamera* camera, const Extents& want, const char* what) {
   Extents e = extentsOf(camera);
-  const float got[] = {e.l, e.r, e.b, e.t, e.n, e.f}, want[] = {x.l, x.r, x.b, x.t, x.n, x.f};
-  for (int i = 0; i < 6; ++i) EXPECT_NEAR(got[i], want[i], tol) << what << ", extent " << "lrbtnf"[i];
+  for (int i = 0; i < 6; ++i) EXPECT_NEAR(e[i], want[i], tol) << what << ", extent " << "lrbtnf"[i];
 }
 
 using Camera = nrtest::ContextTest;
@@ -56,7 +55,7 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   persp->setAspectMode(nrFrustum::FIXED_HEIGHT_ASPECT);
   persp->setAspectRatio(2);
   Extents e = extentsOf(persp);
-  EXPECT_NEAR(e.r - e.l, 2 * (e.t - e.b), tol);
+  EXPECT_NEAR(e[1] - e[0], 2 * (e[3] - e[2]), tol);
 
   nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
   expectExtents(ortho, {-0.5f, 0.5f, -0.5f, 0.5f, 1, 1000}, "default orthographic");
@@ -85,8 +84,7 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   // A copy sees as its original does.
   for (nrCamera* camera : {static_cast<nrCamera*>(persp), static_cast<nrCamera*>(ortho), static_cast<nrCamera*>(given)}) {
     nrCamera* copy = static_cast<nrCamera*>(camera->clone(nrContainer::COPY_CLONE));
-    Extents x = extentsOf(camera);
-    expectExtents(copy, x, camera->getType()->getName());
+    expectExtents(copy, extentsOf(camera), camera->getType()->getName());
     EXPECT_EQ(copy->getViewMatrix(), camera->getViewMatrix()) << camera->getType()->getName();
     copy->unref();
   }

@@ -52,11 +52,10 @@ class Light : public nrtest::ContextTest {
 // The parameter names of the glLightfv calls, in order.
 Calls lightParameters(const Calls& calls) {
   Calls names;
-  for (const std::string& call : calls)
-    if (call.rfind("glLightfv(", 0) == 0) {
-      size_t start = call.find(", ") + 2;
-      names.push_back(call.substr(start, call.find(',', start) - start));
-    }
+  for (const std::string& call : nrtest::callsStarting(calls, "glLightfv(")) {
+    size_t start = call.find(", ") + 2;
+    names.push_back(call.substr(start, call.find(',', start) - start));
+  }
   return names;
 }
 
@@ -174,10 +173,7 @@ TEST_F(Light, AnEnvironmentScopesItsLightsAndFogToItsChildren) {
   EXPECT_TRUE(fogInside);
   EXPECT_FALSE(isOn(GL_FOG)) << "the context's own fog is off";
   EXPECT_EQ(a->getRefCount(), 1) << "the context let go of the lights";
-  Calls fogCalls;
-  for (const std::string& call : rec.calls())
-    if (call.rfind("glFog", 0) == 0) fogCalls.push_back(call);
-  EXPECT_EQ(fogCalls,
+  EXPECT_EQ(nrtest::callsStarting(rec.calls(), "glFog"),
             (Calls{"glFogi(GL_FOG_MODE, GL_LINEAR)", "glFogf(GL_FOG_DENSITY, 1)", "glFogf(GL_FOG_START, 0)",
                    "glFogf(GL_FOG_END, 1)", "glFogf(GL_FOG_INDEX, 1)", "glFogfv(GL_FOG_COLOR, {0, 0, 0, 0})"}));
 
@@ -236,11 +232,9 @@ TEST_F(Light, AQuadFacingADirectionalLightIsBrighterThanOneTurnedAway) {
   context->clear(nrContext::COLOR_CLEAR);
   context->setLightEnable(1);
   env->drawVisit(&action);
-  unsigned char facing[4], away[4];
-  nrgl::ReadPixels(16, 32, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, facing);
-  nrgl::ReadPixels(48, 32, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, away);
-  EXPECT_GT(facing[0], 150);
-  EXPECT_LT(away[0], facing[0] / 4);
+  int facing = pixelAt(16, 32)[0];
+  EXPECT_GT(facing, 150);
+  EXPECT_LT(pixelAt(48, 32)[0], facing / 4);
 }
 
 }  // namespace

@@ -16,6 +16,14 @@ namespace nrtest {
 
 using Calls = std::vector<std::string>;
 
+// The calls among these whose text starts with prefix.
+inline Calls callsStarting(const Calls& calls, const char* prefix) {
+  Calls found;
+  for (const std::string& call : calls)
+    if (call.rfind(prefix, 0) == 0) found.push_back(call);
+  return found;
+}
+
 class ContextTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -40,6 +48,12 @@ class ContextTest : public testing::Test {
     GLfloat v[16] = {};
     nrgl::GetFloatv(pname, v);
     return v[0];
+  }
+  // The red, green and blue of the pixel at x, y of the drawable.
+  static std::vector<int> pixelAt(int x, int y) {
+    unsigned char p[4];
+    nrgl::ReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+    return {p[0], p[1], p[2]};
   }
 
   nrDrawable* drawable = nullptr;

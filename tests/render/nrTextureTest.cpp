@@ -44,10 +44,7 @@ class Texture : public nrtest::ContextTest {
     nrGLRecorder rec;
     context->setTexture(texture);
     context->setTexture(nullptr);
-    Calls found;
-    for (const std::string& call : rec.calls())
-      if (call.rfind("glTexImage2D", 0) == 0) found.push_back(call);
-    return found;
+    return nrtest::callsStarting(rec.calls(), "glTexImage2D");
   }
 
   std::string dir;
@@ -225,11 +222,8 @@ TEST_F(Texture, ATexturedQuadShowsTheImageUpright) {
   nrgl::End();
   // Top left, top right, bottom left, bottom right of the 64 x 64 drawable.
   const int at[4][2] = {{8, 56}, {56, 56}, {8, 8}, {56, 8}};
-  for (int i = 0; i < 4; ++i) {
-    unsigned char p[4];
-    nrgl::ReadPixels(at[i][0], at[i][1], 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
-    EXPECT_EQ(std::vector<int>(p, p + 3), std::vector<int>(corners[i], corners[i] + 3)) << "corner " << i;
-  }
+  for (int i = 0; i < 4; ++i)
+    EXPECT_EQ(pixelAt(at[i][0], at[i][1]), std::vector<int>(corners[i], corners[i] + 3)) << "corner " << i;
   texture->unref();
 }
 
@@ -251,11 +245,8 @@ TEST_F(Texture, ImagesLoadOnDemandAndImageTexturesFollowTheirUrl) {
   EXPECT_EQ(nrtest::captureStderr([&] { image->draw(-1, -1, 0); }),
             "nrImage::load() Reading texture image " + red + "\n");
   EXPECT_EQ(image->getWidth(), 2);
-  unsigned char p[4];
-  nrgl::ReadPixels(1, 1, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
-  EXPECT_EQ(p[0], 255);
-  nrgl::ReadPixels(2, 2, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
-  EXPECT_EQ(p[0], 0);
+  EXPECT_EQ(pixelAt(1, 1)[0], 255);
+  EXPECT_EQ(pixelAt(2, 2)[0], 0);
   image->unref();
 
   // A level still to be loaded decides the format once loaded, at the upload.
