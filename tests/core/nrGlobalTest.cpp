@@ -11,18 +11,21 @@
 #include "nrCapture.h"
 
 TEST(nrGlobalNotify, PrintsSeverityTypeAndMessageVerbatim) {
-  EXPECT_EQ(nrtest::captureStderr([] { nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "x"); }),
-            "(FATAL, RESOURCE): x\n");
   // Every severity is printed; the message is never used as a format.
-  EXPECT_EQ(nrtest::captureStderr([] { nrGlobal::notify(nrGlobal::DEBUG, nrGlobal::PRINT, "%d %s"); }),
-            "(DEBUG, PRINT): %d %s\n");
-  EXPECT_EQ(nrtest::captureStderr([] { nrGlobal::notify(nrGlobal::FP_DEBUG, nrGlobal::MORE, "m\n"); }),
-            "(FP_DEBUG, MORE): m\n\n");
-  EXPECT_EQ(nrtest::captureStderr([] {
-              nrGlobal::notify(static_cast<nrGlobal::NotifySeverityEnum>(7),
-                               static_cast<nrGlobal::NotifyTypeEnum>(-1), nullptr);
-            }),
-            "(?, ?): \n");
+  const struct {
+    int severity, type;
+    const char *message, *expected;
+  } cases[] = {
+      {nrGlobal::FATAL, nrGlobal::RESOURCE, "x", "(FATAL, RESOURCE): x\n"},
+      {nrGlobal::DEBUG, nrGlobal::PRINT, "%d %s", "(DEBUG, PRINT): %d %s\n"},
+      {nrGlobal::FP_DEBUG, nrGlobal::MORE, "m\n", "(FP_DEBUG, MORE): m\n\n"},
+      {7, -1, nullptr, "(?, ?): \n"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(nrtest::captureStderr([&] {
+                nrGlobal::notify(nrGlobal::NotifySeverityEnum(c.severity), nrGlobal::NotifyTypeEnum(c.type), c.message);
+              }),
+              c.expected);
 }
 
 namespace {
@@ -81,16 +84,11 @@ TEST_F(nrFileSearch, SearchOrderIsNameEnvironmentThenFilePath) {
   setenv("NR_DATAFILE_PATH", (root + "/dir1::" + root + "/dir2/").c_str(), 1);
   nrGlobal::setFilePath("list1:list2");
 
-  makeFile("list2/x.wrl");
-  EXPECT_EQ(found("x.wrl", 1), "list2/x.wrl");
-  makeFile("list1/x.wrl");
-  EXPECT_EQ(found("x.wrl", 1), "list1/x.wrl");
-  makeFile("dir2/x.wrl");
-  EXPECT_EQ(found("x.wrl", 1), root + "/dir2/x.wrl");  // no second slash after "dir2/"
-  makeFile("dir1/x.wrl");
-  EXPECT_EQ(found("x.wrl", 1), root + "/dir1/x.wrl");
-  makeFile("x.wrl");
-  EXPECT_EQ(found("x.wrl", 1), "x.wrl");
+  // Each file made hides the ones before it; no second slash after "dir2/".
+  for (std::string made : {"list2/x.wrl", "list1/x.wrl", "/dir2/x.wrl", "/dir1/x.wrl", "x.wrl"}) {
+    makeFile(made);
+    EXPECT_EQ(found("x.wrl", 1), made[0] == '/' ? root + made : made);
+  }
 
   EXPECT_EQ(found("missing.wrl", 0), "list2/missing.wrl");
   EXPECT_EQ(found("", 0), "<null>");
@@ -101,10 +99,10 @@ TEST_F(nrFileSearch, DirectoryPartIsDroppedOnSecondTry) {
   for (const char* d : {"dir1", "dir2"}) makeDir(d);
   setenv("NR_DATAFILE_PATH", (root + "/dir1:" + root + "/dir2/").c_str(), 1);
 
-  makeFile("dir2/x.wrl");
-  EXPECT_EQ(found("models/x.wrl", 1), root + "/dir2//x.wrl");
-  makeFile("dir1/x.wrl");
-  EXPECT_EQ(found("models/x.wrl", 1), root + "/dir1//x.wrl");
+  for (std::string dir : {"/dir2/", "/dir1/"}) {
+    makeFile(dir + "x.wrl");
+    EXPECT_EQ(found("models/x.wrl", 1), root + dir + "/x.wrl");
+  }
   makeDir("models");
   makeFile("models/x.wrl");
   EXPECT_EQ(found("models/x.wrl", 1), "models/x.wrl");

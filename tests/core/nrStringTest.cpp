@@ -30,19 +30,14 @@ TEST(nrString, AssignAppendAndCompare) {
   nrString s;
   EXPECT_TRUE(s.isNull());
   // A null string equals a null pointer under both operators: kept asymmetry.
-  EXPECT_TRUE(s == nullptr);
-  EXPECT_TRUE(s != nullptr);
-  EXPECT_FALSE(s == "x");
-  EXPECT_FALSE(s != "x");
-
+  auto compared = [&](const char* text) { return std::pair(s == text, s != text); };
+  EXPECT_EQ(compared(nullptr), std::pair(true, true));
+  EXPECT_EQ(compared("x"), std::pair(false, false));
   s += "abc";
   s += nullptr;
   s += "def";
-  EXPECT_TRUE(s == "abcdef");
-  EXPECT_FALSE(s != "abcdef");
-  EXPECT_FALSE(s == nullptr);
-  EXPECT_TRUE(s != nullptr);
-
+  EXPECT_EQ(compared("abcdef"), std::pair(true, false));
+  EXPECT_EQ(compared(nullptr), std::pair(false, true));
   s = s.getString();  // assigning its own text is safe
   EXPECT_TRUE(s == "abcdef");
   nrString copy(s);
@@ -104,21 +99,15 @@ TEST(nrDict, EnterFindRemoveAndChainsByModulo) {
   EXPECT_TRUE(d.enter(10, ptr(100)));  // same bucket as 3
   EXPECT_FALSE(d.enter(3, ptr(31)));   // replaces
   // Keys wider than 32 bits stay distinct (addresses are keys).
-  unsigned long wide = 0x100000003ul;
-  EXPECT_TRUE(d.enter(wide, ptr(5)));
-  ASSERT_TRUE(d.find(3, v));
-  EXPECT_EQ(v, ptr(31));
-  EXPECT_TRUE(d.remove(3));
-  EXPECT_FALSE(d.remove(3));
-  ASSERT_TRUE(d.find(10, v));
-  EXPECT_EQ(v, ptr(100));
+  EXPECT_TRUE(d.enter(0x100000003ul, ptr(5)));
+  EXPECT_TRUE(d.find(3, v) && v == ptr(31));
+  EXPECT_TRUE(d.remove(3) && !d.remove(3));
+  EXPECT_TRUE(d.find(10, v) && v == ptr(100));
   d.clear();
   EXPECT_FALSE(d.find(10, v));
-
   // No buckets asked for still gives one.
   nrDict none(0);
-  EXPECT_TRUE(none.enter(3, ptr(3)));
-  EXPECT_TRUE(none.find(3, v));
+  EXPECT_TRUE(none.enter(3, ptr(3)) && none.find(3, v));
 }
 
 TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
@@ -132,24 +121,15 @@ TEST(nrStringDict, KeysAreCopiedAndEnumerationFollowsBuckets) {
   EXPECT_TRUE(d.enter(k2, ptr(2)));
   EXPECT_FALSE(d.enter(k5, ptr(55)));
   EXPECT_EQ(d.getSize(), 2u);
-
   void* v = nullptr;
-  ASSERT_TRUE(d.get(0, v));
-  EXPECT_EQ(v, ptr(2));
-  ASSERT_TRUE(d.get(1, v));
-  EXPECT_EQ(v, ptr(55));
+  EXPECT_TRUE(d.get(0, v) && v == ptr(2));
+  EXPECT_TRUE(d.get(1, v) && v == ptr(55));
   EXPECT_FALSE(d.get(2, v));
   EXPECT_EQ(v, nullptr);
-
-  EXPECT_TRUE(d.remove(k2));
-  EXPECT_FALSE(d.remove(k2));
+  EXPECT_TRUE(d.remove(k2) && !d.remove(k2));
   EXPECT_EQ(d.getSize(), 1u);
-
   // A null key is never entered or found; no buckets asked for still gives one.
-  EXPECT_FALSE(d.enter(nullptr, ptr(1)));
-  EXPECT_FALSE(d.find(nullptr, v));
-  EXPECT_FALSE(d.remove(nullptr));
+  EXPECT_FALSE(d.enter(nullptr, ptr(1)) || d.find(nullptr, v) || d.remove(nullptr));
   nrStringDict none(0);
-  EXPECT_TRUE(none.enter("a", ptr(1)));
-  EXPECT_TRUE(none.find("a", v));
+  EXPECT_TRUE(none.enter("a", ptr(1)) && none.find("a", v));
 }

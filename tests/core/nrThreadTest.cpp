@@ -40,21 +40,19 @@ double millisecondsOf(void (*fn)()) {
 TEST(nrThread, StartedThreadRunsWithItsOwnRecord) {
   int mine = 0;
   nrPrivate::setUserData(&mine);
-  Seen seen;
+  Seen seen, other;
   nrThread thread;
   EXPECT_FALSE(thread.isRunning());
   thread.start(recordAndSetUserData, &seen);
   thread.wait();
-  EXPECT_EQ(seen.userDataAtStart, nullptr);  // a fresh record, not the main thread's
   EXPECT_NE(seen.id, nrThread::getID());
-  EXPECT_EQ(nrPrivate::getUserData(), &mine);
   // The running mark stays once the thread is gone.
   EXPECT_TRUE(thread.isRunning());
-  // A thread of the application's own gets a fresh record on first use.
-  Seen other;
+  // A thread of the application's own gets a fresh record on first use too.
   std::thread([&] { recordAndSetUserData(&other); }).join();
-  EXPECT_EQ(other.userDataAtStart, nullptr);
-  EXPECT_EQ(nrPrivate::getUserData(), &mine);
+  // Fresh records, not the main thread's, which keeps its own.
+  EXPECT_EQ(std::tuple(seen.userDataAtStart, other.userDataAtStart, nrPrivate::getUserData()),
+            (std::tuple<void*, void*, void*>(nullptr, nullptr, &mine)));
   nrPrivate::setUserData(nullptr);
 }
 
@@ -70,13 +68,7 @@ TEST(nrThread, RestartWarnsButStartsAnotherAndExitEndsEarly) {
   EXPECT_EQ(runs.load(), 2);
 
   static std::atomic<int> steps{0};
-  nrThread early(
-      [](void*) {
-        ++steps;
-        nrThread::exit();
-        ++steps;
-      },
-      nullptr);
+  nrThread early([](void*) { ++steps, nrThread::exit(), ++steps; }, nullptr);
   early.wait();
   EXPECT_EQ(steps.load(), 1);
 
@@ -87,14 +79,12 @@ TEST(nrThread, StackSizeAppliesToThreadsStartedLater) {
   static size_t stack = 0;
   nrThread thread;
   thread.setStackSize(16u << 20);
-  thread.start(
-      [](void*) {
-        pthread_attr_t attr;
-        pthread_getattr_np(pthread_self(), &attr);
-        pthread_attr_getstacksize(&attr, &stack);
-        pthread_attr_destroy(&attr);
-      },
-      nullptr);
+  thread.start([](void*) {
+    pthread_attr_t attr;
+    pthread_getattr_np(pthread_self(), &attr);
+    pthread_attr_getstacksize(&attr, &stack);
+    pthread_attr_destroy(&attr);
+  }, nullptr);
   thread.wait();
   EXPECT_GE(stack, size_t{16u << 20});
 }
@@ -102,10 +92,7 @@ TEST(nrThread, StackSizeAppliesToThreadsStartedLater) {
 TEST(nrThread, SleepCountsWholeMilliseconds) {
   // Below a millisecond nothing sleeps: a hundred calls take far less than
   // the 100 ms that sleeping each time would cost.
-  EXPECT_LT(millisecondsOf([] {
-              for (int i = 0; i < 100; ++i) nrThread::sleep(999);
-            }),
-            50.0);
+  EXPECT_LT(millisecondsOf([] { for (int i = 0; i < 100; ++i) nrThread::sleep(999); }), 50.0);
   EXPECT_GE(millisecondsOf([] { nrThread::sleep(2500); }), 2.0);
 }
 

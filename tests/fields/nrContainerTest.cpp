@@ -57,8 +57,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   field<nrSFRef>(b, tstAll::REF)->set(leaf);
   EXPECT_EQ(leaf->getParent(2), b);
   EXPECT_EQ(leaf->getParent(3), nullptr);
-  EXPECT_EQ(la->getInput(0), nullptr);
-  EXPECT_EQ(la->getOutput(-1), nullptr);
+  EXPECT_EQ(std::pair(la->getInput(0), la->getOutput(-1)), (std::pair<nrField*, nrField*>()));
   a->copy(a);
   EXPECT_EQ(leaf->getParentCount(), 3) << "copying into itself references nothing again";
 
@@ -97,8 +96,7 @@ TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
   tstAll* copy = static_cast<tstAll*>(c->clone(nrContainer::COPY_CLONE));
   copy->ref();
   EXPECT_STREQ(copy->getName(), "first");
-  EXPECT_EQ(copy->getUserData(), data);
-  EXPECT_EQ(data->getRefCount(), 2);
+  EXPECT_EQ(std::pair(copy->getUserData(), data->getRefCount()), std::pair(data, 2));
   EXPECT_EQ(std::pair(copy->floatValue, copy->doubleValue), std::pair(2.0f, 6.0));
   EXPECT_EQ(copy->mfInt.getCount(), 1u);
   EXPECT_STREQ(copy->stringValue.getString(), "s");
@@ -127,8 +125,7 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   EXPECT_EQ(tstLeaf::live, 4);
   nrContainer *sharedCopy = copy->mfRef[0], *singleCopy = copy->mfRef[1];
   EXPECT_NE(sharedCopy, shared);
-  EXPECT_EQ(copy->mfRef[2], sharedCopy);
-  EXPECT_EQ(copy->refValue, sharedCopy);
+  EXPECT_EQ(std::pair(copy->mfRef[2], copy->refValue), std::pair(sharedCopy, sharedCopy));
   EXPECT_EQ(sharedCopy->getRefCount(), 3);
   EXPECT_EQ(shared->getParentCount(), 3) << "the source graph is left as it was";
   EXPECT_EQ(static_cast<tstLeaf*>(singleCopy)->value, 3.0f);
@@ -140,8 +137,8 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   }
   EXPECT_EQ(single->getField(tstLeaf::OUT_VALUE)->getNumOutputs(), 1);
   floatField(copy, tstAll::FLOAT)->set(9.0f);
-  EXPECT_EQ(floatField(singleCopy, tstLeaf::IN_VALUE)->get(), 9.0f);
-  EXPECT_EQ(floatField(single, tstLeaf::IN_VALUE)->get(), 0.5f);
+  EXPECT_EQ(std::pair(floatField(singleCopy, tstLeaf::IN_VALUE)->get(), floatField(single, tstLeaf::IN_VALUE)->get()),
+            std::pair(9.0f, 0.5f));
 
   copy->unref();
   EXPECT_EQ(tstLeaf::live, 2);
@@ -160,8 +157,7 @@ TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
   a->connect(tstAll::SHORT, b, tstAll::SHORT);
   nrField *route = a->getField(tstAll::SHORT), *list = a->getField(tstAll::MFINT);
   a->freeUnconnectedFields();
-  EXPECT_EQ(a->getField(tstAll::SHORT), route);
-  EXPECT_EQ(a->getField(tstAll::MFINT), list);
+  EXPECT_EQ(std::pair(a->getField(tstAll::SHORT), a->getField(tstAll::MFINT)), std::pair(route, list));
 
   // Fields that keep their own value are kept as well.
   tstWide* w = nrtest::held<tstWide>();
@@ -181,8 +177,7 @@ TEST(nrContainer, DirtyFieldTrackingBringsRecordedFieldsUpToDate) {
   EXPECT_TRUE(b->getField(tstAll::FLOAT)->isDirty());
   nrField::cleanFields();
   EXPECT_FALSE(b->getField(tstAll::FLOAT)->isDirty());
-  EXPECT_EQ(b->floatValue, 6.0f);
-  EXPECT_EQ(b->sideEffectsCleaned, 1);
+  EXPECT_EQ(std::pair(b->floatValue, b->sideEffectsCleaned), std::pair(6.0f, 1));
   EXPECT_TRUE(settled());
 
   // A record of a field that goes away is dropped with it.

@@ -62,12 +62,10 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
   fa->set(5.0f);
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
   a->connect(tstAll::FLOAT, b, tstAll::FLOAT);
-  EXPECT_EQ(fa->getNumOutputs(), 1);
-  EXPECT_TRUE(fb->isDirty());
+  EXPECT_EQ(std::pair(fa->getNumOutputs(), fb->isDirty()), std::pair(1, true));
   EXPECT_EQ(b->floatValue, 0.5f) << "nothing is copied before the read";
   EXPECT_EQ(fb->get(), 5.0f);
-  EXPECT_FALSE(fb->isDirty());
-  EXPECT_TRUE(b->getStaleInputMask().isZero());
+  EXPECT_FALSE(fb->isDirty() || !b->getStaleInputMask().isZero());
 
   // Fan-in: the last source to push staleness wins.
   c->connect(tstAll::FLOAT, b, tstAll::FLOAT);
@@ -90,8 +88,7 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
 
   // A dying container takes its routes with it.
   c->unref();
-  EXPECT_EQ(fb->getNumInputs(), 0);
-  EXPECT_TRUE(b->getStaleInputMask().isZero());
+  EXPECT_EQ(std::pair(fb->getNumInputs(), b->getStaleInputMask().isZero()), std::pair(0, true));
   nrtest::unref(a, b);
 }
 
@@ -140,8 +137,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   list->append(leaf);
   EXPECT_EQ(std::pair(leaf->getRefCount(), leaf->getParentCount()), std::pair(2, 2));
   EXPECT_TRUE(list->remove(leaf));
-  EXPECT_EQ(leaf->getParentCount(), 1);
-  EXPECT_EQ(leaf->getParent(1), nullptr);
+  EXPECT_EQ(std::pair(leaf->getParentCount(), leaf->getParent(1)), (std::pair<int, nrContainer*>(1, nullptr)));
   tstLeaf* other = new tstLeaf;
   list->set(0u, other);
   EXPECT_EQ(tstLeaf::live, 1);
@@ -152,8 +148,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   list->setRange(2, 2, range);
   EXPECT_EQ(other->getRefCount(), 1);
   EXPECT_EQ(list->replace(other, leaf), 1);
-  EXPECT_EQ(tstLeaf::live, 1);
-  EXPECT_EQ(leaf->getParentCount(), 4);
+  EXPECT_EQ(std::pair(tstLeaf::live, leaf->getParentCount()), std::pair(1, 4));
   nrContainer* read[4] = {};
   list->getRange(2, 4, read);
   EXPECT_EQ(read[1], leaf);
@@ -168,8 +163,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   list->set(2u, leaf = new tstLeaf);
   nrContainer* one[1] = {leaf};
   list->setRange(4, 1, one);
-  EXPECT_EQ(list->get(1), nullptr);
-  EXPECT_EQ(list->get(3), nullptr);
+  EXPECT_EQ(std::pair(list->get(1), list->get(3)), (std::pair<nrContainer*, nrContainer*>()));
 
   // Stores that find no storage, or would leave an element outside the list,
   // change nothing; a range from the list's own storage survives its growth.
@@ -181,8 +175,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   list->copy(nullptr);
   EXPECT_EQ(list->getCount(), 5u);
   list->setRange(12, 5, list->edit());
-  EXPECT_EQ(list->get(14), leaf);
-  EXPECT_EQ(list->get(11), nullptr);
+  EXPECT_EQ(std::pair(list->get(14), list->get(11)), (std::pair<nrContainer*, nrContainer*>(leaf, nullptr)));
   EXPECT_EQ(leaf->getRefCount(), refs + 2);
 
   list->append(new tstLeaf);
@@ -217,8 +210,7 @@ TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
   for (const auto& [call, message] : table) EXPECT_EQ(nrtest::captureStderr(call), message);
 
   EXPECT_EQ(ref->get(), nullptr);
-  EXPECT_EQ(list->getCount(), 1u);
-  EXPECT_EQ(list->get(0), good);
+  EXPECT_EQ(std::pair(list->getCount(), list->get(0)), std::pair(1u, static_cast<nrContainer*>(good)));
   EXPECT_EQ(std::pair(bad->getRefCount(), bad->getParentCount()), std::pair(1, 0));
   EXPECT_EQ(owner->changes[tstAll::MFREF], 1);
   nrtest::unref(bad, owner);

@@ -172,8 +172,7 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
            EXPECT_EQ(s.named<nrTimeSensor>(name)->getLoop(), 1) << name;
            EXPECT_EQ(s.named<nrTimeSensor>(name)->getEnabled(), 0) << name;
          }
-         EXPECT_EQ(s.named("C"), nullptr);
-         EXPECT_EQ(s.named("D"), nullptr);
+         EXPECT_EQ(std::pair(s.named("C"), s.named("D")), (std::pair<nrContainer*, nrContainer*>()));
          EXPECT_EQ(s.named<nrSwitch>("S")->getWhichChild(), 31);
        }},
       {"statements.wrl", 1, statements,
@@ -203,10 +202,9 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
        [](const Scene& s) {
          auto* set = static_cast<nrIndexedFaceSet*>(s.child<nrShape>(0)->getGeometry(0));
          EXPECT_NE(set->getNormalSet(), nullptr);
-         EXPECT_EQ(set->getNormalBind(), nrGeoSet::PER_VERTEX_NORMAL);
-         EXPECT_EQ(set->getTexCoordBind(), nrGeoSet::PER_VERTEX_TEX_COORD);
-         EXPECT_EQ(set->getColorBind(), nrGeoSet::NO_COLOR);
-         EXPECT_EQ(set->getBoundMode(), nrGeometry::STATIC);
+         EXPECT_EQ(std::tuple(set->getNormalBind(), set->getTexCoordBind(), set->getColorBind(), set->getBoundMode()),
+                   std::tuple(nrGeoSet::PER_VERTEX_NORMAL, nrGeoSet::PER_VERTEX_TEX_COORD, nrGeoSet::NO_COLOR,
+                              nrGeometry::STATIC));
        }},
       {"crease.wrl", 1, "",
        [](const Scene& s) {

@@ -95,25 +95,20 @@ TEST_F(vlInputTest, IntegersInEveryBaseLeaveTheInputAfterTheLastDigit) {
   }
 
   // Widths: out-of-range values saturate; the 16-bit forms keep the low bits.
-  int i;
-  long l;
-  short s;
-  unsigned u;
-  unsigned long ul;
-  unsigned short us;
-  auto next = [&](auto& v) {
+  auto next = [&](auto v) {
     EXPECT_TRUE(in.read(v));
     return v;
   };
   openBody("99999999999 -99999999999 99999999999 70000 0xFFFFFFFFF 0x1FFFF 99999999999999999999");
-  EXPECT_EQ(next(i), INT_MAX);
-  EXPECT_EQ(next(i), INT_MIN);
-  EXPECT_EQ(next(l), 99999999999L);
-  EXPECT_EQ(next(s), 4464);
-  EXPECT_EQ(next(u), UINT_MAX);
-  EXPECT_EQ(next(us), 0xFFFF);
-  EXPECT_EQ(next(ul), ULONG_MAX);
+  EXPECT_EQ(next(0), INT_MAX);
+  EXPECT_EQ(next(0), INT_MIN);
+  EXPECT_EQ(next(0L), 99999999999L);
+  EXPECT_EQ(next(short()), 4464);
+  EXPECT_EQ(next(0u), UINT_MAX);
+  EXPECT_EQ(next(static_cast<unsigned short>(0)), 0xFFFF);
+  EXPECT_EQ(next(0UL), ULONG_MAX);
   // Unsigned integers take no sign.
+  unsigned u;
   EXPECT_FALSE(openBody("-5").read(u));
   EXPECT_EQ(rest(), "-5");
 }
@@ -222,17 +217,10 @@ TEST_F(vlInputTest, BooleansAreTrueFalseOneOrZero) {
     ASSERT_TRUE(in.readBool(b));
     EXPECT_EQ(b, expected);
   }
-  struct Case {
-    const char* text;
-    const char* message;
-  } cases[] = {
-      {"[", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
-      {"257", "Illegal value for vlSFBool: 1 (must be 0 or 1)"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    openBody(c.text);
-    EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.readBool(b)); }), error(c.message, 2));
+  for (auto [text, message] : {std::pair{"[", "Unknown value (\"(must be TRUE or FALSE)\") for vlSFBool"},
+                               std::pair{"257", "Illegal value for vlSFBool: 1 (must be 0 or 1)"}}) {
+    openBody(text);
+    EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_FALSE(in.readBool(b)); }), error(message, 2)) << text;
   }
 }
 
@@ -280,19 +268,17 @@ TEST_F(vlInputTest, StringTokensAreQuotedWithEscapesOrEndAtWhiteSpace) {
 
 TEST_F(vlInputTest, IdentifiersAndNames) {
   nrName n;
-  ASSERT_TRUE(openBody("  Transform{").read(n, 1));
-  EXPECT_STREQ(n.getString(), "Transform");
-  EXPECT_EQ(rest(), "{");
+  using Texts = std::pair<std::string, std::string>;
+  auto name = [&](const std::string& body, int ident) {
+    EXPECT_TRUE(openBody(body).read(n, ident)) << body;
+    return Texts(n.getString(), rest());
+  };
+  EXPECT_EQ(name("  Transform{", 1), Texts("Transform", "{"));
   // A character that cannot start an identifier gives the empty name.
-  ASSERT_TRUE(openBody("9abc").read(n, 1));
-  EXPECT_STREQ(n.getString(), "");
-  EXPECT_EQ(rest(), "9abc");
+  EXPECT_EQ(name("9abc", 1), Texts("", "9abc"));
   // Identifiers keep 255 characters and drop the rest of the word.
-  ASSERT_TRUE(openBody(std::string(300, 'i') + " x").read(n, 1));
-  EXPECT_EQ(std::string(n.getString()), std::string(255, 'i'));
-  EXPECT_EQ(rest(), " x");
-  ASSERT_TRUE(openBody("\"a name\"").read(n, 0));
-  EXPECT_STREQ(n.getString(), "a name");
+  EXPECT_EQ(name(std::string(300, 'i') + " x", 1), Texts(std::string(255, 'i'), " x"));
+  EXPECT_EQ(name("\"a name\"", 0), Texts("a name", ""));
   EXPECT_FALSE(openBody("").read(n, 1));
 
   struct Case {
