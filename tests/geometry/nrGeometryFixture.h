@@ -2,6 +2,7 @@
 // with identity matrices, a draw action into it, and builders of small sets.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 #include <map>
@@ -97,11 +98,8 @@ class GeometryTest : public ContextTest {
   static Calls only(const nrGLRecorder& rec, std::initializer_list<const char*> prefixes) {
     Calls kept;
     for (const std::string& call : rec.calls())
-      for (const char* p : prefixes)
-        if (call.rfind(p, 0) == 0) {
-          kept.push_back(call);
-          break;
-        }
+      if (std::any_of(prefixes.begin(), prefixes.end(), [&](const char* p) { return call.rfind(p, 0) == 0; }))
+        kept.push_back(call);
     return kept;
   }
 

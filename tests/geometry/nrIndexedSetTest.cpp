@@ -146,20 +146,21 @@ TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
   const int tri[] = {0, 1, 2, -1};
   s->setCoordIndex(4, tri);
   s->setSolid(0);
-  std::string text = nrtest::writeToString([&](nrOutput* out) { out->write(s); });
+  auto written = [](nrContainer* c) { return nrtest::writeToString([&](nrOutput* out) { out->write(c); }); };
+  std::string text = written(s);
   EXPECT_EQ(text.rfind("\nIndexedFaceSet {\n  coord \n  Coordinate {\n    point [\n", 0), 0u) << text;
   EXPECT_NE(text.find("\n  solid FALSE\n  coordIndex [\n  0,\n"), std::string::npos) << text;
   for (const char* derived : {"IndexSet", "Bind", "primCount", "polyLength", "cullFace", "boxBound", "ccw"})
     EXPECT_EQ(text.find(derived), std::string::npos) << derived << " in " << text;
   // Culling set from the flags survives a write even at the default: `solid TRUE` is kept.
   s->setSolid(1);
-  text = nrtest::writeToString([&](nrOutput* out) { out->write(s); });
+  text = written(s);
   EXPECT_NE(text.find("\n  solid TRUE\n"), std::string::npos) << text;
   s->setSolid(0);
 
   nrIndexedLineSet* lines = set<nrIndexedLineSet>({{0, 0, 0}, {1, 0, 0}}, 0);
   lines->setCoordIndex(2, tri);
-  text = nrtest::writeToString([&](nrOutput* out) { out->write(lines); });
+  text = written(lines);
   EXPECT_EQ(text.rfind("\nIndexedLineSet {\n  coord \n", 0), 0u) << text;
   EXPECT_EQ(text.find("stripLength"), std::string::npos) << text;
 

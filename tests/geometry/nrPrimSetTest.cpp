@@ -100,17 +100,16 @@ TEST_F(PrimSet, WidthAndSizeWinOnlyOnceWrittenAndYieldToAnOverride) {
 }
 
 TEST_F(PrimSet, QuadsSplitThroughAReflexCorner) {
-  nrVec3f square[4] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
-  nrVec3f reflexB[4] = {{0, 0, 0}, {1, 0.3f, 0}, {2, 0, 0}, {1, 2, 0}};
-  nrVec3f reflexC[4] = {{1, 2, 0}, {0, 0, 0}, {1, 0.3f, 0}, {2, 0, 0}};
-  EXPECT_EQ(nrQuadSet::quadToTris(square[0], square[1], square[2], square[3]), 0);
-  EXPECT_EQ(nrQuadSet::quadToTris(reflexB[0], reflexB[1], reflexB[2], reflexB[3]), 1);
-  EXPECT_EQ(nrQuadSet::quadToTris(reflexC[0], reflexC[1], reflexC[2], reflexC[3]), 0);
-  nrQuadSet* q = set<nrQuadSet>({reflexB[0], reflexB[1], reflexB[2], reflexB[3]}, 1);
+  // A square, then the reflex corner at B and at C.
+  const nrVec3f q[3][4] = {{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}},
+                           {{0, 0, 0}, {1, 0.3f, 0}, {2, 0, 0}, {1, 2, 0}},
+                           {{1, 2, 0}, {0, 0, 0}, {1, 0.3f, 0}, {2, 0, 0}}};
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(nrQuadSet::quadToTris(q[i][0], q[i][1], q[i][2], q[i][3]), int(i == 1)) << i;
+  nrQuadSet* reflexB = set<nrQuadSet>({q[1][0], q[1][1], q[1][2], q[1][3]}, 1);
   int v[3];
-  ASSERT_TRUE(q->getPrimTri(0, 4, 1, v));
+  ASSERT_TRUE(reflexB->getPrimTri(0, 4, 1, v));
   EXPECT_EQ(v[0] * 100 + v[1] * 10 + v[2], 123);
-  EXPECT_FALSE(q->getPrimTri(0, 4, 2, v));
+  EXPECT_FALSE(reflexB->getPrimTri(0, 4, 2, v));
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 // Whole scenes: a camera, a light, transforms and one shape of every kind, as pixels;
-// picking against a brute-force test in world space.
+// a routed clock moving a shape; picking against a brute-force test in world space.
 #include <array>
 #include <cmath>
 #include <vector>
 
+#include "nerio3d/events/nrPositionInterpolator.h"
+#include "nerio3d/events/nrTimeSensor.h"
 #include "nerio3d/geometry/nrBox.h"
 #include "nerio3d/geometry/nrCone.h"
 #include "nerio3d/geometry/nrCylinder.h"
@@ -109,6 +111,41 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
     EXPECT_GT(bright, 0.6f) << "kind " << i;
     for (int c = 0; c < 3; ++c) EXPECT_NEAR(rgb[c], bright * palette[i][c], 0.08f) << "kind " << i << " channel " << c;
     EXPECT_EQ(at(x + 1.05f, y + 1.05f), BLACK) << "between the cells of kind " << i;
+  }
+}
+
+TEST_F(Scene, RoutedTimeMovesTheTransformAndItsPixels) {
+  nrTimeSensor* clock = make<nrTimeSensor>();
+  clock->setCycleInterval(2);
+  clock->setLoop(1);
+  nrPositionInterpolator* path = make<nrPositionInterpolator>();
+  nrFloatArray keys;
+  nrVec3fArray places;
+  for (int k = 0; k < 2; ++k) {
+    keys.append(float(k));
+    places.append(nrVec3f(4.0f * k - 2, 0, 0));
+  }
+  path->setKey(keys);
+  path->setKeyValue(places);
+  // Lit without lights: only the emissive red (and the ambient share of the red diffuse) shows.
+  nrAppearance* red = look(nrVec3f(1, 0, 0), true);
+  red->getMaterial()->setEmissiveColor(nrVec3f(1, 0, 0));
+  nrTransform* mover = place(shapeOf(make<nrBox>(), red), 0, 0, 0, 1);
+  clock->getField("fraction_changed")->connect(path->getField("set_fraction"));
+  path->getField("value_changed")->connect(mover->getField("set_translation"));
+
+  nrPerspCamera* camera = make<nrPerspCamera>();
+  camera->setPosition(0, 0, 10);
+  action->setCamera(camera);
+  for (float x : {-1.0f, 1.0f}) {
+    nrTimeSensor::updateSensors(1 + x / 2);
+    context->clear(nrContext::COLOR_CLEAR | nrContext::DEPTH_CLEAR);
+    camera->draw(action);
+    action->apply(mover);
+    EXPECT_FLOAT_EQ(mover->getMatrix()[3][0], x);
+    readFrame();
+    EXPECT_EQ(at(-1, 0), x < 0 ? RED : BLACK) << x;
+    EXPECT_EQ(at(1, 0), x > 0 ? RED : BLACK) << x;
   }
 }
 

@@ -24,10 +24,8 @@ nrTravDirective tstQuad::drawVisit(nrDrawAction* action) {
   action->getContext()->setCullFace(nrContext::BACK_CULL);
   nrgl::Begin(GL_QUADS);
   for (int half = 0; half < 2; ++half) {
-    if (half)
-      nrgl::Color3f(color[0], color[1], color[2]);
-    else
-      nrgl::Color3f(1, 1, 1);
+    const nrVec3f& c = half ? color : nrVec3f(1, 1, 1);
+    nrgl::Color3f(c[0], c[1], c[2]);
     float x0 = half - 1.0f, x1 = half;
     nrgl::Vertex3f(x0, -1, 0);
     nrgl::Vertex3f(x1, -1, 0);

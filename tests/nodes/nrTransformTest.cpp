@@ -48,15 +48,27 @@ std::vector<std::string> placementCalls(const nrGLRecorder& rec) {
 }
 
 nrVec3f mapped(nrTransform* t, const nrVec3f& p) {
-  nrMatrix4f m;
-  t->getMatrix(m);
   nrVec3f out;
-  out.xformPt(p, m);
+  out.xformPt(p, t->getMatrix());
   return out;
 }
 
-using Transform = nrtest::ContextTest;
 using Calls = nrtest::Calls;
+
+// A draw action into the context, looking through camera at z = 5.
+class Transform : public nrtest::ContextTest {
+ protected:
+  template <typename C>
+  C* look() {
+    C* camera = nrtest::held<C>();
+    camera->setPosition(0, 0, 5);
+    draw.setCamera(camera);
+    draw.setContext(context);
+    camera->unref();
+    return camera;
+  }
+  nrDrawAction draw;
+};
 
 }  // namespace
 
@@ -64,36 +76,19 @@ TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) 
   const nrMatrix4f shear(1, 0, 0, 0, 0.5f, 1, 0, 0, 0, 0, 1, 0, 0, 0, -3, 1);
   const Calls scaled = {"glPushMatrix()", "glEnable(GL_NORMALIZE)", "glMultMatrixf", "glDisable(GL_NORMALIZE)",
                         "glPopMatrix()"};
-  struct {
-    const char* name;
-    std::function<void(nrTransform*)> set;
-    Calls calls;
-  } cases[] = {
+  struct { const char* name; std::function<void(nrTransform*)> set; Calls calls; } cases[] = {
       {"default", [](nrTransform*) {}, {}},
-      {"translation back to zero",
-       [](nrTransform* t) {
-         t->setTranslation(1, 0, 0);
-         t->setTranslation(0, 0, 0);
-       },
+      {"translation back to zero", [](nrTransform* t) { t->setTranslation(1, 0, 0); t->setTranslation(0, 0, 0); },
        {"glPushMatrix()", "glTranslatef(0, 0, 0)", "glPopMatrix()"}},
-      {"rotation",
-       [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); },
+      {"rotation", [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); },
        {"glPushMatrix()", "glRotatef(28.6479, 0, 1, 0)", "glPopMatrix()"}},
-      {"rotation with a centre",
-       [](nrTransform* t) {
-         t->setRotation(0, 1, 0, 0.5f);
-         t->setCenter(1, 0, 0);
-       },
+      {"rotation with a centre", [](nrTransform* t) { t->setRotation(0, 1, 0, 0.5f); t->setCenter(1, 0, 0); },
        {"glPushMatrix()", "glMultMatrixf", "glPopMatrix()"}},
       {"uniform scale", [](nrTransform* t) { t->setScale(2, 2, 2); }, scaled},
       {"scale", [](nrTransform* t) { t->setScale(1, 3, 1); }, scaled},
       {"matrix", [&](nrTransform* t) { t->setMatrix(shear); }, scaled},
   };
-  nrPerspCamera* camera = nrtest::held<nrPerspCamera>();
-  camera->setPosition(0, 0, 5);
-  nrDrawAction draw;
-  draw.setCamera(camera);
-  draw.setContext(context);
+  nrPerspCamera* camera = look<nrPerspCamera>();
   for (const auto& c : cases) {
     nrTransform* t = nrtest::held<nrTransform>();
     tstProbe* probe = new tstProbe;
@@ -112,19 +107,14 @@ TEST_F(Transform, DrawingTakesTheCheapestPathAndKeepsOpenGLAndTheStackTogether) 
     }
     t->unref();
   }
-  camera->unref();
 }
 
 TEST_F(Transform, CullingUnderAnUnevenScaleKeepsWhatShows) {
   // The ortho view ends at y = 5; the leaf's sphere reaches past it only when
   // the outer scale stretches it, which the transforms below must keep.
-  nrOrthoCamera* camera = nrtest::held<nrOrthoCamera>();
-  camera->setPosition(0, 0, 5);
+  nrOrthoCamera* camera = look<nrOrthoCamera>();
   camera->setWidth(10);
   camera->setHeight(10);
-  nrDrawAction draw;
-  draw.setCamera(camera);
-  draw.setContext(context);
   const std::function<void(nrTransform*)> inner[] = {
       [](nrTransform* t) { t->setRotation(0, 0, 1, 0.001f); },
       [](nrTransform* t) { t->setScale(1.1f, 1.1f, 1.1f); }};
@@ -145,33 +135,17 @@ TEST_F(Transform, CullingUnderAnUnevenScaleKeepsWhatShows) {
     EXPECT_TRUE(probe->matches);
     outer->unref();
   }
-  camera->unref();
 }
 
 TEST(nrTransform, TheSphereFollowsTheParts) {
-  struct {
-    const char* name;
-    std::function<void(nrTransform*)> set;
-    nrVec3f center;
-    float radius;
-  } cases[] = {
+  struct { const char* name; std::function<void(nrTransform*)> set; nrVec3f center; float radius; } cases[] = {
       {"uniform scale", [](nrTransform* t) { t->setScale(2, 2, 2); }, {4, 0, 0}, 2},
       {"scale", [](nrTransform* t) { t->setScale(1, 3, 1); }, {2, 0, 0}, 3},
       {"scale along turned axes",
-       [](nrTransform* t) {
-         t->setScaleOrientation(0, 0, 1, halfPi / 2);
-         t->setScale(3, 1, 1);
-       },
-       {4, 2, 0},
-       3},
+       [](nrTransform* t) { t->setScaleOrientation(0, 0, 1, halfPi / 2); t->setScale(3, 1, 1); }, {4, 2, 0}, 3},
       {"translation", [](nrTransform* t) { t->setTranslation(0, 0, -5); }, {2, 0, -5}, 1},
-      {"rotation about a centre",
-       [](nrTransform* t) {
-         t->setCenter(1, 0, 0);
-         t->setRotation(0, 0, 1, halfPi);
-       },
-       {1, 1, 0},
-       1},
+      {"rotation about a centre", [](nrTransform* t) { t->setCenter(1, 0, 0); t->setRotation(0, 0, 1, halfPi); },
+       {1, 1, 0}, 1},
   };
   for (const auto& c : cases) {
     nrTransform* t = nrtest::held<nrTransform>();
@@ -193,12 +167,10 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
     EXPECT_TRUE(mapped(copy, nrVec3f(2, 0, 0)).almostEqual(mapped(t, nrVec3f(2, 0, 0)), 1e-5f)) << c.name;
     const nrVec3f& moved = copy->getTranslation();
     copy->setTranslation(moved[0], moved[1], moved[2] + 1);
-    nrSphereBound copied;
-    copy->getSphereBound(copied);
-    EXPECT_TRUE(copied.center.almostEqual(nrVec3f(c.center[0], c.center[1], c.center[2] + 1), 1e-5f)) << c.name;
-    EXPECT_FLOAT_EQ(copied.radius, c.radius / 2) << c.name;
-    copy->unref();
-    t->unref();
+    copy->getSphereBound(s);
+    EXPECT_TRUE(s.center.almostEqual(nrVec3f(c.center[0], c.center[1], c.center[2] + 1), 1e-5f)) << c.name;
+    EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
+    nrtest::unref(copy, t);
   }
 }
 
@@ -226,21 +198,17 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   float x, y, z;
   t->getTranslation(&x, &y, &z);
   EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(4, 5, 6));
-  t->getCenter(&x, &y, &z);
-  EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(0, 0, 0));
-  t->getScale(&x, &y, &z);
-  EXPECT_TRUE(nrVec3f(x, y, z).almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
+  EXPECT_EQ(t->getCenter(), nrVec3f(0, 0, 0));
+  EXPECT_TRUE(t->getScale().almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
   nrMatrix4f back;
   t->getMatrix(back);
   EXPECT_EQ(back, m);
   nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
-  copy->getMatrix(back);
-  EXPECT_EQ(back, m) << "a copy takes the matrix as it was set";
+  EXPECT_EQ(copy->getMatrix(), m) << "a copy takes the matrix as it was set";
   copy->unref();
   // Setting a part rebuilds the matrix from the derived parts: the same one.
   t->setCenter(0, 0, 0);
-  t->getMatrix(back);
-  EXPECT_TRUE(back.almostEqual(m, 1e-5f));
+  EXPECT_TRUE(t->getMatrix().almostEqual(m, 1e-5f));
   EXPECT_EQ(t->getKind(), nrTransform::TRANSLATE_KIND | nrTransform::ROTATE_KIND | nrTransform::SCALE_KIND);
   t->unref();
 }
