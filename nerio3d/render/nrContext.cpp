@@ -12,7 +12,7 @@
 #include "nerio3d/render/nrGL.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
-#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/geometry/nrOverrideGeoProp.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"
 #include "nerio3d/window/nrWindow.h"

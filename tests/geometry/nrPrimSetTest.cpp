@@ -6,7 +6,7 @@
 #include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
 #include "nerio3d/render/_nrGfx.h"
-#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/geometry/nrOverrideGeoProp.h"
 #include "nrGeometryFixture.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrMaterial.h"
-#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/geometry/nrOverrideGeoProp.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nrRenderFixture.h"
 

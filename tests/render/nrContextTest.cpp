@@ -6,7 +6,7 @@
 #include "nerio3d/render/nrFrustumCamera.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
-#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/geometry/nrOverrideGeoProp.h"
 #include "nerio3d/render/nrPointLight.h"
 #include "nerio3d/render/nrTexGen.h"
 #include "nerio3d/render/nrTexture.h"

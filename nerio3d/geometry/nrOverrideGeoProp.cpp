@@ -1,4 +1,4 @@
-#include "nerio3d/render/nrOverrideGeoProp.h"
+#include "nerio3d/geometry/nrOverrideGeoProp.h"
 
 NR_DEFINE_TYPE(nrOverrideGeoProp, nrObject, "OverrideGeoProp") {}
 
