@@ -34,7 +34,7 @@ nrTravDirective nrFog::drawVisit(nrDrawAction* action) {
 
 void nrFog::draw(nrDrawAction* action) {
   cleanPendingFields();
-  if (nrContext* context = action ? action->getContext() : nullptr) apply(context);
+  apply(action && action->getContext() ? action->getContext() : nrContext::getCurrent());
 }
 
 void nrFog::apply(nrContext* context) {

@@ -29,7 +29,7 @@ nrTravDirective nrLight::drawVisit(nrDrawAction* action) {
 
 void nrLight::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrContext* context = action ? action->getContext() : nullptr;
+  nrContext* context = action && action->getContext() ? action->getContext() : nrContext::getCurrent();
   if (!context) return;
   nrMatrix4f matrix;
   nrgl::GetFloatv(GL_MODELVIEW_MATRIX, matrix.mat[0]);

@@ -145,6 +145,14 @@ TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {
             (Calls{"GL_POSITION", "GL_DIFFUSE", "GL_AMBIENT", "GL_SPECULAR", "GL_SPOT_CUTOFF", "GL_SPOT_EXPONENT",
                    "GL_CONSTANT_ATTENUATION", "GL_LINEAR_ATTENUATION", "GL_QUADRATIC_ATTENUATION"}));
   EXPECT_EQ(rec.calls().back(), "glLightfv(GL_LIGHT5, GL_QUADRATIC_ATTENUATION, {2})");
+
+  nrDrawAction fresh;  // no context set: lights and fog go to the thread's current one, as shapes do
+  context->setFogEnable(1);
+  rec.clear();
+  hold(new nrDirectionalLight)->draw(&fresh);
+  hold(new nrFog)->draw(&fresh);
+  EXPECT_EQ(lightParameters(rec.calls()).size(), 9u);
+  EXPECT_EQ(nrtest::callsStarting(rec.calls(), "glFog").size(), 6u);
 }
 
 TEST_F(Light, AnEnvironmentScopesItsLightsAndFogToItsChildren) {
