@@ -794,13 +794,13 @@ int vlDB::readMFElt(FileState& file, A& array, unsigned index, unsigned& end) {
 
 // Nodes are stored by index in runs, each run with one change of the field;
 // the runs of nested lists wait on one stack in the file state.
-// A NULL element, or one that failed, leaves the value at its index; past the
-// field's current count it takes no index, so that lists get no holes.
+// A NULL element, or a node of a refused type, is not stored but uses up its
+// index: within the field's current count the old value stays, past it the
+// slot is left null when a later element is stored.
 unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
   nrMFRef* list = static_cast<nrMFRef*>(field);
   nrRefInfo* info = static_cast<nrRefInfo*>(field->getFieldInfo());
   nrContainer* owner = field->getContainer();
-  unsigned count = list->getCount();
   nrRefArray& pending = file.pendingNodes;
   const unsigned base = pending.getCount();
   unsigned runStart = 0;
@@ -813,7 +813,6 @@ unsigned char vlDB::readMFNodes(FileState& file, nrMField* field) {
     nrContainer* node;
     if (!readSFNode(file, node)) return 0;
     if (!node || !info->checkType("nrMFRef::set(int, nrContainer*)", node, owner)) {
-      if (index >= count) return 0;
       flush();
       return 1;
     }

@@ -160,11 +160,12 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
          EXPECT_EQ(std::vector<nrVec3f>(values.getArray(), values.getArray() + values.getCount()),
                    (std::vector<nrVec3f>{nrVec3f(5, 5, 5), nrVec3f(2, 2, 2)}));
          EXPECT_EQ(s.named<nrGroup>("G")->getNumChildren(), 1);
-         // Neither the NULL nor the refused material leaves a hole.
+         // The NULL and the refused material are not stored but use up their index.
          nrGroup* q = s.named<nrGroup>("Q");
-         ASSERT_EQ(q->getNumChildren(), 2);
-         EXPECT_EQ(q->getChild(0)->getType(), nrShape::getClassType());
+         ASSERT_EQ(q->getNumChildren(), 4);
+         EXPECT_EQ(std::pair(q->getChild(0), q->getChild(2)), (std::pair<nrNode*, nrNode*>()));
          EXPECT_EQ(q->getChild(1)->getType(), nrShape::getClassType());
+         EXPECT_EQ(q->getChild(3)->getType(), nrShape::getClassType());
        }},
       {"booleans.wrl", 1, booleans,
        [](const Scene& s) {
