@@ -247,11 +247,15 @@ void nrContainer::touchField(short index) {
   }
 }
 
+// Busy marks nest: a pull or push through a field that is already busy (an
+// engine evaluated inside a route cycle) leaves the outer mark in place, so
+// that the cycle still ends at the field.
 void nrContainer::dirtyFieldOutputs(nrField* field) {
   field->setDirty(true);
+  const bool wasBusy = field->isBusy();
   field->setBusy(true);
   if (field->getNumOutputs()) field->dirtyOutputs();
-  field->setBusy(false);
+  field->setBusy(wasBusy);
 }
 
 void nrContainer::cleanFieldInputs(nrField* field) {
@@ -270,11 +274,12 @@ void nrContainer::cleanFieldInputs(nrField* field) {
   // evaluation, a destination's fieldChanged): a referenced owner is held
   // until its value is copied.
   const nrKeepAlive hold(src->container);
+  const bool wasBusy = field->isBusy();
   field->setBusy(true);
   ++pullDepth;
   field->copy(src);
   --pullDepth;
-  field->setBusy(false);
+  field->setBusy(wasBusy);
 }
 
 void nrContainer::notifyParents(short index) {
