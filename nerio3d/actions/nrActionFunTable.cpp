@@ -23,7 +23,8 @@ void nrActionFunTable::addAction(nrType* type) {
     explicitTable(numRows, c) = nullptr;
     resolvedTable(numRows, c) = nullptr;
   }
-  type->setActionIndex(numRows++);
+  if (this == getTable()) type->setActionIndex(numRows);
+  ++numRows;
   rowTypes.append(type);
   dirty = true;
 }
@@ -36,16 +37,29 @@ void nrActionFunTable::addObject(nrType* type) {
     explicitTable(r, numCols) = nullptr;
     resolvedTable(r, numCols) = nullptr;
   }
-  type->setObjectIndex(numCols++);
+  if (this == getTable()) type->setObjectIndex(numCols);
+  ++numCols;
   colTypes.append(type);
   dirty = true;
 }
 
 bool nrActionFunTable::cellOf(nrType* dispatchType, nrType* objectType, int& row, int& col) const {
   if (!dispatchType || !objectType) return false;
-  row = dispatchType->getActionIndex();
-  col = objectType->getObjectIndex();
-  return row >= 0 && row < numRows && col >= 0 && col < numCols;
+  row = rowOf(dispatchType);
+  col = colOf(objectType);
+  return row >= 0 && col >= 0;
+}
+
+int nrActionFunTable::rowOf(nrType* type) const {
+  int i = type->getActionIndex();
+  if (i >= 0 && i < numRows && rowTypes[i] == type) return i;
+  return int(rowTypes.find(type));
+}
+
+int nrActionFunTable::colOf(nrType* type) const {
+  int i = type->getObjectIndex();
+  if (i >= 0 && i < numCols && colTypes[i] == type) return i;
+  return int(colTypes.find(type));
 }
 
 void nrActionFunTable::setFunction(nrType* dispatchType, nrType* objectType, Function fn) {
@@ -83,7 +97,7 @@ void nrActionFunTable::resolveRow(nrType* dispatchType) {
 }
 
 void nrActionFunTable::resolveEntry(nrType* dispatchType, nrType* objectType, Function inherited) {
-  int row = dispatchType->getActionIndex(), col = objectType->getObjectIndex();
+  int row = rowOf(dispatchType), col = colOf(objectType);
   if (row < 0 || col < 0) printf("######### row = %d, col = %d ############\n", row, col);
 
   Function candidate = inherited;
@@ -92,8 +106,9 @@ void nrActionFunTable::resolveEntry(nrType* dispatchType, nrType* objectType, Fu
     Function result = candidate;
     if (!result) {
       nrType* parent = dispatchType->getParent();
-      if (dispatchType != rowTypes[0] && parent && parent->getActionIndex() >= 0)
-        result = reinterpret_cast<Function>(resolvedTable.get(parent->getActionIndex(), col));
+      int parentRow = parent ? rowOf(parent) : -1;
+      if (dispatchType != rowTypes[0] && parentRow >= 0)
+        result = reinterpret_cast<Function>(resolvedTable.get(parentRow, col));
       if (!result) result = nop;
     }
     resolvedTable(row, col) = reinterpret_cast<void*>(result);

@@ -38,6 +38,10 @@ class nrActionFunTable {
  private:
   // The cell of a pair of types registered in this table; false for any other pair.
   bool cellOf(nrType* dispatchType, nrType* objectType, int& row, int& col) const;
+  // The row or column of a type in this table, or -1. The type records hold
+  // their indices in the process table; any other table looks its types up.
+  int rowOf(nrType* type) const;
+  int colOf(nrType* type) const;
   void flatten();
   void resolveRow(nrType* dispatchType);
   void resolveEntry(nrType* dispatchType, nrType* objectType, Function inherited);

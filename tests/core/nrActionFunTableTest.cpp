@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "nerio3d/core/nrObject.h"
+#include "nrCapture.h"
 
 namespace {
 void bindingA(nrAction*, nrObject*) {}
@@ -61,6 +62,24 @@ TEST(nrActionFunTable, InheritanceAlongBothHierarchiesObjectFirst) {
   table->setFunction(nullptr, h.shape, bindingC);
   EXPECT_EQ(table->getFunction(h.dispatch, h.shape), &bindingB);
   EXPECT_EQ(table->getFunction(nullptr, nullptr), &nrActionFunTable::nop);
+}
+
+TEST(nrActionFunTable, AnotherTableResolvesItsOwnTypesAndLeavesTheProcessTableAlone) {
+  Hierarchy& h = hierarchy();
+  const int row = h.dispatch->getActionIndex(), col = h.shape->getObjectIndex();
+  nrActionFunTable own(1, 1);
+  own.addAction(h.dispatch);
+  own.addObject(h.node);
+  own.addObject(h.shape);
+  own.setFunction(h.dispatch, h.node, bindingC);
+  nrActionFunTable::Function found = nullptr;
+  // Subtypes it never registered are reported on standard output as it resolves.
+  nrtest::captureStdout([&] { found = own.getFunction(h.dispatch, h.shape); });
+  EXPECT_EQ(found, &bindingC);
+  EXPECT_EQ(own.getFunction(h.dispatch, h.light), &nrActionFunTable::nop);
+  EXPECT_EQ(h.dispatch->getActionIndex(), row);
+  EXPECT_EQ(h.shape->getObjectIndex(), col);
+  EXPECT_NE(nrActionFunTable::getTable()->getFunction(h.dispatch, h.shape), &bindingC);
 }
 
 TEST(nrActionFunTableDeathTest, ApplyIsATrap) {
