@@ -90,7 +90,8 @@ class nrMFRefInfo : public nrRefInfo {
   nrField* instantiate(nrContainer* owner) override { return new nrMFRef(owner, getIndex()); }
   void reset(nrContainer* owner) override { valueIn(owner)->setCount(0); }
   bool isDefault(nrContainer* owner) override { return valueIn(owner)->getCount() == 0; }
-  // Shares the elements; what `to` held before is not released.
+  // Shares the elements and releases what `to` held before, so a dropped
+  // child keeps no link to a parent it no longer belongs to.
   void copy(nrContainer* to, nrContainer* from) override;
   void write(nrOutput* out, nrContainer* owner) override;
   void release(nrContainer* owner) override;

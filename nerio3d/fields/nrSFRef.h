@@ -64,7 +64,8 @@ class nrSFRefInfo : public nrRefInfo {
   nrField* instantiate(nrContainer* owner) override { return new nrSFRef(owner, getIndex()); }
   void reset(nrContainer* owner) override { *valueIn(owner) = nullptr; }
   bool isDefault(nrContainer* owner) override { return *valueIn(owner) == nullptr; }
-  // Shares the container; what `to` held before is not released.
+  // Shares the container and releases what `to` held before, so a dropped
+  // child keeps no link to a parent it no longer belongs to.
   void copy(nrContainer* to, nrContainer* from) override;
   void write(nrOutput* out, nrContainer* owner) override;
   void release(nrContainer* owner) override;
