@@ -155,6 +155,18 @@ unsigned countOf(nrContainer* set) {
   return static_cast<Set*>(set)->getCount();
 }
 
+// Element e of an attribute set through its index set; the origin where the
+// data does not reach (no set, an index or element past the end).
+template <typename Set>
+nrVec3f elementAt(nrContainer* set, nrContainer* indexSet, int e) {
+  AttrLimit limit;
+  if (set) limit.from(set, countOf<Set>, indexSet);
+  if (!limit.has(e)) return nrVec3f(0, 0, 0);
+  nrGLAttr a;
+  static_cast<Set*>(set)->getGLAttr(a);
+  return elementOf(a, limit.index ? limit.index[e] : e);
+}
+
 }  // namespace
 
 NR_DEFINE_TYPE(nrGeoSet, nrGeometry, "GeoSet") {
@@ -612,12 +624,7 @@ int nrGeoSet::getDrawablePrimCount() {
   return drawablePrims = p;
 }
 
-nrVec3f nrGeoSet::getCoord(int v) {
-  nrGLAttr a;
-  static_cast<nrCoordSet*>(coordSet)->getGLAttr(a);
-  const int* index = indicesOf(coordIndexSet);
-  return elementOf(a, index ? index[v] : v);
-}
+nrVec3f nrGeoSet::getCoord(int v) { return elementAt<nrCoordSet>(coordSet, coordIndexSet, v); }
 
 void nrGeoSet::calcBound(nrBoxBound& box) {
   box.makeEmpty();
@@ -850,10 +857,8 @@ nrVec3f nrGeoSet::getRefPoint(int, int firstVertex, int) { return getCoord(first
 
 void nrGeoSet::getNormBB(int firstVertex, int count, nrVec3f& min, nrVec3f& max) {
   nrBoxBound box;
-  nrGLAttr a;
-  static_cast<nrNormalSet*>(normalSet)->getGLAttr(a);
-  const int* index = indicesOf(normalIndexSet);
-  for (int v = firstVertex; v < firstVertex + count; ++v) box.extendBy(elementOf(a, index ? index[v] : v));
+  for (int v = firstVertex; v < firstVertex + count; ++v)
+    box.extendBy(elementAt<nrNormalSet>(normalSet, normalIndexSet, v));
   min = box.min;
   max = box.max;
 }
@@ -866,14 +871,9 @@ void nrGeoSet::getPrimNormBB(int prim, int firstVertex, int count, nrVec3f& min,
       getNormBB(firstVertex, count, min, max);
       break;
     case PER_PRIM_NORMAL:
-    case OVERALL_NORMAL: {
-      nrGLAttr a;
-      static_cast<nrNormalSet*>(normalSet)->getGLAttr(a);
-      const int* index = indicesOf(normalIndexSet);
-      int e = normalBinding == PER_PRIM_NORMAL ? prim : 0;
-      min = max = elementOf(a, index ? index[e] : e);
+    case OVERALL_NORMAL:
+      min = max = elementAt<nrNormalSet>(normalSet, normalIndexSet, normalBinding == PER_PRIM_NORMAL ? prim : 0);
       break;
-    }
     default:
       break;
   }

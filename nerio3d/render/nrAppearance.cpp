@@ -23,6 +23,15 @@ void addEnumField(nrType* type, const char* name, short index, int defaultValue,
   for (const char* valueName : names) type->getFieldInfo(index)->addEnum(value++, valueName);
 }
 
+// Hands the four components of a colour or mask out through pointers.
+template <typename V, typename T>
+void getComponents(const V& v, T* r, T* g, T* b, T* a) {
+  *r = v[0];
+  *g = v[1];
+  *b = v[2];
+  *a = v[3];
+}
+
 }  // namespace
 
 NR_DEFINE_TYPE(nrAppearance, nrContainer, "Appearance") {
@@ -154,4 +163,16 @@ void nrAppearance::getGfx(_nrGfx& gfx) const {
   gfx.transpEnable = transpEnable;
   gfx.fogEnable = fogEnable;
   gfx.depthEnable = depthEnable;
+}
+
+void nrAppearance::getTexBlendColor(float* r, float* g, float* b, float* a) const {
+  getComponents(getTexBlendColor(), r, g, b, a);
+}
+
+void nrAppearance::getBlendColor(float* r, float* g, float* b, float* a) const {
+  getComponents(getBlendColor(), r, g, b, a);
+}
+
+void nrAppearance::getColorMask(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a) const {
+  getComponents(getColorMask(), r, g, b, a);
 }

@@ -68,6 +68,7 @@ class nrAppearance : public nrContainer {
   }
   void setTexBlendColor(const nrVec4f& color) { setFieldValue(texBlendColor, color, TEX_BLEND_COLOR); }
   const nrVec4f& getTexBlendColor() const { return getFieldValue(texBlendColor, TEX_BLEND_COLOR); }
+  void getTexBlendColor(float* r, float* g, float* b, float* a) const;
   void setTexEnv(nrContext::TexEnvEnum env) { setFieldValue(texEnv, int(env), TEX_ENV); }
   nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(getFieldValue(texEnv, TEX_ENV)); }
   void setTexGen(nrTexGen* texGen);
@@ -99,6 +100,7 @@ class nrAppearance : public nrContainer {
   }
   void setBlendColor(const nrVec4f& color) { setFieldValue(blendColor, color, BLEND_COLOR); }
   const nrVec4f& getBlendColor() const { return getFieldValue(blendColor, BLEND_COLOR); }
+  void getBlendColor(float* r, float* g, float* b, float* a) const;
   void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
   nrContext::SrcBlendFuncEnum getSrcBlendFunc() const {
     return nrContext::SrcBlendFuncEnum(getFieldValue(srcBlendFunc, SRC_BLEND_FUNC));
@@ -112,6 +114,7 @@ class nrAppearance : public nrContainer {
   }
   void setColorMask(const nrVec4ub& mask) { setFieldValue(colorMask, mask, COLOR_MASK); }
   const nrVec4ub& getColorMask() const { return getFieldValue(colorMask, COLOR_MASK); }
+  void getColorMask(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a) const;
   void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
   unsigned char getDepthEnable() const { return getFieldValue(depthEnable, DEPTH_ENABLE); }
   void setDepthFunc(nrContext::DepthFuncEnum func) { setFieldValue(depthFunc, int(func), DEPTH_FUNC); }

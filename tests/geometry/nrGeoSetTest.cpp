@@ -307,6 +307,13 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   t->buildBPCullData();
   EXPECT_EQ((*t->getBPCullDelta())[0], -2.0f);
   EXPECT_EQ((*t->getBPCullCenter())[0], nrVec3f(0, 0, 0));
+  // The primitive helpers read data that is missing as the origin.
+  nrVec3f lo, hi;
+  t->getNormBB(1, 4, lo, hi);
+  EXPECT_EQ(hi, nrVec3f(0, 0, 1));
+  EXPECT_EQ(t->getRefPoint(0, 5, 3), nrVec3f(0, 0, 0));
+  make<nrTriSet>()->getPrimFaceNormBB(0, 0, 3, lo, hi);
+  EXPECT_EQ(hi, nrVec3f(0, 0, 0));
 
   // Per-primitive normals give the cones; immediate mode skips a culled
   // primitive's per-vertex colours with it. Arrays the application sets

@@ -68,6 +68,8 @@ TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
   nrTexGen *genFrom = nrtest::held<nrTexGen>(), *genTo = nrtest::held<nrTexGen>();
   from->connect(nrAppearance::SHADE_MODEL, to, nrAppearance::SHADE_MODEL);
   from->connect(nrAppearance::ALPHA_REF, to, nrAppearance::ALPHA_REF);
+  from->connect(nrAppearance::COLOR_MASK, to, nrAppearance::COLOR_MASK);
+  from->connect(nrAppearance::BLEND_COLOR, to, nrAppearance::BLEND_COLOR);
   genFrom->connect(nrTexGen::PLANE_T, genTo, nrTexGen::PLANE_T);
   to->draw(nullptr);
   from->setShadeModel(nrContext::FLAT_SHADE);
@@ -77,6 +79,14 @@ TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
   from->setAlphaRef(0.5f);
   genFrom->setPlaneT(1, 2, 3, 4);
   EXPECT_EQ(to->getAlphaRef(), 0.5f);
+  from->setColorMask(1, 0, 1, 0);
+  from->setBlendColor(0.5f, 0.25f, 0, 1);
+  unsigned char mask[4];
+  to->getColorMask(&mask[0], &mask[1], &mask[2], &mask[3]);
+  EXPECT_EQ(nrVec4ub(mask[0], mask[1], mask[2], mask[3]), nrVec4ub(1, 0, 1, 0));
+  float color[4];
+  to->getBlendColor(&color[0], &color[1], &color[2], &color[3]);
+  EXPECT_EQ(nrVec4f(color[0], color[1], color[2], color[3]), nrVec4f(0.5f, 0.25f, 0, 1));
   EXPECT_EQ(genTo->getPlaneT(), nrVec4f(1, 2, 3, 4));
   nrtest::unref(from, to, genFrom, genTo);
 }
