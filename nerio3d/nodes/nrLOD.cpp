@@ -89,7 +89,7 @@ void nrLOD::fieldChanged(short index) {
 
 void nrLOD::copy(nrContainer* from, nrCloneTable* table) {
   nrSwitch::copy(from, table);
-  if (from->isOfType(getClassType())) centerUnset = static_cast<nrLOD*>(from)->centerUnset;
+  if (from && from->isOfType(getClassType())) centerUnset = static_cast<nrLOD*>(from)->centerUnset;
 }
 
 int nrLOD::rangeIndex(nrTransformAction* action) {

@@ -137,7 +137,7 @@ void nrTransform::fieldChanged(short index) {
 
 void nrTransform::copy(nrContainer* from, nrCloneTable* table) {
   nrGroup::copy(from, table);
-  if (!from->isOfType(getClassType())) return;
+  if (!from || !from->isOfType(getClassType())) return;
   // The matrix may have been set as it is (setMatrix): it is taken over rather
   // than rebuilt from the parts. The children's sphere is found again when
   // the node's own is next recomputed.

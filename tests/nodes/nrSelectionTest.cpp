@@ -5,6 +5,7 @@
 
 #include "../render/nrRenderFixture.h"
 #include "nerio3d/actions/nrIsectAction.h"
+#include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/nodes/nrBillboard.h"
 #include "nerio3d/nodes/nrCollision.h"
 #include "nerio3d/nodes/nrInline.h"
@@ -82,6 +83,19 @@ TEST(nrSelection, SceneFileNamesFindTheFieldsAtTheirIndices) {
     EXPECT_EQ(f ? f->getIndex() : -1, n.index) << nodes[n.node]->getType()->getName() << "." << n.name;
   }
   for (nrContainer* c : nodes) c->unref();
+}
+
+TEST(nrSelection, CopyFromNullLeavesEveryGroupAsItWas) {
+  nrGroup* groups[] = {groupOf<nrLOD>("", {}), groupOf<nrTransform>("", {}), groupOf<nrSwitch>("", {}),
+                       groupOf<nrBillboard>("", {})};
+  nrCloneTable table;
+  for (nrGroup* g : groups) {
+    g->addChild(new tstLeaf);
+    g->copy(nullptr, &table);
+    g->copy(nullptr);
+    EXPECT_EQ(g->getNumChildren(), 1) << g->getType()->getName();
+    g->unref();
+  }
 }
 
 TEST(nrLOD, RangesAreBoundariesAndOnlyTenCanBeSet) {
