@@ -732,6 +732,7 @@ void nrGeoSet::indexAttribute(nrMFInt* list, nrIndexSet*& own, nrContainer*& mem
 }
 
 void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
+  if (!from || from == this) return;
   nrContainer** sets[] = {&coordIndexSet, &normalIndexSet, &colorIndexSet, &texCoordIndexSet};
   // Copying shares references without releasing what was held before.
   for (nrContainer** s : sets) {

@@ -68,7 +68,7 @@ void nrCamera::fieldChanged(short index) {
 
 void nrCamera::copy(nrContainer* from, nrCloneTable* table) {
   nrContainer::copy(from, table);
-  if (!from->isOfType(getClassType())) return;
+  if (!from || !from->isOfType(getClassType())) return;
   nrCamera* source = static_cast<nrCamera*>(from);
   viewMatrix = source->viewMatrix;
   frustum.copy(&source->frustum);

@@ -518,7 +518,7 @@ void nrContext::setBackMaterial(nrMaterial* material) {
 }
 
 void nrContext::setMaterialModeEnable(int mode) {
-  if (!set(_nrGfx::MATERIAL_MODE_ENABLE_ELT, &_nrGfx::materialModeEnable, static_cast<MaterialModeEnum>(mode)))
+  if (!set(_nrGfx::MATERIAL_MODE_ENABLE_ELT, &_nrGfx::materialModeEnable, mode ? COLOR_MATERIAL : NO_COLOR_MATERIAL))
     return;
   if (mode) {
     for (auto& face : heldMaterialKnown) face[0] = face[1] = false;
@@ -684,6 +684,7 @@ void nrContext::enableLightSlot(int slot, unsigned char on) {
 
 int nrContext::getLightTarget(nrLight* light, const nrMatrix4f& matrix, int& sameIndex) {
   sameIndex = -1;
+  if (!light) return -1;
   LightSlot* slots = lights[lightLevel];
   for (int i = 0; i < LIGHT_SLOTS; ++i) {
     LightSlot& slot = slots[i];

@@ -97,7 +97,7 @@ void nrImage::fieldChanged(short index) {
 
 void nrImage::copy(nrContainer* from, nrCloneTable* table) {
   nrContainer::copy(from, table);
-  if (from->isOfType(getClassType())) needsLoading = static_cast<nrImage*>(from)->needsLoading;
+  if (from && from->isOfType(getClassType())) needsLoading = static_cast<nrImage*>(from)->needsLoading;
 }
 
 void nrImage::setPixels(const void* data, unsigned count) {

@@ -148,7 +148,7 @@ void nrTexture::childChanged(nrContainer* child, short index) {
 
 void nrTexture::copy(nrContainer* from, nrCloneTable* table) {
   nrContainer::copy(from, table);
-  if (!from->isOfType(getClassType())) return;
+  if (!from || !from->isOfType(getClassType())) return;
   // The copy shares the levels; it does not read the file again.
   nrTexture* source = static_cast<nrTexture*>(from);
   lastLoaded = source->lastLoaded;

@@ -177,6 +177,13 @@ TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
   EXPECT_NE(lineCopy->getCoordIndexSet(), lines->getCoordIndexSet());
   EXPECT_EQ(lineCopy->getColorIndexSet(), lineCopy->getCoordIndexSet());
   EXPECT_EQ(lineCopy->getPrimCount(), 1);
+
+  // Copying from null or from itself keeps the set's index sets.
+  for (nrContainer* from : {static_cast<nrContainer*>(nullptr), static_cast<nrContainer*>(s)}) {
+    s->copy(from);
+    ASSERT_NE(s->getCoordIndexSet(), nullptr);
+    EXPECT_EQ(values(s->getCoordIndexSet()->getArray()), (std::vector<int>{0, 1, 2}));
+  }
 }
 
 }  // namespace

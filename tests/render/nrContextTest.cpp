@@ -4,6 +4,7 @@
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrFog.h"
 #include "nerio3d/render/nrFrustumCamera.h"
+#include "nerio3d/render/nrImage.h"
 #include "nerio3d/render/nrLight.h"
 #include "nerio3d/render/nrMaterial.h"
 #include "nerio3d/geometry/nrOverrideGeoProp.h"
@@ -235,7 +236,15 @@ TEST_F(Context, ValuesOutsideAnEnumerationAreRefusedAndNullsIgnored) {
   light->draw(nullptr);
   nrFrustumCamera* camera = nrtest::held<nrFrustumCamera>();
   camera->setFrustum(nullptr);
-  nrtest::unref(camera, light, fog);
+  camera->copy(nullptr);
+  nrImage* image = nrtest::held<nrImage>();
+  image->copy(nullptr);
+  int same = 0;
+  EXPECT_EQ(context->getLightTarget(nullptr, nrMatrix4f(), same), -1);
+  // Any mode other than 0 turns colour material on.
+  context->setMaterialModeEnable(2);
+  EXPECT_TRUE(isOn(GL_COLOR_MATERIAL));
+  nrtest::unref(image, camera, light, fog);
 }
 
 TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {
