@@ -378,7 +378,12 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
   from->cleanPendingFields();
   if (from->name) setName(from->name);
   setUserData(from->userData);
-  int n = getNumFields() < from->getNumFields() ? getNumFields() : from->getNumFields();
+  // Fields are taken up to the count of the nearest type both are of: for
+  // related types the smaller count, for unrelated ones only what their
+  // common ancestor stores, so no descriptor reads storage `from` lacks.
+  nrType* common = from->getType();
+  while (common && !isOfType(common)) common = common->getParent();
+  int n = common ? common->getNumFields() : 0;
   for (int i = 0; i < n; ++i) {
     type->getFieldInfo(i)->copy(this, from);
     nrField* field = from->fields && static_cast<unsigned>(i) < from->fields->getCount() ? (*from->fields)[i] : nullptr;

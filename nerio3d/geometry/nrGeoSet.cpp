@@ -592,9 +592,11 @@ int nrGeoSet::getDrawablePrimCount() {
   bool ok = (normalBinding != OVERALL_NORMAL || normals.has(0)) && (colorBinding != OVERALL_COLOR || colors.has(0));
   // Sets are nearly always whole: checked in bulk first, primitive by
   // primitive only to find where one is not.
+  // A primitive count far beyond the coordinates stops where they run out.
+  const long coordsGiven = coords.index ? coords.indexCount : coords.count;
   long vertices = 0;
   int whole = 0;
-  for (; whole < primCount; ++whole) {
+  for (; whole < primCount && vertices <= coordsGiven; ++whole) {
     int len = getPrimLen(whole);
     if (len < 0) break;
     vertices += len;

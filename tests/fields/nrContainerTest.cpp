@@ -74,6 +74,10 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   field<nrSFRef>(a, tstAll::REF)->set(leaf);
   a->copy(c);
   EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces";
+  floatField(leaf, tstLeaf::VALUE)->set(5.0f);
+  field<nrSFRef>(c, tstAll::REF)->set(leaf);
+  leaf->copy(c);
+  EXPECT_EQ(floatField(leaf, tstLeaf::VALUE)->get(), 5.0f) << "an unrelated type shares no field to copy";
   nrtest::unref(leaf, a, c);
 }
 

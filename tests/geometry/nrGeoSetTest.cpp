@@ -7,6 +7,7 @@
 #include "nerio3d/fields/nrSFRef.h"
 #include "nerio3d/fields/nrMField.h"
 #include "nerio3d/geometry/nrColorSet4f.h"
+#include "nerio3d/geometry/nrLineSet.h"
 #include "nerio3d/geometry/nrNormalSet3s.h"
 #include "nerio3d/geometry/nrTexCoordSet2f.h"
 #include "nerio3d/geometry/nrTriSet.h"
@@ -419,6 +420,11 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   strips->setPrimCount(INT_MAX);
   strips->boundCoords(box, INT_MAX, nullptr);
   EXPECT_EQ(box.max, nrVec3f(0.5f, 0.5f, 0.5f));
+  nrLineSet* lines = set<nrLineSet>({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, INT_MAX);
+  rec.clear();
+  lines->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_LINES, 0, 2)"})
+      << "counted up to where the coordinates end, not to the count";
 }
 
 }  // namespace
