@@ -15,7 +15,7 @@ class nrMFRef : public nrMField {
   }
   nrContainer* get(unsigned i) {
     validate();
-    return (*value)[i];
+    return i < value->getCount() ? (*value)[i] : nullptr;
   }
   void get(unsigned i, nrContainer*& v) { v = get(i); }
   nrContainer* operator[](unsigned i) { return get(i); }

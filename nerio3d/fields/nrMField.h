@@ -33,18 +33,14 @@ class nrMFieldOf : public nrMField {
     validate();
     return value->getCount();
   }
-  T get(unsigned i) {
-    validate();
-    return (*value)[i];
-  }
+  // A read past the end gives the element type's default, not memory past the list.
   const T& operator[](unsigned i) {
     validate();
-    return (*value)[i];
+    static const T none{};
+    return i < value->getCount() ? (*value)[i] : none;
   }
-  void get(unsigned i, T& v) {
-    validate();
-    v = (*value)[i];
-  }
+  T get(unsigned i) { return (*this)[i]; }
+  void get(unsigned i, T& v) { v = (*this)[i]; }
   void getRange(unsigned start, unsigned n, T* out) {
     validate();
     value->getRange(start, n, out);

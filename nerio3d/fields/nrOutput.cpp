@@ -28,6 +28,7 @@ void nrOutput::write(nrContainer* root) {
 }
 
 void nrOutput::indent() {
+  if (!stream) return;
   for (int i = 0; i < level; ++i) fputs("  ", stream);
 }
 

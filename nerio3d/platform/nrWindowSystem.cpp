@@ -162,6 +162,13 @@ bool open() {
 
 int createWindow(unsigned long mode, int x, int y, int width, int height, const char* title) {
   if (!open()) return 0;
+  // The toolkit ends the process when no pixel format has the mode; ask first.
+  if (!isDisplayModePossible(mode)) {
+    const std::string message =
+        "no pixel format has the display mode " + std::to_string(mode) + ": no window can be made";
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::RESOURCE, message.c_str());
+    return 0;
+  }
   glutInitDisplayMode(static_cast<unsigned>(mode));
   glutInitWindowPosition(x, y);
   glutInitWindowSize(width, height);

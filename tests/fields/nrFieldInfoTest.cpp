@@ -156,5 +156,10 @@ TEST(nrOutput, WritesToAFileByPath) {
   std::ifstream in(path);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "\nTestLeaf {\n}");
   unlink(path.c_str());
+  // A path that cannot be opened leaves a writer that writes nothing.
+  nrOutput none("/nonexistent/dir/x");
+  none.setLevel(2);
+  none.indent();
+  none.write(leaf);
   leaf->unref();
 }

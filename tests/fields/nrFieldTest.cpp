@@ -26,6 +26,9 @@ TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
   EXPECT_EQ(list->getCount(), 5u);
   EXPECT_EQ(std::pair(list->get(4)[0], list->get(0)[0]), std::pair(2.0f, 5.0f));
   EXPECT_EQ(c->changes[tstAll::MFVEC3F], 3);
+  nrVec3f past(7, 7, 7);
+  list->get(5, past);
+  EXPECT_EQ(std::tuple(past[0], list->get(~0u)[1], (*list)[5][2]), std::tuple(0.0f, 0.0f, 0.0f)) << "reads past the end";
 
   // Copies take a value of the same kind only, strings as their own text.
   tstAll* other = nrtest::held<tstAll>();
@@ -175,7 +178,7 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   list->copy(nullptr);
   EXPECT_EQ(list->getCount(), 5u);
   list->setRange(12, 5, list->edit());
-  EXPECT_EQ(std::pair(list->get(14), list->get(11)), (std::pair<nrContainer*, nrContainer*>(leaf, nullptr)));
+  EXPECT_EQ(std::tuple(list->get(14), list->get(11), (*list)[~0u]), (std::tuple<nrContainer*, nrContainer*, nrContainer*>(leaf, nullptr, nullptr)));
   EXPECT_EQ(leaf->getRefCount(), refs + 2);
 
   list->append(new tstLeaf);

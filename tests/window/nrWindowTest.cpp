@@ -174,6 +174,14 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
   EXPECT_EQ(nrWindow::get(nrWindow::WINDOW_WIDTH_QUERY), nrWindowSystem::MAX_WINDOW_SIDE);
   EXPECT_EQ(nrtest::captureStderr([] { nrWindow::setDisplay(":7"); }),
             "(WARN, USAGE): the display \":7\" is not used: windows open on the display named by DISPLAY\n");
+  // A mode that no pixel format has makes no window instead of ending the program.
+  nrWindow::initDisplayMode(nrWindow::INDEX_MODE);
+  nrWindow* none = nullptr;
+  EXPECT_EQ(nrtest::captureStderr([&] { none = new nrWindow("index"); }),
+            "(WARN, RESOURCE): no pixel format has the display mode 1: no window can be made\n");
+  nrWindow::initDisplayMode(146);
+  EXPECT_EQ(none->getThisWindowContext(), nullptr);
+  delete none;
 }
 
 TEST_F(WindowLoop, FrameFunctionAnswersSwitchFreeRunAndCloseEndsTheLoop) {
