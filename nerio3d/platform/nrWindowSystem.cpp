@@ -162,8 +162,12 @@ bool open() {
 
 int createWindow(unsigned long mode, int x, int y, int width, int height, const char* title) {
   if (!open()) return 0;
-  // The toolkit ends the process when no pixel format has the mode; ask first.
-  if (!isDisplayModePossible(mode)) {
+  // The toolkit ends the process when no pixel format has the mode, after
+  // trying it with double buffering added and without multisampling; ask first.
+  const bool possible = isDisplayModePossible(mode) ||
+                        (!(mode & GLUT_DOUBLE) && isDisplayModePossible(mode | GLUT_DOUBLE)) ||
+                        ((mode & GLUT_MULTISAMPLE) && isDisplayModePossible(mode & ~GLUT_MULTISAMPLE));
+  if (!possible) {
     const std::string message =
         "no pixel format has the display mode " + std::to_string(mode) + ": no window can be made";
     nrGlobal::notify(nrGlobal::WARN, nrGlobal::RESOURCE, message.c_str());
