@@ -56,19 +56,23 @@ bench: bench-build
 bench-micro: bench-build
 	@for b in $(BUILD_DIR)-bench/bench/*Bench; do $$b; done
 
-# A fuzzing campaign against the scene reader (FUZZ_SECONDS, 10 minutes by
-# default), built with clang in its own tree, where the corpus grows from the
+# A fuzzing campaign (FUZZ_SECONDS, 10 minutes by default) against one
+# target (FUZZ_TARGET): vlDBFuzz reads scenes from arbitrary bytes,
+# vlSceneFuzz also draws, picks, animates, writes and copies what it read.
+# Built with clang in its own tree, where each target's corpus grows from the
 # sample scenes and failing inputs land (keep each one in
 # tests/data/fuzz-regressions/, which the test suite reads). It runs in the
 # sample directory so that the textures and inlines that inputs name exist.
 FUZZ_SECONDS ?= 600
+FUZZ_TARGET ?= vlDBFuzz
 FUZZ_DIR = $(abspath $(BUILD_DIR))-fuzz
 fuzz:
 	@bash scripts/setup clang libclang-rt-14-dev
 	@CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNERIO3D_FUZZ=ON -DNERIO3D_TESTS=OFF >/dev/null
-	@cmake --build $(FUZZ_DIR) -j $(JOBS) --target vlDBFuzz
-	@mkdir -p $(FUZZ_DIR)/corpus
-	@cd tests/data && $(FUZZ_DIR)/fuzz/vlDBFuzz $(FUZZ_DIR)/corpus . -artifact_prefix=$(FUZZ_DIR)/ \
+	@cmake --build $(FUZZ_DIR) -j $(JOBS) --target $(FUZZ_TARGET)
+	@mkdir -p $(FUZZ_DIR)/corpus-$(FUZZ_TARGET)
+	@cd tests/data && LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0 \
+	  $(FUZZ_DIR)/fuzz/$(FUZZ_TARGET) $(FUZZ_DIR)/corpus-$(FUZZ_TARGET) . -artifact_prefix=$(FUZZ_DIR)/ \
 	  -dict=$(CURDIR)/fuzz/vrml.dict -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 \
 	  -max_len=4096 -close_fd_mask=2 -print_final_stats=1
 
