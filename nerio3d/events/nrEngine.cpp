@@ -65,9 +65,10 @@ void nrEngine::cleanFieldInputs(nrField* field) {
     // that moment; the cycle path would evaluate again, but an engine runs at
     // most once per change of its inputs.
     if (!evaluating) evalWrapper();
-  } else if (field->isDirty()) {
+  } else {
     // An input that went stale after the last evaluation (a route cycle back
-    // into the engine): pull it, so that cleaning the container ends.
+    // into the engine), or whose stale mark outlived one of several routes
+    // into it being removed: pull it, so that cleaning the container ends.
     nrContainer::cleanFieldInputs(field);
   }
 }

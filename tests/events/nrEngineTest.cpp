@@ -106,7 +106,20 @@ TEST(nrEngine, EvaluatesOnlyWhenReadAndOncePerChange) {
               EXPECT_EQ(s->getValue(), 10.0f);
             }),
             "");
-  nrtest::unref(m, s);
+
+  // Two routes into the fraction, one removed: the stale mark the other
+  // leaves behind is cleared by the next read instead of being read forever.
+  tstProbe *a = nrtest::held<tstProbe>(), *b = nrtest::held<tstProbe>();
+  s->setKey(floats({0, 1}));
+  s->setKeyValue(floats({0, 10}));
+  a->connect(tstProbe::FRACTION, s, nrInterpolator::FRACTION_FIELD);
+  b->connect(tstProbe::FRACTION, s, nrInterpolator::FRACTION_FIELD);
+  b->getField(tstProbe::FRACTION)->disconnect(s->getField(nrInterpolator::FRACTION_FIELD));
+  nrScalarInterpolator* copy = static_cast<nrScalarInterpolator*>(s->clone(nrContainer::COPY_CLONE));
+  copy->ref();
+  EXPECT_EQ(copy->getValue(), s->getValue());
+  copy->unref();
+  nrtest::unref(a, b, m, s);
 }
 
 TEST(nrEngine, ReleasedByItsOwnEvaluationWhileAReaderPulls) {
