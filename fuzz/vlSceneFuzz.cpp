@@ -2,10 +2,7 @@
 // application would use it: bounded, drawn offscreen, picked, animated by its
 // time sensors, written out, copied and drawn again. Whatever the scene,
 // each of these must end without errors of memory or behaviour.
-#include <cstdint>
-#include <cstdio>
-
-#include "nerio3d/nerio3d.h"
+#include "vlFuzzRead.h"
 
 namespace {
 
@@ -34,9 +31,7 @@ void pick(nrNode* root) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Inlined files named "/dev/stdin" must not wait for input.
-  if (!freopen("/dev/null", "r", stdin)) return 1;
-  vlDB::init();
+  if (!vlFuzzInit()) return 1;
   nrDrawable* drawable = nrDrawable::createOffscreen(kSize, kSize);
   if (!drawable) return 1;
   context = new nrContext(drawable);
@@ -50,15 +45,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  // fmemopen refuses an empty buffer: the empty input reads from /dev/null.
-  static char empty;
-  FILE* stream = size ? fmemopen(const_cast<uint8_t*>(data), size, "r") : fmemopen(&empty, 1, "r");
-  if (!stream) return 0;
-  if (!size) getc(stream);
-  nrContainer* read = nullptr;
-  nrPtrArray list;
-  vlDB::readStream(stream, read, list);
-  fclose(stream);
+  nrContainer* read = vlFuzzRead(data, size);
   if (!read) return 0;
   if (read->isOfType(nrNode::getClassType())) {
     nrNode* root = static_cast<nrNode*>(read);
