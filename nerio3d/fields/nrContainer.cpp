@@ -384,8 +384,11 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
   nrType* common = from->getType();
   while (common && !isOfType(common)) common = common->getParent();
   int n = common ? common->getNumFields() : 0;
+  // An index a type registered no field at is skipped, here and below.
   for (int i = 0; i < n; ++i) {
-    type->getFieldInfo(i)->copy(this, from);
+    nrFieldInfo* info = type->getFieldInfo(i);
+    if (!info) continue;
+    info->copy(this, from);
     nrField* field = from->fields && static_cast<unsigned>(i) < from->fields->getCount() ? (*from->fields)[i] : nullptr;
     if (field) field->copyConnections(getField(i), table);
   }
@@ -400,7 +403,8 @@ void nrContainer::recursiveCopy(nrContainer* from, nrCloneTable* table) {
   }
   table->addClonedInstance(from, this);
   copy(from, table);
-  for (int i = 0; i < getNumFields(); ++i) type->getFieldInfo(i)->cloneReferences(this, table);
+  for (int i = 0; i < getNumFields(); ++i)
+    if (nrFieldInfo* info = type->getFieldInfo(i)) info->cloneReferences(this, table);
 }
 
 nrContainer* nrContainer::findByName(const char* wanted) {
@@ -420,6 +424,7 @@ nrContainer* nrContainer::findByName(const char* wanted) {
     nrType* t = c->getType();
     for (int i = t->getNumFields() - 1; i >= 0; --i) {
       nrFieldInfo* info = t->getFieldInfo(i);
+      if (!info) continue;
       if (info->getFieldType() == nrSFRef::getClassType()) {
         pending.append(*static_cast<nrSFRefInfo*>(info)->valueIn(c));
       } else if (info->getFieldType() == nrMFRef::getClassType()) {
@@ -438,7 +443,8 @@ void nrContainer::writeAs(nrOutput* out, const char* typeName) {
   cleanPendingFields();
   if (writeHeader(out, typeName)) return;
   nrType* t = getType();
-  for (int i = 0; i < t->getNumFields(); ++i) t->getFieldInfo(i)->write(out, this);
+  for (int i = 0; i < t->getNumFields(); ++i)
+    if (nrFieldInfo* info = t->getFieldInfo(i)) info->write(out, this);
   writeClose(out);
 }
 

@@ -133,6 +133,24 @@ TEST(nrOutput, HeadersOfSingleParentAndDefaultContainers) {
   nrtest::field<nrSFRef>(root, tstAll::REF)->set(child);
   EXPECT_EQ(writeRoot(root), "\nTestAll {\n  ref \n  DEF Child TestLeaf {\n  }\n}");
   root->unref();
+
+  // A type may leave indices without a field: writing, copying, cloning and
+  // finding by name pass over them.
+  static nrType* gapped = nullptr;
+  if (!gapped) {
+    gapped = new nrType(nrContainer::getClassType(), "TestGapped");
+    nrSFFloat::addTypeField(gapped, "late", 1, 0.0f, nullptr);
+  }
+  nrContainer* sparse = new nrContainer(gapped);
+  sparse->ref();
+  nrtest::floatField(sparse, 1)->set(2.0f);
+  EXPECT_EQ(writeRoot(sparse), "\nTestGapped {\n  late 2.000000\n}");
+  nrContainer* copy = new nrContainer(gapped);
+  copy->ref();
+  copy->recursiveCopy(sparse, nullptr);
+  EXPECT_EQ(nrtest::floatField(copy, 1)->get(), 2.0f);
+  EXPECT_EQ(copy->findByName("none"), nullptr);
+  nrtest::unref(copy, sparse);
 }
 
 TEST(nrOutput, PendingInputsArePulledBeforeWriting) {
