@@ -262,6 +262,7 @@ nrIndexSet* nrGeoSet::indexSet(nrContainer*& member, short index) {
 void nrGeoSet::fieldChanged(short index) {
   if (index < PRIM_COUNT_FIELD) {
     nrGeometry::fieldChanged(index);
+    ++version;
     return;
   }
   if (index == PRIM_COUNT_FIELD || index == COORD_SET_FIELD || index == COORD_INDEX_SET_FIELD) boundChanged();

@@ -237,7 +237,9 @@ TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   shape->getSphereBound(sphere);
   EXPECT_NEAR(sphere.radius, std::sqrt(17.0f) / 2, 1e-4) << "the shape's sphere follows its geometry";
 
+  version = s->getVersion();
   s->setBoundMode(nrGeometry::STATIC);
+  EXPECT_EQ(s->getVersion(), version + 1) << "the fields of every geometry count too";
   points->set(2, nrVec3f(0, 8, 0));
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0)) << "a static box stays as it was";
   nrBoxBound box;
