@@ -91,7 +91,9 @@ void nrTimeSensor::eval() {
   bool done = (S < E && E <= T) || cycleEnded;
   if (done) leaveList();
   if (!wasActive && done) return;
-  if (cycleEnded) T = cs;
+  // A sensor that does not loop reports the end of the cycle it was in,
+  // however late the evaluation that finds that cycle over.
+  if (cycleEnded) T = cs = cycleStart + I;
   if (S < E && E < T) {
     // The cycle reported is the one that holds the stop time, so the last
     // fraction stays within [0, 1] however late the evaluation that finds
