@@ -24,8 +24,9 @@ class nrContainer : public nrObject {
   explicit nrContainer(nrType* type);
   ~nrContainer() override;
 
-  // A new default instance of the same class; null for abstract classes.
-  virtual nrContainer* instantiate() { return nullptr; }
+  // A new default instance of the same class; null for abstract classes. A
+  // plain container is itself concrete.
+  virtual nrContainer* instantiate() { return getType() == getClassType() ? new nrContainer : nullptr; }
   virtual void copy(nrContainer* from, nrCloneTable* table);
   virtual void copy(nrContainer* from);
   virtual nrContainer* clone(CloneEnum mode, nrCloneTable* table);

@@ -148,6 +148,13 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   EXPECT_EQ(tstLeaf::live, 2);
   root->unref();
   EXPECT_EQ(tstLeaf::live, 0);
+
+  // A plain container is concrete too.
+  nrContainer plain;
+  nrContainer* plainCopy = plain.clone(nrContainer::DEEP_CLONE);
+  ASSERT_NE(plainCopy, nullptr);
+  EXPECT_EQ(plainCopy->getType(), nrContainer::getClassType());
+  delete plainCopy;
 }
 
 TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
