@@ -116,6 +116,16 @@ void nrTimeSensor::eval() {
     setFieldValue(isActive, static_cast<unsigned char>(0), IS_ACTIVE_FIELD);
 }
 
+void nrTimeSensor::copy(nrContainer* from, nrCloneTable* table) {
+  nrNode::copy(from, table);
+  if (!from || from == this || !from->isOfType(getClassType())) return;
+  cycleStart = static_cast<nrTimeSensor*>(from)->cycleStart;
+  savedStartTime = startTime;
+  savedStopTime = stopTime;
+  savedCycleInterval = cycleInterval;
+  if (_Current.find(this) < 0) _Current.append(this);
+}
+
 void nrTimeSensor::fieldChanged(short index) {
   if (index < CYCLE_INTERVAL_FIELD) {
     nrNode::fieldChanged(index);

@@ -63,6 +63,10 @@ class nrTimeSensor : public nrNode {
   // Refuses changes that would disturb a running cycle (restoring the field
   // and sending nothing) and puts a changed sensor back into the list.
   void fieldChanged(short index) override;
+  // The cycle in progress and the accepted times come with the values, so a
+  // copy of a running sensor runs on as the original does.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrNode::copy;
 
  private:
   template <typename T>

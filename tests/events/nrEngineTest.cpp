@@ -326,6 +326,17 @@ TEST_F(TimeSensorTest, SingleCycleEndsAtExactlyOne) {
   nrTimeSensor::updateSensors(101);
   EXPECT_EQ(out(tstProbe::FRACTION), 0.5);
 
+  // A copy of the running sensor runs on in the same cycle and keeps the
+  // start time it was copied with when a change is refused.
+  nrTimeSensor* copy = static_cast<nrTimeSensor*>(sensor->clone(nrContainer::SHALLOW_CLONE));
+  copy->ref();
+  copy->setStartTime(50);
+  nrTimeSensor::updateSensors(101.5);
+  EXPECT_EQ(copy->getFractionChanged(), 0.75f);
+  EXPECT_EQ(copy->getIsActive(), 1);
+  EXPECT_EQ(copy->getStartTime(), 100);
+  copy->unref();
+
   // While it runs, a new start time or interval is refused and sends nothing.
   sensor->setStartTime(50);
   sensor->setCycleInterval(5);
