@@ -46,6 +46,23 @@ void nrArray::grow(unsigned n) {
   setSize(capacity + k * step);
 }
 
+unsigned nrArray::viewRoom() const {
+  unsigned size = data->getSize();
+  if (size < offset + elementSize) return 0;
+  unsigned n = stride ? (size - offset - elementSize) / stride + 1 : capacity;
+  return n < capacity ? n : capacity;
+}
+
+bool nrArray::makeRoom(unsigned n) {
+  if (capacity < n) {
+    grow(n);
+    return capacity >= n && room() >= n;
+  }
+  if (room() >= n) return true;
+  nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "Cannot resize interleaved array");
+  return false;
+}
+
 void nrArray::setSize(unsigned n) {
   if (data) {
     nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "Cannot resize interleaved array");

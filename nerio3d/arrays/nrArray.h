@@ -42,8 +42,18 @@ class nrArray {
     if (capacity < n) grow(n);
   }
   unsigned char* at(unsigned i) const { return elements + i * stride; }
+  // Whole elements that have storage: the capacity, or for a view the
+  // elements its block holds at its stride (its capacity counts elements of
+  // the element size from the offset, and so may run past the block).
+  unsigned room() const { return data ? viewRoom() : capacity; }
+  // fit(n), then whether element n - 1 has storage; a view asked for an
+  // element past its block reports it as a resize it cannot make.
+  bool makeRoom(unsigned n);
   // The elements that have storage: a view's count may run past its capacity.
-  unsigned inUse() const { return count < capacity ? count : capacity; }
+  unsigned inUse() const {
+    unsigned r = room();
+    return count < r ? count : r;
+  }
 
   unsigned offset;
   unsigned stride;
@@ -56,4 +66,5 @@ class nrArray {
 
  private:
   void grow(unsigned n);
+  unsigned viewRoom() const;
 };

@@ -97,10 +97,9 @@ class nrTypedArray : public nrArray {
   // that must survive growth or shifting is copied first. A store that finds
   // no storage (a view that cannot grow, memory exhausted) is dropped.
   void set(unsigned i, const T& v) {
-    if (i >= capacity) {
+    if (i >= room()) {
       T kept = v;
-      fit(i + 1);
-      if (i >= capacity) return;
+      if (!makeRoom(i + 1) || i >= room()) return;
       (*this)[i] = kept;
     } else {
       (*this)[i] = v;
@@ -110,7 +109,7 @@ class nrTypedArray : public nrArray {
   void set(const nrTypedArray& other) {
     unsigned n = other.inUse();
     setCount(other.count);
-    if (n > capacity) n = capacity;
+    if (n > room()) n = room();
     for (unsigned i = 0; i < n; ++i) (*this)[i] = other[i];
   }
   void append(const T& v) { set(count, v); }
@@ -122,8 +121,7 @@ class nrTypedArray : public nrArray {
       setRange(start, n, kept.getArray());
       return;
     }
-    fit(start + n);
-    if (capacity < start + n) return;
+    if (!makeRoom(start + n)) return;
     if (start + n > count) count = start + n;
     for (unsigned i = 0; i < n; ++i) (*this)[start + i] = values[i];
   }
@@ -137,8 +135,7 @@ class nrTypedArray : public nrArray {
   void fillRange(unsigned start, unsigned n, const T& v) {
     if (start + n < start) return;
     T kept = v;
-    fit(start + n);
-    if (capacity < start + n) return;
+    if (!makeRoom(start + n)) return;
     if (start + n > count) count = start + n;
     for (unsigned i = 0; i < n; ++i) (*this)[start + i] = kept;
   }
@@ -156,8 +153,7 @@ class nrTypedArray : public nrArray {
   // Inserting beyond the count leaves a gap and still raises the count by one.
   void insert(unsigned i, const T& v) {
     T kept = v;
-    fit(i + 1 > count + 1 ? i + 1 : count + 1);
-    if (i >= capacity || count >= capacity) return;
+    if (!makeRoom(i + 1 > count + 1 ? i + 1 : count + 1) || i >= room() || count >= room()) return;
     for (unsigned k = count; k > i; --k) (*this)[k] = (*this)[k - 1];
     (*this)[i] = kept;
     ++count;
@@ -183,7 +179,7 @@ class nrTypedArray : public nrArray {
   }
   void fastRemoveIndex(unsigned i) {
     if (i >= count) return;
-    if (count <= capacity) (*this)[i] = (*this)[count - 1];
+    if (count <= room()) (*this)[i] = (*this)[count - 1];
     --count;
   }
   // Owned elements past a smaller capacity are emptied first, so that texts

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <initializer_list>
+
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/arrays/nrPtrArray2D.h"
 #include "nrCapture.h"
@@ -183,6 +186,21 @@ TEST(nrTypedArray, HostileIndicesRangesAndViewsStoreNothingOutside) {
     EXPECT_EQ(nrtest::captureStderr([&] { view.set(0, 1); }), "(FATAL, RESOURCE): Cannot resize interleaved array\n");
     EXPECT_EQ(view.getCount(), 0u);
   }
+  // A strided view's capacity (counted in elements of its size) runs past
+  // the block: stores beyond the last whole element at the stride are refused.
+  nrIntArray strided(block, 0, 8);
+  EXPECT_EQ(strided.getSize(), 4u);
+  strided.setRange(0, 2, out);
+  for (auto store : std::initializer_list<std::function<void()>>{
+           [&] { strided.append(9); }, [&] { strided.insert(0, 9); }, [&] { strided.fillRange(1, 2, 9); },
+           [&] { strided.setRange(2, 1, out); }}) {
+    EXPECT_EQ(nrtest::captureStderr(store), "(FATAL, RESOURCE): Cannot resize interleaved array\n");
+    EXPECT_EQ(strided.getCount(), 2u);
+  }
+  strided.setCount(3);
+  EXPECT_EQ(strided.find(12345), -1);
+  strided.fastRemoveIndex(0);
+  EXPECT_EQ(strided[0], 3);
   block->unref();
   nrIntArray unviewed(nullptr, 0, 4);
   unviewed.append(5);
