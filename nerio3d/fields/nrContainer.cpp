@@ -365,6 +365,11 @@ nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
     c->copy(this);
   else
     c->recursiveCopy(this, table);
+  // Work the new instance's constructor left pending (a bound to compute) was
+  // never reported to the parents it has since been given, which took copied,
+  // current values: done now, the clone reports its next change like any other.
+  for (short i = 0; i < 64; ++i)
+    if (c->sideEffects.isBitSet(i)) c->validateField(i);
   return c;
 }
 

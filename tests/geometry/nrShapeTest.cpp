@@ -1,6 +1,7 @@
 #include "nerio3d/geometry/nrShape.h"
 
 #include "nerio3d/actions/nrCompileAction.h"
+#include "nerio3d/geometry/nrBox.h"
 #include "nerio3d/geometry/nrQuadSet.h"
 #include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
@@ -53,6 +54,15 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   EXPECT_EQ(stranger->getParentCount(), 0);
   shape->getSphereBound(sphere);
   EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(0, 0, 0), 1e-5f));
+
+  // A deep clone's geometry, fresh from its constructor, reports its changes
+  // to the cloned shape, whose copied bound it then moves.
+  shape->setGeometry(0, make<nrBox>());
+  shape->getSphereBound(sphere);
+  auto* clone = keep(static_cast<nrShape*>(shape->clone(nrContainer::DEEP_CLONE)));
+  static_cast<nrBox*>(clone->getGeometry(0))->setCenter(5, 0, 0);
+  clone->getSphereBound(sphere);
+  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
 }
 
 TEST_F(Shape, OutsideTheViewItIsNeitherDrawnNorVisited) {
