@@ -283,6 +283,15 @@ void nrGeoSet::childChanged(nrContainer* child, short) {
   ++version;
 }
 
+void nrGeoSet::copy(nrContainer* from, nrCloneTable* table) {
+  nrGeometry::copy(from, table);
+  if (!from || from == this || !table) return;
+  if (from->isOfType(getClassType())) userSet = static_cast<nrGeoSet*>(from)->userSet;
+  calcBindings();
+  drawableStale = true;
+  ++version;
+}
+
 void nrGeoSet::calcBindings() {
   normalBinding = static_cast<unsigned char>(normalSet ? normalBind : NO_NORMAL);
   colorBinding = static_cast<unsigned char>(colorSet ? colorBind : NO_COLOR);

@@ -100,6 +100,10 @@ class nrGeoSet : public nrGeometry {
   TexCoordBindEnum getTexCoordBinding() const { return TexCoordBindEnum(texCoordBinding); }
   // Recomputes the bindings in force and the draw code (every field change does).
   void calcBindings();
+  using nrContainer::copy;
+  // Copies the fields, which arrive without a change being signalled, and
+  // then what is derived from them: user-set bits, bindings and draw code.
+  void copy(nrContainer* from, nrCloneTable* table) override;
   int getDrawCode() const { return drawCode; }
   StrategyEnum getStrategy() const { return StrategyEnum(drawCode >> STRATEGY_SHIFT); }
   const nrBitMask& getUserSetMask() const { return userSet; }

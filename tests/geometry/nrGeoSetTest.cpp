@@ -49,6 +49,13 @@ TEST_F(GeoSet, BindingsAndIndexSetsDecideTheDrawCode) {
     if (c.indexing == SHARED) s->setColorIndexSet(s->getCoordIndexSet());
     if (c.indexing == EQUAL_COPIES) s->setColorIndexSet(indices({0, 1, 2}));
     EXPECT_EQ(s->getDrawCode(), c.code) << "case " << &c - cases;
+    // Clones, deep or shallow, draw as their source does.
+    s->setCullFace(nrContext::BACK_CULL);
+    for (int mode : {nrContainer::SHALLOW_CLONE, nrContainer::DEEP_CLONE}) {
+      auto* clone = keep(static_cast<nrTriSet*>(s->clone(mode)));
+      EXPECT_EQ(clone->getDrawCode(), c.code) << "case " << &c - cases << " mode " << mode;
+      EXPECT_EQ(clone->getUserSetMask().getBits(), s->getUserSetMask().getBits());
+    }
   }
 }
 
