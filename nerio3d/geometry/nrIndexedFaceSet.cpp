@@ -188,7 +188,11 @@ void nrIndexedFaceSet::rebuildList(nrIntArray& list, const nrIntArray& flat) {
 }
 
 void nrIndexedFaceSet::copy(nrContainer* from, nrCloneTable* table) {
+  if (!from || from == this) return;
   copyWithOwnIndexSets(from, table);
+  // The lists arrive whole: none waits to be rebuilt from the index sets,
+  // which are made again from them.
+  coordIndexFromSet = normalIndexFromSet = false;
   schedule(ALL_PENDING);
 }
 

@@ -172,6 +172,15 @@ TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
   const int none[] = {0, 0, 0};
   copy->setCoordIndex(3, none);
   EXPECT_EQ(values(s->getCoordIndexSet()->getArray()), (std::vector<int>{0, 1, 2})) << "the original keeps its own";
+  // Copied into a set already in use, whose own list was converted and freed:
+  // the copy takes the source's list, not one rebuilt from its old sets.
+  const int back[] = {2, 1, 0, -1};
+  copy->setCoordIndex(4, back);
+  EXPECT_EQ(copy->getPrimCount(), 1);
+  copy->copy(s);
+  EXPECT_EQ(values(copy->getCoordIndex()), (std::vector<int>{0, 1, 2, -1}));
+  EXPECT_EQ(values(copy->getCoordIndexSet()->getArray()), (std::vector<int>{0, 1, 2}));
+  EXPECT_EQ(values(copy->getPolyLength()), (std::vector<int>{3}));
 
   nrIndexedLineSet* lineCopy = keep(static_cast<nrIndexedLineSet*>(lines->clone(nrContainer::DEEP_CLONE)));
   EXPECT_NE(lineCopy->getCoordIndexSet(), lines->getCoordIndexSet());
