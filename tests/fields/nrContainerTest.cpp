@@ -78,6 +78,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   field<nrSFRef>(c, tstAll::REF)->set(leaf);
   leaf->copy(c);
   EXPECT_EQ(floatField(leaf, tstLeaf::VALUE)->get(), 5.0f) << "an unrelated type shares no field to copy";
+  EXPECT_EQ(c->childChanges, 1) << "the containers referring to one copied into learn that it changed";
   nrtest::unref(leaf, a, c);
 }
 

@@ -170,7 +170,15 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
     copy->getSphereBound(s);
     EXPECT_TRUE(s.center.almostEqual(nrVec3f(c.center[0], c.center[1], c.center[2] + 1), 1e-5f)) << c.name;
     EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
-    nrtest::unref(copy, t);
+    // Copied into a transform already in a scene, the group above it follows.
+    nrGroup* above = nrtest::held<nrGroup>();
+    nrTransform* placed = new nrTransform;
+    above->addChild(placed);
+    above->getSphereBound(s);
+    placed->copy(t);
+    above->getSphereBound(s);
+    EXPECT_TRUE(s.center.almostEqual(c.center, 1e-5f)) << c.name;
+    nrtest::unref(copy, t, above);
   }
 }
 
