@@ -173,6 +173,7 @@ int nrImage::load() {
 }
 
 void nrImage::loadIfNeeded() {
+  cleanPendingFields();
   if (needsLoading) load();
 }
 

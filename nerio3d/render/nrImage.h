@@ -34,24 +34,28 @@ class nrImage : public nrContainer {
   // A new file name marks the image for loading: load() runs before the
   // pixels are next used. Pixels set afterwards are the image instead.
   void setFileName(const nrString& path) { setFieldValue(fileName, path, FILE_NAME_FIELD); }
-  void getFileName(nrString& path) const { path = fileName; }
-  const nrString& getFileName() const { return fileName; }
+  void getFileName(nrString& path) const { path = getFileName(); }
+  const nrString& getFileName() const { return getFieldValue(fileName, FILE_NAME_FIELD); }
   void setWidth(int w) { setFieldValue(width, w, WIDTH_FIELD); }
-  int getWidth() const { return width; }
+  int getWidth() const { return getFieldValue(width, WIDTH_FIELD); }
   void setHeight(int h) { setFieldValue(height, h, HEIGHT_FIELD); }
-  int getHeight() const { return height; }
+  int getHeight() const { return getFieldValue(height, HEIGHT_FIELD); }
   void setMemoryFormat(MemoryFormatEnum format) {
     setFieldValue(memoryFormat, static_cast<int>(format), MEMORY_FORMAT_FIELD);
   }
-  MemoryFormatEnum getMemoryFormat() const { return static_cast<MemoryFormatEnum>(memoryFormat); }
+  MemoryFormatEnum getMemoryFormat() const {
+    return static_cast<MemoryFormatEnum>(getFieldValue(memoryFormat, MEMORY_FORMAT_FIELD));
+  }
   void setMemoryType(MemoryTypeEnum componentType) {
     setFieldValue(memoryType, static_cast<int>(componentType), MEMORY_TYPE_FIELD);
   }
-  MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(memoryType); }
+  MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(getFieldValue(memoryType, MEMORY_TYPE_FIELD)); }
   // Copies count bytes of pixel data: rows bottom first, tightly packed.
   void setPixels(const void* data, unsigned count);
-  const unsigned char* getPixels() const { return reinterpret_cast<const unsigned char*>(pixels.getArray()); }
-  unsigned getPixelByteCount() const { return pixels.getCount(); }
+  const unsigned char* getPixels() const {
+    return reinterpret_cast<const unsigned char*>(getFieldValue(pixels, PIXELS_FIELD).getArray());
+  }
+  unsigned getPixelByteCount() const { return getFieldValue(pixels, PIXELS_FIELD).getCount(); }
   // Sets size, format, type and width x height pixels of data at once.
   void setImage(int width, int height, MemoryFormatEnum format, MemoryTypeEnum type, const void* data);
 
@@ -82,7 +86,7 @@ class nrImage : public nrContainer {
   // closes it; a file of wider data is read as 8 bits after a notice.
   static bool readTile(nrImageFile& file, unsigned char* tile);
   static MemoryFormatEnum formatOfChannels(int channels);
-  // Loads the image when it is marked for loading.
+  // Takes values routed in, then loads the image when it is marked for loading.
   void loadIfNeeded();
   // glTexImage2D of this image, as it is, as level of the bound texture;
   // without the pixels its size needs, OpenGL only reserves the level.

@@ -260,6 +260,16 @@ TEST_F(Texture, ImagesLoadOnDemandAndImageTexturesFollowTheirUrl) {
   nrtest::captureStderr([&] { sent = uploads(lazy); });
   EXPECT_EQ(sent, Calls{"glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, ptr)"});
   EXPECT_EQ(uploads(lazy), Calls{}) << "loading is part of the version uploaded";
+  // A file name routed into the level is read at the next upload, and the
+  // image's own getters take a routed value first.
+  nrImage* source = nrtest::held<nrImage>();
+  source->connect(nrImage::FILE_NAME_FIELD, pending, nrImage::FILE_NAME_FIELD);
+  source->setFileName(red.c_str());
+  nrtest::captureStderr([&] { sent = uploads(lazy); });
+  EXPECT_EQ(sent, Calls{"glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, 2, 2, 0, GL_RGB, GL_UNSIGNED_BYTE, ptr)"});
+  source->setFileName(blue.c_str());
+  EXPECT_STREQ(pending->getFileName().getString(), blue.c_str());
+  source->unref();
   lazy->unref();
 
   nrImageTexture* texture = nrtest::held<nrImageTexture>();
