@@ -109,7 +109,8 @@ void nrIndexedFaceSet::cleanFieldsForUse(const nrBitMask&) {
   for (;;) {
     uint64_t lists = uint64_t(coordIndexFromSet) << COORD_INDEX_FIELD;
     lists |= uint64_t(normalIndexFromSet) << NORMAL_INDEX_FIELD;
-    uint64_t used = (getSideEffectMask() | getStaleInputMask()).getBits() & ~lists;
+    // A list routed in is taken all the same: it replaces the freed one.
+    uint64_t used = (getSideEffectMask().getBits() & ~lists) | getStaleInputMask().getBits();
     if (!used) return;
     for (short i = 0; i < 64; ++i)
       if (used >> i & 1) validateField(i);

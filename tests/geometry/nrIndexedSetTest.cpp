@@ -88,6 +88,19 @@ TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrT
       EXPECT_EQ(s->getCoordIndexSet()->getArray()[1], edit ? 5 : 1);
     }
   }
+  // A list routed into a set whose own list was converted and freed is
+  // converted by the next draw.
+  nrIndexedFaceSet* s = set<nrIndexedFaceSet>(halves, 0);
+  s->setCoordIndex(10, twoQuads);
+  s->draw(action);
+  nrIndexedFaceSet* source = make<nrIndexedFaceSet>();
+  const int secondQuad[] = {1, 4, 5, 2, -1};
+  source->setCoordIndex(5, secondQuad);
+  source->connect(nrIndexedFaceSet::COORD_INDEX_FIELD, s, nrIndexedFaceSet::COORD_INDEX_FIELD);
+  nrGLRecorder rec;
+  s->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}).size(), 1u);
+  EXPECT_EQ(s->getPrimCount(), 1);
 }
 
 TEST_F(IndexedSet, PerFaceColoursComeFromTheirOwnIndexSet) {
