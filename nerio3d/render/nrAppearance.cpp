@@ -119,6 +119,13 @@ void nrAppearance::fieldChanged(short index) {
   nrContainer::fieldChanged(index);
 }
 
+void nrAppearance::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  if (!from || from == this || !from->isOfType(getClassType())) return;
+  explicitMask = static_cast<nrAppearance*>(from)->explicitMask;
+  changed = true;
+}
+
 void nrAppearance::draw(nrDrawAction* action) {
   // Without an action, or before one has a context, the thread's current one.
   nrContext* context = action && action->getContext() ? action->getContext() : nrContext::getCurrent();

@@ -162,6 +162,10 @@ class nrAppearance : public nrContainer {
   // The appearance as a render-state record whose mask is the inherit mask.
   void getGfx(_nrGfx& gfx) const;
   void fieldChanged(short index) override;
+  // The explicitly set elements come with the values, and the copy counts as
+  // changed: it is applied in full even where it was the last one applied.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  private:
   void setRef(nrContainer*& member, nrContainer* value, short index);

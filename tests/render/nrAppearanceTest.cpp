@@ -60,7 +60,16 @@ TEST_F(Appearance, WrittenFieldsAreAppliedAndEverythingElseIsInherited) {
   app->setColorMask(255, 255, 255, 0);
   app->draw(nullptr);
   EXPECT_EQ(rec.calls(), Calls{"glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE)"});
-  app->unref();
+  // Another appearance copied into the one last applied: its elements, no
+  // more, are applied at the next draw.
+  nrAppearance* flat = nrtest::held<nrAppearance>();
+  flat->setShadeModel(nrContext::FLAT_SHADE);
+  app->copy(flat);
+  EXPECT_EQ(app->getExplicitMask().getBits(), 1ull << 8);
+  app->draw(nullptr);
+  EXPECT_EQ(context->getShadowState().colorMask[3], 255) << "the copy's inherited mask is the application's";
+  EXPECT_FALSE(isOn(GL_DEPTH_TEST));
+  nrtest::unref(app, flat);
 }
 
 TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
