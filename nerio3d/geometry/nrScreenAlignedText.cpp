@@ -94,6 +94,11 @@ void nrScreenAlignedText::fieldChanged(short index) {
   nrGeometry::fieldChanged(index);
 }
 
+void nrScreenAlignedText::copy(nrContainer* from, nrCloneTable* table) {
+  nrGeometry::copy(from, table);
+  if (from && from != this) version = ++lastVersion;
+}
+
 void nrScreenAlignedText::calcBound(nrBoxBound& box) { boxAround(box, position, nrVec3f(0.0001f, 0.0001f, 0.0001f)); }
 
 void nrScreenAlignedText::draw(nrDrawAction* action) {

@@ -61,6 +61,10 @@ class nrScreenAlignedText : public nrGeometry {
   // cannot be found the text is left without lists and draws no characters.
   void buildFont(nrContext* context);
   void fieldChanged(short index) override;
+  // A copy made into a text in use takes lists for its copied face and size
+  // at the next draw, as a change would.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrGeometry::copy;
 
  protected:
   nrString text;

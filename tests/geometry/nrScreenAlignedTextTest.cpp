@@ -78,6 +78,13 @@ TEST_F(Text, TextsOfOneFaceAndSizeShareListsThatOutliveTheirBuilder) {
   std::string smallBase = bases[0].substr(11, bases[0].size() - 12);
   EXPECT_EQ(only(rec, {"glDeleteLists"}), Calls{"glDeleteLists(" + smallBase + ", 127)"})
       << "the last user of the small font left it";
+
+  // Copying a text of another size into it takes that size's lists too.
+  b->draw(action);
+  rec.clear();
+  b->copy(text("D", nrScreenAlignedText::HELVETICA, 12));
+  b->draw(action);
+  EXPECT_EQ(count(rec, "glNewList"), nrScreenAlignedText::CHAR_COUNT) << "the small font again";
 }
 
 TEST_F(Text, DrawingSetsColourAndPositionAndRestoresTheStateItChanges) {
