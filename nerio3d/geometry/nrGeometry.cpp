@@ -26,6 +26,9 @@ nrGeometry::~nrGeometry() { destroyFieldContents(getClassType()); }
 
 void nrGeometry::setBoxBound(const nrBoxBound& box) {
   boxBound = box;
+  // Through the field object, as setting the field by name does: touching an
+  // existing field drops a recomputation still pending, so the set box holds.
+  getField(BOX_BOUND_FIELD);
   fieldChanged(BOX_BOUND_FIELD);
 }
 

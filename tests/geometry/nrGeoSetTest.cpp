@@ -243,6 +243,16 @@ TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0));
   shape->getSphereBound(sphere);
   EXPECT_NEAR(sphere.radius, std::sqrt(17.0f) / 2, 1e-4) << "the shape's sphere follows its geometry";
+  // A box set while a recomputation is pending holds, as one set by name does,
+  // until the contents change again.
+  points->set(2, nrVec3f(0, 6, 0));
+  nrBoxBound given;
+  given.min.set(-1, -1, -1);
+  given.max.set(1, 1, 1);
+  s->setBoxBound(given);
+  EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 1, 1));
+  points->set(2, nrVec3f(0, 4, 0));
+  EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0));
 
   version = s->getVersion();
   s->setBoundMode(nrGeometry::STATIC);
