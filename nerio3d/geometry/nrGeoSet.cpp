@@ -4,6 +4,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdio>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -588,6 +589,14 @@ nrDetail::nrPickTree* nrGeoSet::buildPickTree(const nrGLAttr& coords, const int*
 // ---- limits and bounds ----
 
 int nrGeoSet::getDrawablePrimCount() {
+  // Values routed into the sets since the count was taken come in first: each
+  // marks the count stale as it arrives.
+  if (coordSet) countOf<nrCoordSet>(coordSet);
+  if (normalSet) countOf<nrNormalSet>(normalSet);
+  if (colorSet) countOf<nrColorSet>(colorSet);
+  if (texCoordSet) countOf<nrTexCoordSet>(texCoordSet);
+  for (nrContainer* indices : {coordIndexSet, normalIndexSet, colorIndexSet, texCoordIndexSet})
+    if (indices) static_cast<nrIndexSet*>(indices)->getCount();
   if (!drawableStale) return drawablePrims;
   drawableStale = false;
   drawablePrims = 0;

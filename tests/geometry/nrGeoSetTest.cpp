@@ -444,6 +444,18 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   lines->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_LINES, 0, 2)"})
       << "counted up to where the coordinates end, not to the count";
+
+  // Coordinates routed into a set that had none are taken before the
+  // drawable part is counted again.
+  nrTriSet* late = make<nrTriSet>();
+  late->setCoordSet(make<nrCoordSet3f>());
+  late->setPrimCount(1);
+  late->draw(action);
+  coords({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}})->connect(nrCoordSet3f::ARRAY_FIELD, late->getCoordSet(),
+                                                        nrCoordSet3f::ARRAY_FIELD);
+  rec.clear();
+  late->draw(action);
+  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
 }
 
 }  // namespace
