@@ -14,11 +14,11 @@ class nrAudio : public nrContainer {
   explicit nrAudio(nrType* type);
 
   void setDevice(const char* deviceName) { setFieldValue(device, nrString(deviceName), DEVICE); }
-  const char* getDevice() const { return device.getString(); }
+  const char* getDevice() const { return getFieldValue(device, DEVICE).getString(); }
   void setSampleRate(int hertz) { setFieldValue(sampleRate, hertz, SAMPLE_RATE); }
-  int getSampleRate() const { return sampleRate; }
+  int getSampleRate() const { return getFieldValue(sampleRate, SAMPLE_RATE); }
   void setChannels(int count) { setFieldValue(channels, count, CHANNELS); }
-  int getChannels() const { return channels; }
+  int getChannels() const { return getFieldValue(channels, CHANNELS); }
 
  private:
   nrString device;

@@ -19,18 +19,18 @@ class nrAudioClip : public nrContainer {
   ~nrAudioClip() override;
 
   void setDescription(const char* text) { setFieldValue(description, nrString(text), DESCRIPTION); }
-  const char* getDescription() const { return description.getString(); }
+  const char* getDescription() const { return getFieldValue(description, DESCRIPTION).getString(); }
   void setLoop(unsigned char on) { setFieldValue(loop, on, LOOP); }
-  unsigned char getLoop() const { return loop; }
+  unsigned char getLoop() const { return getFieldValue(loop, LOOP); }
   void setPitch(float v) { setFieldValue(pitch, v, PITCH); }
-  float getPitch() const { return pitch; }
+  float getPitch() const { return getFieldValue(pitch, PITCH); }
   void setStartTime(double seconds) { setFieldValue(startTime, nrTime(seconds), START_TIME); }
-  double getStartTime() const { return startTime; }
+  double getStartTime() const { return getFieldValue(startTime, START_TIME); }
   void setStopTime(double seconds) { setFieldValue(stopTime, nrTime(seconds), STOP_TIME); }
-  double getStopTime() const { return stopTime; }
+  double getStopTime() const { return getFieldValue(stopTime, STOP_TIME); }
   // Sets element index of the URL list, growing it as needed.
   void setUrl(unsigned index, const char* text);
-  const nrStringArray& getUrl() const { return url; }
+  const nrStringArray& getUrl() const { return getFieldValue(url, URL); }
 
   // Every field, the strings in quotes as the scene reader takes them.
   void write(nrOutput* out) override;

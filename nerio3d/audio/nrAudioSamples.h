@@ -14,7 +14,7 @@ class nrAudioSamples : public nrContainer {
   explicit nrAudioSamples(nrType* type);
 
   void setFileName(const char* path) { setFieldValue(fileName, nrString(path), FILE_NAME); }
-  const char* getFileName() const { return fileName.getString(); }
+  const char* getFileName() const { return getFieldValue(fileName, FILE_NAME).getString(); }
 
   // Decodes the file; 1 on success. This platform has no audio decoding:
   // the call reports that on standard error and returns 0.

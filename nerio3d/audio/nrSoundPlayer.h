@@ -16,7 +16,7 @@ class nrSoundPlayer : public nrContainer {
   explicit nrSoundPlayer(nrType* type);
 
   void setGain(float v) { setFieldValue(gain, v, GAIN); }
-  float getGain() const { return gain; }
+  float getGain() const { return getFieldValue(gain, GAIN); }
 
   // Opens a port on resource; 1 on success. Always 0 here: the graphics
   // context reports the failure when it starts sound.

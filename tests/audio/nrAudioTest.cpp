@@ -88,7 +88,15 @@ TEST(nrAudioClip, SharesItsSamplesWhichCannotLoadHere) {
   nrAudio* audio = nrtest::held<nrAudio>();
   EXPECT_EQ(player->open(audio), 0);
   EXPECT_EQ(player->play(other), 0);
-  nrtest::unref(player, audio, other);
+  // Getters bring routed values in, as the sound's do.
+  other->connect(nrAudioClip::PITCH, clip = nrtest::held<nrAudioClip>(), nrAudioClip::PITCH);
+  other->setPitch(2);
+  EXPECT_EQ(clip->getPitch(), 2);
+  nrSoundPlayer* louder = nrtest::held<nrSoundPlayer>();
+  louder->connect(nrSoundPlayer::GAIN, player, nrSoundPlayer::GAIN);
+  louder->setGain(0.5f);
+  EXPECT_EQ(player->getGain(), 0.5f);
+  nrtest::unref(player, audio, other, clip, louder);
 }
 
 }  // namespace
