@@ -49,7 +49,9 @@ class nrImage : public nrContainer {
   void setMemoryType(MemoryTypeEnum componentType) {
     setFieldValue(memoryType, static_cast<int>(componentType), MEMORY_TYPE_FIELD);
   }
-  MemoryTypeEnum getMemoryType() const { return static_cast<MemoryTypeEnum>(getFieldValue(memoryType, MEMORY_TYPE_FIELD)); }
+  MemoryTypeEnum getMemoryType() const {
+    return static_cast<MemoryTypeEnum>(getFieldValue(memoryType, MEMORY_TYPE_FIELD));
+  }
   // Copies count bytes of pixel data: rows bottom first, tightly packed.
   void setPixels(const void* data, unsigned count);
   const unsigned char* getPixels() const {
