@@ -397,10 +397,9 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
     nrField* field = from->fields && static_cast<unsigned>(i) < from->fields->getCount() ? (*from->fields)[i] : nullptr;
     if (field) field->copyConnections(getField(i), table);
   }
-  // The values arrive without a change being signalled: containers that
-  // refer to this one (a copy made in place in a scene) drop what they
-  // derived from it, as after a change of its first field (a node's sphere,
-  // a geometry's box, an attribute set's values).
+  // The values arrived without a change being signalled: the containers that
+  // refer to this one learn of it as of a change of field 0, which holds the
+  // bound of nodes and geometry and the values of attribute sets.
   notifyParents(0);
 }
 

@@ -56,6 +56,11 @@ void nrGeometry::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrGeometry::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  if (from && from != this && from->getType() != getType()) boundChanged();
+}
+
 void nrGeometry::cleanSideEffect(short index) {
   if (index != BOX_BOUND_FIELD) return;
   calcBound(boxBound);

@@ -52,6 +52,10 @@ class nrGeometry : public nrContainer {
   void setBoundMode(BoundModeEnum mode);
   BoundModeEnum getBoundMode();
   void fieldChanged(short index) override;
+  // A box copied from geometry of another kind does not fit these contents:
+  // in DYNAMIC mode it is recomputed.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  protected:
   void cleanSideEffect(short index) override;

@@ -60,6 +60,12 @@ void nrNode::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrNode::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  if (from && from != this && from->getType() != getType() && boundMode == DYNAMIC)
+    propagateSideEffect(SPHERE_BOUND_FIELD);
+}
+
 void nrNode::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
   validateField(index);
   *x = v[0];

@@ -42,6 +42,10 @@ class nrNode : public nrContainer {
   // appended to g, and g takes its place in that parent. Other parents keep it.
   void insertParent(nrGroup* g);
   void fieldChanged(short index) override;
+  // A sphere copied from a node of another kind does not fit this node's
+  // contents: in DYNAMIC mode it is recomputed when next read.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  protected:
   // The vector member v of field index, brought up to date, as three floats.

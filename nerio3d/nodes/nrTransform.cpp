@@ -137,7 +137,12 @@ void nrTransform::fieldChanged(short index) {
 
 void nrTransform::copy(nrContainer* from, nrCloneTable* table) {
   nrGroup::copy(from, table);
-  if (!from || !from->isOfType(getClassType())) return;
+  if (!from || from == this) return;
+  // From a plain group: the own sphere is found again from the new children.
+  if (!from->isOfType(getClassType())) {
+    state |= CHILD_SPHERE_STALE;
+    return;
+  }
   // The matrix may have been set as it is (setMatrix): it is taken over rather
   // than rebuilt from the parts. The children's sphere is found again when
   // the node's own is next recomputed.

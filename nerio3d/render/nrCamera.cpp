@@ -71,7 +71,8 @@ void nrCamera::copy(nrContainer* from, nrCloneTable* table) {
   if (!from || !from->isOfType(getClassType())) return;
   nrCamera* source = static_cast<nrCamera*>(from);
   viewMatrix = source->viewMatrix;
-  frustum.copy(&source->frustum);
+  // A camera of another kind keeps the frustum its own fields give.
+  if (from->getType() == getType()) frustum.copy(&source->frustum);
 }
 
 void nrCamera::addClipAspectFields(nrType* cameraType, short first, float nrContainer::*nearClip,

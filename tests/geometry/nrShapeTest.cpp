@@ -63,6 +63,14 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   static_cast<nrBox*>(clone->getGeometry(0))->setCenter(5, 0, 0);
   clone->getSphereBound(sphere);
   EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  // Copied into, the shape's geometry moves the shape's bound as a change
+  // does; a box copied from another kind of geometry keeps a box's bound.
+  shape->getGeometry(0)->copy(clone->getGeometry(0));
+  shape->getSphereBound(sphere);
+  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  shape->getGeometry(0)->copy(set<nrQuadSet>({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, 1));
+  shape->getSphereBound(sphere);
+  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
 }
 
 TEST_F(Shape, OutsideTheViewItIsNeitherDrawnNorVisited) {

@@ -170,15 +170,26 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
     copy->getSphereBound(s);
     EXPECT_TRUE(s.center.almostEqual(nrVec3f(c.center[0], c.center[1], c.center[2] + 1), 1e-5f)) << c.name;
     EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
-    // Copied into a transform already in a scene, the group above it follows.
-    nrGroup* above = nrtest::held<nrGroup>();
-    nrTransform* placed = new nrTransform;
-    above->addChild(placed);
-    above->getSphereBound(s);
-    placed->copy(t);
-    above->getSphereBound(s);
+    // Copied into a transform that a group holds, the group's sphere follows;
+    // copied into a plain group, or from one, the sphere is the copy's own.
+    nrGroup* holder = nrtest::held<nrGroup>();
+    nrTransform* inner = new nrTransform;
+    holder->addChild(inner);
+    holder->getSphereBound(s);
+    inner->copy(t);
+    holder->getSphereBound(s);
     EXPECT_TRUE(s.center.almostEqual(c.center, 1e-5f)) << c.name;
-    nrtest::unref(copy, t, above);
+    nrGroup* plain = nrtest::held<nrGroup>();
+    plain->copy(t);
+    plain->getSphereBound(s);
+    EXPECT_EQ(s.center, nrVec3f(2, 0, 0)) << c.name;
+    nrTransform* shifted = nrtest::held<nrTransform>();
+    shifted->setTranslation(0, 0, 5);
+    shifted->getSphereBound(s);
+    shifted->copy(plain);
+    shifted->getSphereBound(s);
+    EXPECT_EQ(s.center, nrVec3f(2, 0, 5)) << c.name;
+    nrtest::unref(copy, t, holder, plain, shifted);
   }
 }
 

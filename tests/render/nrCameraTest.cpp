@@ -88,6 +88,14 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
     EXPECT_EQ(copy->getViewMatrix(), camera->getViewMatrix()) << camera->getType()->getName();
     copy->unref();
   }
+  // Copied from a camera of another kind, a camera takes the placement and
+  // keeps the frustum of its own fields.
+  nrOrthoCamera* placed = nrtest::held<nrOrthoCamera>();
+  placed->copy(persp);
+  expectExtents(placed, {-0.5f, 0.5f, -0.5f, 0.5f, 1, 1000}, "orthographic copied from perspective");
+  EXPECT_EQ(placed->getFrustum().getKind(), nrFrustum::ORTHO_KIND);
+  EXPECT_EQ(placed->getViewMatrix(), persp->getViewMatrix());
+  placed->unref();
   EXPECT_EQ(persp->getField("farClip"), persp->getField(7));
   EXPECT_EQ(ortho->getField("aspectRatio"), ortho->getField(8));
 
