@@ -21,6 +21,11 @@ void nrLight::fieldChanged(short index) {
   nrNode::fieldChanged(index);
 }
 
+void nrLight::copy(nrContainer* from, nrCloneTable* table) {
+  nrNode::copy(from, table);
+  ++version;
+}
+
 nrTravDirective nrLight::drawVisit(nrDrawAction* action) {
   nrTravDirective d = action->preVisit(this);
   draw(action);

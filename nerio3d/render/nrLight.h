@@ -41,6 +41,9 @@ class nrLight : public nrNode {
   int getId() const { return id; }
   int getVersion() const { return version; }
   void fieldChanged(short index) override;
+  // Copied values are loaded again, as changed ones are.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrNode::copy;
 
  protected:
   // Loads the parameters into OpenGL light GL_LIGHT0 + slot, in the light's

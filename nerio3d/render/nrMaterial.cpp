@@ -74,6 +74,11 @@ void nrMaterial::fieldChanged(short index) {
   nrContainer::fieldChanged(index);
 }
 
+void nrMaterial::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  ++version;
+}
+
 int nrMaterial::ditherPattern(float transparency) {
   if (transparency < 0) transparency = 0;
   if (transparency > 1) transparency = 1;

@@ -77,6 +77,9 @@ class nrMaterial : public nrContainer {
   // The screen-door pattern number of a transparency.
   static int ditherPattern(float transparency);
   void fieldChanged(short index) override;
+  // Copied values count as a change, as set ones do.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  protected:
   friend class nrContext;

@@ -55,6 +55,11 @@ void nrTexGen::fieldChanged(short index) {
   nrContainer::fieldChanged(index);
 }
 
+void nrTexGen::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  ++version;
+}
+
 void nrTexGen::draw(nrContext* context) {
   static const GLenum coords[4] = {GL_S, GL_T, GL_R, GL_Q};
   static const GLenum enables[4] = {GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_TEXTURE_GEN_R, GL_TEXTURE_GEN_Q};

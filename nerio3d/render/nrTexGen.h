@@ -42,6 +42,9 @@ class nrTexGen : public nrContainer {
   int getId() const { return id; }
   int getVersion() const { return version; }
   void fieldChanged(short index) override;
+  // Copied values count as a change, as set ones do.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  protected:
   friend class nrContext;

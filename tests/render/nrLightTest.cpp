@@ -124,6 +124,10 @@ TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {
   sun->draw(&action);
   EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "a changed light is loaded again";
   rec.clear();
+  sun->copy(hold(new nrDirectionalLight));
+  sun->draw(&action);
+  EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "and so is one copied into";
+  rec.clear();
   nrgl::Translatef(1, 0, 0);
   sun->draw(&action);
   EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "so is one under another matrix";

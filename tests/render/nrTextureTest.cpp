@@ -180,7 +180,12 @@ TEST_F(Texture, FormatFollowsLevelZeroAndEachVersionIsUploadedOnce) {
   texture->setMinFilter(nrTexture::LINEAR_MIN);
   EXPECT_EQ(texture->getImageLevelCount(), 1);
   EXPECT_EQ(uploads(texture).size(), 1u);
-  texture->unref();
+  EXPECT_EQ(uploads(texture).size(), 0u);
+  nrImage* half = image->createHalfImage();
+  half->ref();
+  texture->getImageLevel(0)->copy(half);
+  EXPECT_EQ(uploads(texture).size(), 1u) << "an image copied into is sent again";
+  nrtest::unref(texture, half);
 }
 
 TEST(nrImage, HalfImagesAverageEveryTypeAndRoundIntegersToTheNearest) {
@@ -318,7 +323,11 @@ TEST_F(Texture, GenerationGivesEveryPlaneAsObjectPlane) {
   context->setTexGen(texGen);
   EXPECT_FALSE(isOn(GL_TEXTURE_GEN_R));
   EXPECT_TRUE(isOn(GL_TEXTURE_GEN_Q));
-  texGen->unref();
+  int version = texGen->getVersion();
+  nrTexGen* plain = nrtest::held<nrTexGen>();
+  texGen->copy(plain);
+  EXPECT_GT(texGen->getVersion(), version) << "a copy counts as a change";
+  nrtest::unref(texGen, plain);
 }
 
 }  // namespace
