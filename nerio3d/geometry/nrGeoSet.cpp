@@ -288,9 +288,22 @@ void nrGeoSet::copy(nrContainer* from, nrCloneTable* table) {
   nrGeometry::copy(from, table);
   if (!from || from == this || !table) return;
   if (from->isOfType(getClassType())) userSet = static_cast<nrGeoSet*>(from)->userSet;
+  copyBPCull(from);
   calcBindings();
   drawableStale = true;
   ++version;
+}
+
+void nrGeoSet::copyBPCull(nrContainer* from) {
+  if (!from->isOfType(getClassType())) return;
+  const nrGeoSet* source = static_cast<nrGeoSet*>(from);
+  bpcDynamicBuild = source->bpcDynamicBuild;
+  bpcPrimNormMode = source->bpcPrimNormMode;
+  bpcEpsilon = source->bpcEpsilon;
+  freeBPCullData();
+  if (source->bpcPoint) bpcPoint = new nrVec3fArray(*source->bpcPoint);
+  if (source->bpcCenter) bpcCenter = new nrVec3fArray(*source->bpcCenter);
+  if (source->bpcDelta) bpcDelta = new nrFloatArray(*source->bpcDelta);
 }
 
 void nrGeoSet::calcBindings() {
@@ -766,6 +779,7 @@ void nrGeoSet::copyWithOwnIndexSets(nrContainer* from, nrCloneTable* table) {
     *s = nullptr;
   }
   if (from->isOfType(getClassType())) userSet = static_cast<nrGeoSet*>(from)->userSet;
+  copyBPCull(from);
   setCoordIndexSet(new nrIndexSet);
 }
 

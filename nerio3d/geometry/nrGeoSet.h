@@ -102,7 +102,8 @@ class nrGeoSet : public nrGeometry {
   void calcBindings();
   using nrContainer::copy;
   // Copies the fields, which arrive without a change being signalled, and
-  // then what is derived from them: user-set bits, bindings and draw code.
+  // then what is derived from them: user-set bits, bindings and draw code;
+  // the BPCull settings and data are copied too.
   void copy(nrContainer* from, nrCloneTable* table) override;
   int getDrawCode() const { return drawCode; }
   StrategyEnum getStrategy() const { return StrategyEnum(drawCode >> STRATEGY_SHIFT); }
@@ -301,6 +302,8 @@ class nrGeoSet : public nrGeometry {
   // Extends box by the first vertices coordinates that exist.
   void boundVertices(nrBoxBound& box, int vertices);
   void freeBPCullData();
+  // Takes the BPCull settings of from, and copies of its culling data.
+  void copyBPCull(nrContainer* from);
   // The triangles of the drawable primitives, with the first triangle of
   // each primitive, as the pick tree takes them; null under SMALL_PICK_SET.
   nrDetail::nrPickTree* buildPickTree(const nrGLAttr& coords, const int* index);

@@ -83,6 +83,11 @@ void nrBillboard::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrBillboard::copy(nrContainer* from, nrCloneTable* table) {
+  nrGroup::copy(from, table);
+  if (from && from != this && from->isOfType(getClassType())) rotation = static_cast<nrBillboard*>(from)->rotation;
+}
+
 bool nrBillboard::calculateTransform(nrDrawAction* action, nrMatrix4f& R) {
   R.makeIdent();
   if (!action) return false;

@@ -53,6 +53,9 @@ class nrBillboard : public nrGroup {
   nrTravDirective drawVisit(nrDrawAction* action) override;
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
+  // The copy turns its children as its source was last drawn.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrGroup::copy;
 
  protected:
   // Child i's placement: turned by the rotation of the last draw, then moved

@@ -89,7 +89,10 @@ void nrLOD::fieldChanged(short index) {
 
 void nrLOD::copy(nrContainer* from, nrCloneTable* table) {
   nrSwitch::copy(from, table);
-  if (from && from->isOfType(getClassType())) centerUnset = static_cast<nrLOD*>(from)->centerUnset;
+  if (!from || from == this || !from->isOfType(getClassType())) return;
+  centerUnset = static_cast<nrLOD*>(from)->centerUnset;
+  // Picks follow the last choice: none when the source chose none.
+  chosenNothing = static_cast<nrLOD*>(from)->chosenNothing;
 }
 
 int nrLOD::rangeIndex(nrTransformAction* action) {

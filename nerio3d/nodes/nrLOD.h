@@ -58,7 +58,7 @@ class nrLOD : public nrSwitch {
   // (also before the first draw).
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
-  // A centre given to the source stays given.
+  // A centre given to the source stays given, and so does its last choice.
   void copy(nrContainer* from, nrCloneTable* table) override;
   using nrSwitch::copy;
 

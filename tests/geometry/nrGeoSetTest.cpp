@@ -243,6 +243,11 @@ TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0));
   shape->getSphereBound(sphere);
   EXPECT_NEAR(sphere.radius, std::sqrt(17.0f) / 2, 1e-4) << "the shape's sphere follows its geometry";
+  version = s->getVersion();
+  points->copy(coords({{0, 0, 0}, {1, 0, 0}, {0, 2, 0}}));
+  EXPECT_GT(s->getVersion(), version) << "so does a copy into an attribute set";
+  shape->getSphereBound(sphere);
+  EXPECT_NEAR(sphere.radius, std::sqrt(5.0f) / 2, 1e-4);
   // A box set while a recomputation is pending holds, as one set by name does,
   // until the contents change again.
   points->set(2, nrVec3f(0, 6, 0));
@@ -297,6 +302,21 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   nrGLRecorder rec;
   s->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
+  // Copies and clones take the culling data and settings along.
+  s->setBPCullEpsilon(0.001f);
+  s->setBPCullDynamicBuildMode(0);
+  for (int mode : {nrContainer::SHALLOW_CLONE, nrContainer::DEEP_CLONE}) {
+    auto* clone = keep(static_cast<nrTriSet*>(s->clone(mode)));
+    EXPECT_EQ(clone->getBPCullEpsilon(), 0.001f);
+    EXPECT_EQ(clone->getBPCullDynamicBuildMode(), 0);
+    ASSERT_TRUE(clone->existsBPCullData());
+    EXPECT_NE(clone->getBPCullDelta(), s->getBPCullDelta());
+    rec.clear();
+    clone->draw(action);
+    EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"}) << "mode " << mode;
+  }
+  s->setBPCullEpsilon(0.000001f);
+  s->setBPCullDynamicBuildMode(1);
 
   // Under a perspective camera the view vector is the eye: behind the plane
   // of the first triangle it faces away, in front of it towards the eye.

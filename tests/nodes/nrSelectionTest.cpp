@@ -168,6 +168,11 @@ TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
     tstQuad* shown = *c.drawn ? quads[*c.drawn - 'a'] : nullptr;
     EXPECT_TRUE(pixel(33, 33).almostEqual(shown ? shown->color : black, 0.02f));
     EXPECT_EQ(pick(lod, down).getGeometry(), shown ? shown->asGeometry() : nullptr);
+    nrContainer* copy = lod->clone(nrContainer::COPY_CLONE);
+    copy->ref();
+    EXPECT_EQ(pick(static_cast<nrNode*>(copy), down).getGeometry(), shown ? shown->asGeometry() : nullptr)
+        << "a copy picks as its source";
+    copy->unref();
   }
   nrLOD::setOffset(0);
   lod->setOffsetOverride(0);
@@ -230,7 +235,10 @@ TEST_F(Selection, AxialBillboardShowsTheSameFaceAllAroundAndPicksItAsDrawn) {
   nrHit hit = pick(board, along);
   EXPECT_EQ(hit.getGeometry(), quad->asGeometry());
   EXPECT_TRUE(hit.getWorldPoint().almostEqual(nrVec3f(0, 0.5f, 0.3f), 1e-4f));
-  nrtest::unref(ortho, board);
+  auto* copy = static_cast<nrBillboard*>(board->clone(nrContainer::COPY_CLONE));
+  copy->ref();
+  EXPECT_EQ(pick(copy, along).getGeometry(), quad->asGeometry()) << "a copy picks as its source was drawn";
+  nrtest::unref(copy, ortho, board);
 }
 
 TEST_F(Selection, FacingRotationTurnsForwardToTheViewerAndKeepsTheChosenUp) {
