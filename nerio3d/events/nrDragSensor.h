@@ -25,6 +25,16 @@ class nrDragSensor : public nrPickSensor {
     setFieldValue(isActive, static_cast<unsigned char>(0), IS_ACTIVE_FIELD);
     if (moved && getAutoOffset()) setFieldValue(offset, output, offsetIndex);
   }
+  // A copy made during a grab drags on from the point its source was grabbed at.
+  void copy(nrContainer* from, nrCloneTable* table) override {
+    nrPickSensor::copy(from, table);
+    if (!from || from == this || from->getType() != this->getType()) return;
+    const nrDragSensor* source = static_cast<const nrDragSensor*>(from);
+    toLocal = source->toLocal;
+    start = source->start;
+    moved = source->moved;
+  }
+  using nrPickSensor::copy;
 
  protected:
   nrDragSensor(nrType* typeOfClass, short autoOffsetField, short offsetField, short trackPointField, short outputField)

@@ -49,6 +49,14 @@ nrPickSensor::~nrPickSensor() {
   destroyFieldContents(getClassType());
 }
 
+void nrPickSensor::copy(nrContainer* from, nrCloneTable* table) {
+  nrNode::copy(from, table);
+  if (!from || from == this || !from->isOfType(getClassType())) return;
+  frame = static_cast<nrPickSensor*>(from)->frame;
+  for (nrPtrArray* list : {&picked, &over, &grabbed})
+    if (list->find(from) >= 0 && list->find(this) < 0) list->append(this);
+}
+
 void nrPickSensor::beginGrab(const nrHit&) {}
 void nrPickSensor::motion(const nrHit&) {}
 void nrPickSensor::endGrab(const nrHit&) {}

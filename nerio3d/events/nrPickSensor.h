@@ -33,6 +33,11 @@ class nrPickSensor : public nrNode {
   virtual void motion(const nrHit& hit);
   virtual void endGrab(const nrHit& hit);
 
+  // A copy of a sensor under the pointer or in a grab is listed with it, so
+  // that it is told when the pointer leaves or the grab ends, as its source is.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrNode::copy;
+
   // One pointer event at window pixel (x, y), y from the bottom row, with the
   // button state; picks root through camera with the current context's
   // viewport. Nothing without root or camera.

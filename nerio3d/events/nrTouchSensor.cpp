@@ -14,6 +14,11 @@ nrTouchSensor::nrTouchSensor(nrType* type) : nrPickSensor(type), over(false) { i
 
 nrTouchSensor::~nrTouchSensor() { destroyFieldContents(getClassType()); }
 
+void nrTouchSensor::copy(nrContainer* from, nrCloneTable* table) {
+  nrPickSensor::copy(from, table);
+  if (from && from != this && from->isOfType(getClassType())) over = static_cast<nrTouchSensor*>(from)->over;
+}
+
 void nrTouchSensor::beginGrab(const nrHit& hit) {
   setFieldValue(isActive, static_cast<unsigned char>(1), IS_ACTIVE_FIELD);
   motion(hit);

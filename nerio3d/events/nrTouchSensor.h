@@ -27,6 +27,8 @@ class nrTouchSensor : public nrPickSensor {
   void beginGrab(const nrHit& hit) override;
   void motion(const nrHit& hit) override;
   void endGrab(const nrHit& hit) override;
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrPickSensor::copy;
 
  protected:
   nrVec3f hitNormal;

@@ -144,6 +144,10 @@ TEST_F(PointerSensors, TouchSensorsNearestTheGeometryReportHoverPressAndTouch) {
   // In the sensor's coordinates, on the tile's front face, at the pixel's centre.
   EXPECT_TRUE(inner->getHitPoint().almostEqual(nrVec3f(0.01f, 0.01f, 0.1f), 1e-4f));
   EXPECT_TRUE(inner->getHitNormal().almostEqual(nrVec3f(0, 0, 1), 1e-4f));
+  // A copy made under the pointer is over too, until the pointer leaves it.
+  auto* copy = static_cast<nrTouchSensor*>(inner->clone(nrContainer::SHALLOW_CLONE));
+  copy->ref();
+  EXPECT_EQ(copy->getIsOver(), 1);
 
   left(true);
   left(false);
@@ -151,6 +155,8 @@ TEST_F(PointerSensors, TouchSensorsNearestTheGeometryReportHoverPressAndTouch) {
   EXPECT_NEAR(double(inner->getTouchTime()), double(nrTime::getTimeOfDay()), 5);
   hover(0, 0);
   EXPECT_EQ(inner->sent, "over down up touch out ");
+  EXPECT_EQ(copy->getIsOver(), 0);
+  copy->unref();
 
   // Pressed over the tile, released off it: no touch.
   inner->sent.clear();
@@ -205,11 +211,17 @@ TEST_F(PointerSensors, DragSensorsFollowThePointerOnTheirPlaneAndSphere) {
   plane->setMaxPosition(10, 10);
   hover(1, -2.5f);
   left(true);
+  // A copy made during the grab drags along and is released with it.
+  auto* copy = static_cast<nrPlaneSensor*>(plane->clone(nrContainer::SHALLOW_CLONE));
+  copy->ref();
   hover(1, -3.5f);
   left(false);
   dragged->getTranslation(&x, &y, &z);
   EXPECT_TRUE(nrVec3f(x, y, z).almostEqual(nrVec3f(1, -0.5f, 0), 1e-4f));
   EXPECT_EQ(plane->getIsActive(), 0);
+  EXPECT_EQ(copy->getIsActive(), 0);
+  EXPECT_TRUE(copy->getTranslation().almostEqual(nrVec3f(1, -0.5f, 0), 1e-4f));
+  copy->unref();
 
   // Half a unit to the right from the middle of the ball turns it about y by
   // the angle between the grabbed and the followed point.
