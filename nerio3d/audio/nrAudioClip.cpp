@@ -24,6 +24,11 @@ void nrAudioClip::setUrl(unsigned index, const char* text) {
   fieldChanged(URL);
 }
 
+void nrAudioClip::copy(nrContainer* from, nrCloneTable* table) {
+  nrContainer::copy(from, table);
+  if (from && from != this && from->isOfType(getClassType())) setSamples(static_cast<nrAudioClip*>(from)->samples);
+}
+
 void nrAudioClip::setSamples(nrAudioSamples* value) {
   refer(samples, value);
   samples = value;

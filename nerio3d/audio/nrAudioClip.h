@@ -38,6 +38,9 @@ class nrAudioClip : public nrContainer {
   // The clip references its samples.
   void setSamples(nrAudioSamples* samples);
   nrAudioSamples* getSamples() const { return samples; }
+  // Copies and clones share the samples of the clip they were made from.
+  void copy(nrContainer* from, nrCloneTable* table) override;
+  using nrContainer::copy;
 
  private:
   nrString description;

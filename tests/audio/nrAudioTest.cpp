@@ -80,6 +80,9 @@ TEST(nrAudioClip, SharesItsSamplesWhichCannotLoadHere) {
   EXPECT_EQ(samples->getParent(0), clip);
   nrAudioClip* other = nrtest::held<nrAudioClip>();
   other->setSamples(samples);
+  nrAudioClip* copy = static_cast<nrAudioClip*>(clip->clone(nrContainer::DEEP_CLONE));
+  EXPECT_EQ(copy->getSamples(), samples) << "copies share the samples too";
+  copy->unref();
   clip->unref();
   EXPECT_EQ(other->getSamples()->getParentCount(), 1);
 
