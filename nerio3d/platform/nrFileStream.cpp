@@ -8,9 +8,15 @@ namespace {
 // calls rare.
 constexpr size_t BUFFER_SIZE = 1 << 16;
 
+// A compressed file that is cut short or damaged ends in a read error, not at
+// an ordinary end of file, so that the stream's error flag tells the reader.
 ssize_t gzipRead(void* cookie, char* buffer, size_t size) {
-  int n = gzread(static_cast<gzFile>(cookie), buffer, static_cast<unsigned>(size));
-  return n < 0 ? -1 : n;
+  gzFile gz = static_cast<gzFile>(cookie);
+  int n = gzread(gz, buffer, static_cast<unsigned>(size));
+  if (n > 0) return n;
+  int error = Z_OK;
+  gzerror(gz, &error);
+  return n < 0 || error != Z_OK ? -1 : 0;
 }
 
 int gzipClose(void* cookie) { return gzclose(static_cast<gzFile>(cookie)) == Z_OK ? 0 : EOF; }

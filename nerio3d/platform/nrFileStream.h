@@ -8,7 +8,8 @@ namespace nrFileStream {
 
 // A stream over the file's bytes, or over their decompressed form when the
 // file starts with the gzip magic bytes; null when the file cannot be opened.
-// Close it with fclose.
+// A read error (ferror) marks a compressed file that ends early or is
+// damaged. Close it with fclose.
 FILE* open(const char* path);
 
 }  // namespace nrFileStream

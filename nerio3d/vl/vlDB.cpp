@@ -432,6 +432,11 @@ unsigned char vlDB::readFile(const char* fileName, nrContainer*& root, nrPtrArra
     nrGlobal::setFilePath(hadPath ? (directory + ":" + savedPath).c_str() : directory.c_str());
   }
   unsigned char ok = readStream(stream, root, list);
+  // What was read before the error stays read.
+  if (ferror(stream)) {
+    vlDebugError::post("vlDB::readFile", "%s could not be read to its end", fileName);
+    ok = 0;
+  }
   if (slash) nrGlobal::setFilePath(hadPath ? savedPath.c_str() : nullptr);
 
   shared->openFiles.setCount(shared->openFiles.getCount() - 1);

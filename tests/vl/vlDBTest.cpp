@@ -408,6 +408,24 @@ TEST_F(vlDBCopies, GzipFilesAndWrittenScenesReadBackEqual) {
     ASSERT_EQ(again.group()->getNumChildren(), 1);
     EXPECT_EQ(text(again.group()->getChild(0)), first);
   }
+
+  // A compressed file cut short is reported, not read as a shorter scene.
+  std::string many = "#VRML V2.0 utf8\n";
+  for (int i = 0; i < 200; ++i) many += "Transform { translation 1 2 3 }\n";
+  const std::string cut = std::string(dir) + "/cut.wrl.gz";
+  gzFile gz = gzopen(cut.c_str(), "wb");
+  gzwrite(gz, many.data(), unsigned(many.size()));
+  gzclose(gz);
+  struct stat status;
+  ASSERT_EQ(stat(cut.c_str(), &status), 0);
+  ASSERT_EQ(truncate(cut.c_str(), status.st_size / 2), 0);
+  Scene shortened(cut);
+  unlink(cut.c_str());
+  EXPECT_EQ(shortened.ok, 0);
+  ASSERT_NE(shortened.root, nullptr);
+  const std::string reported = "vl error in vlDB::readFile(): " + cut + " could not be read to its end\n";
+  ASSERT_GE(shortened.messages.size(), reported.size());
+  EXPECT_EQ(shortened.messages.substr(shortened.messages.size() - reported.size()), reported);
 }
 
 }  // namespace
