@@ -297,14 +297,17 @@ inline bool vlInput::readStringToken(nrString& s) {
   Scan scan(this);
   int c = firstTokenChar(scan);
   if (c == EOF) return false;
-  s = "";
   char chunk[CHUNK + 1];
   int n = 0;
+  // The full chunks of a long string, joined as they come and copied into s
+  // once at its end: appending each chunk to s would copy the string so far
+  // every time, which takes minutes on strings of some megabytes.
+  std::string gathered;
   auto add = [&](int ch) {
     chunk[n++] = static_cast<char>(ch);
     if (n == CHUNK) {
       chunk[n] = '\0';
-      s += chunk;
+      gathered += chunk;
       n = 0;
     }
   };
@@ -335,7 +338,12 @@ inline bool vlInput::readStringToken(nrString& s) {
     scan.back(c);
   }
   chunk[n] = '\0';
-  s += chunk;
+  if (gathered.empty()) {
+    s = chunk;
+  } else {
+    gathered += chunk;
+    s = gathered.c_str();
+  }
   return true;
 }
 

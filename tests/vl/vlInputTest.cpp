@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <climits>
 #include <cmath>
 #include <cstdlib>
@@ -264,6 +265,14 @@ TEST_F(vlInputTest, StringTokensAreQuotedWithEscapesOrEndAtWhiteSpace) {
   }
   nrString s;
   EXPECT_FALSE(openBody("  ").read(s));
+
+  // A string of many megabytes reads in time proportional to its length.
+  const size_t size = 16 << 20;
+  vlInput& input = openBody("\"" + std::string(size, 'h') + "\"");
+  auto start = std::chrono::steady_clock::now();
+  ASSERT_TRUE(input.read(s));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_EQ(strlen(s.getString()), size);
 }
 
 TEST_F(vlInputTest, IdentifiersAndNames) {
