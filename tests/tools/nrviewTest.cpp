@@ -163,6 +163,11 @@ TEST_F(Programs, DumpedTextReadsBackIntoTheSamePicture) {
   EXPECT_NE(dump.out.find("ROUTE SpinPath.value TO Spinner.rotation"), std::string::npos) << dump.out;
   // The texture is found beside the scene.
   system(("cp " + source + "/data/checker.png " + dir).c_str());
+  // A compressed scene reads as the same text.
+  system(("gzip -c " + source + "/data/default.wrl > " + path("packed.wrl.gz")).c_str());
+  Result packed = run(tools + "/nrdump " + path("packed.wrl.gz"));
+  EXPECT_EQ(packed.status, 0) << packed.err;
+  EXPECT_EQ(packed.out, dump.out);
   std::ofstream(path("dumped.wrl")) << dump.out;
   ASSERT_EQ(nrview("--snapshot " + path("a.png") + " --size 160x120 --time 1 " + source + "/data/default.wrl").status,
             0);

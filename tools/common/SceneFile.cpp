@@ -12,13 +12,15 @@
 
 namespace {
 
-// Scene files are text whose first line starts with '#'.
+// Scene files are text whose first line starts with '#', or that text
+// compressed with gzip (which the reader unpacks as it reads).
 bool hasHeader(const char* path) {
   FILE* f = fopen(path, "rb");
   if (!f) return false;
-  int c = fgetc(f);
+  int c0 = fgetc(f);
+  int c1 = fgetc(f);
   fclose(f);
-  return c == '#';
+  return c0 == '#' || (c0 == 0x1f && c1 == 0x8b);
 }
 
 }  // namespace
