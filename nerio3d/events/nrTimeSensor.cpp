@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrSField.h"
 
@@ -52,6 +53,12 @@ void nrTimeSensor::updateSensors() {
 }
 
 void nrTimeSensor::updateSensors(nrTime t) {
+  // Such a time would make every cycle, fraction and time that is sent NaN.
+  if (!std::isfinite(double(t))) {
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE,
+                     "nrTimeSensor::updateSensors() - the time is not a finite number: sensors not updated");
+    return;
+  }
   applicationClock = true;
   clockTime = t;
   stamp(t);

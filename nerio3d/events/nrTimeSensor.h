@@ -47,7 +47,8 @@ class nrTimeSensor : public nrNode {
   static void updateSensors();
   // Evaluates every listed sensor at a time the application chooses (offline
   // rendering, deterministic tests); field changes take this time as "now"
-  // until the next call of either form.
+  // until the next call of either form. A time that is not a finite number
+  // is refused with a warning, and nothing changes.
   static void updateSensors(nrTime now);
   // "Now" for the sensors: the time last given to updateSensors(nrTime), or
   // the time of day when the plain form ran last or neither has run.

@@ -385,6 +385,11 @@ TEST_F(TimeSensorTest, FutureStartWaitsAndDisablingStops) {
   sensor->setStartTime(200);
   probe->events[tstProbe::START_TIME] = 0;
   nrTimeSensor::updateSensors(150);
+  // A clock that is not a finite number is refused, and sends nothing either.
+  for (double bad : {double(NAN), double(INFINITY)})
+    EXPECT_EQ(nrtest::captureStderr([&] { nrTimeSensor::updateSensors(bad); }),
+              "(WARN, USAGE): nrTimeSensor::updateSensors() - the time is not a finite number: sensors not updated\n");
+  EXPECT_EQ(nrTimeSensor::getCurrentTime(), 150);
   EXPECT_EQ(*std::max_element(probe->events, probe->events + tstProbe::NUM_FIELDS), 0);
   EXPECT_TRUE(listed(sensor));
   nrTimeSensor::updateSensors(200);
