@@ -32,6 +32,30 @@ void forEachListed(const nrPtrArray& list, Fn fn) {
     fn(s);
   }
 }
+
+// Holds the nodes on a hit's path while the sensors' functions run: one of
+// them may release part of the scene, or all of it, which the path and the
+// sensors' working spaces still lead through.
+class PathHold {
+ public:
+  explicit PathHold(const nrPtrArray& path) : held(path.getCount()) {
+    for (unsigned i = 0; i < path.getCount(); ++i) {
+      nrObject* node = static_cast<nrContainer*>(path[i]);
+      if (node->getRefCount() > 0) {
+        node->ref();
+        held.append(node);
+      }
+    }
+  }
+  ~PathHold() {
+    for (unsigned i = held.getCount(); i-- > 0;) static_cast<nrObject*>(held[i])->unref();
+  }
+  PathHold(const PathHold&) = delete;
+  PathHold& operator=(const PathHold&) = delete;
+
+ private:
+  nrPtrArray held;
+};
 }  // namespace
 
 int nrPickSensor::currentFrame = 0;
@@ -75,6 +99,7 @@ void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, i
   havePickRay = camera->getPickRay(x, y, pickRay) != 0;
   nrHit hit;
   if (camera->pick(root, x, y, hit)) collect(hit);
+  const PathHold hold(hit.getPath());
 
   if (!grabbing && !buttonDown) {
     updatePickedSensors(hit);

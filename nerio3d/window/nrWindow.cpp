@@ -4,10 +4,12 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/events/nrPickSensor.h"
 #include "nerio3d/events/nrTimeSensor.h"
 #include "nerio3d/platform/nrDrawable.h"
 #include "nerio3d/platform/nrWindowSystem.h"
+#include "nerio3d/render/nrCamera.h"
 #include "nerio3d/render/nrContext.h"
 
 NR_DEFINE_TYPE(nrWindow, nrObject, "Window") {}
@@ -296,8 +298,10 @@ void nrWindow::armTimer() {
 void nrWindow::updateSensors(nrNode* root, nrCamera* camera) {
   nrWindow* w = getCurrent();
   if (!w || !root || !camera || !w->events.getCount()) return;
-  // The sensors may delete the window.
+  // The sensors may delete the window, and release the scene or the camera,
+  // which the records left still go to.
   const InUse pass(w);
+  const nrKeepAlive holdRoot(root), holdCamera(camera);
   for (unsigned i = 0; pass.alive() && i < w->events.getCount(); ++i) {
     const nrEvent* e = w->events[i];
     if (e->kind < nrEvent::BUTTON_UP_EVENT || e->kind > nrEvent::PASSIVE_MOTION_EVENT) continue;

@@ -1,5 +1,6 @@
 // Pointer sensors in a drawn scene, driven by real pointer motion and buttons.
 #include <cmath>
+#include <functional>
 #include <string>
 
 #include "nerio3d/actions/nrDrawAction.h"
@@ -18,12 +19,13 @@
 namespace {
 
 // A touch sensor that lists the events it sends, and leaves its group (and
-// with it the world) on sending leaveOn.
+// with it the world) on sending leaveOn, or runs `instead` then.
 class tstTouch : public nrTouchSensor {
  public:
   tstTouch() : nrTouchSensor(nrTouchSensor::getClassType()) {}
   std::string sent;
   std::string leaveOn;
+  std::function<void()> instead;
 
  protected:
   void fieldChanged(short index) override {
@@ -33,7 +35,9 @@ class tstTouch : public nrTouchSensor {
     if (index == TOUCH_TIME_FIELD) event = "touch ";
     sent += event;
     nrTouchSensor::fieldChanged(index);
-    if (!event.empty() && event == leaveOn) {
+    if (!event.empty() && event == leaveOn && instead) {
+      instead();
+    } else if (!event.empty() && event == leaveOn) {
       nrGroup* group = static_cast<nrGroup*>(getParent(0));
       group->removeChild(group->findChild(this));
     }
@@ -191,6 +195,26 @@ TEST_F(PointerSensors, SensorsDeletingThemselvesLeaveTheOthersTheirEvents) {
   hover(0, 0);
   EXPECT_EQ(inner->sent, "over down up touch out ");
   EXPECT_EQ(group->getNumChildren(), 2);
+
+  // One that drops the whole scene and the camera on the press, with a drag
+  // and the release queued behind it: the path of the press and the scene of
+  // the records left stay until they are handled.
+  tstTouch* dropper = new tstTouch;
+  dropper->leaveOn = "down ";
+  dropper->instead = [this] {
+    nrtest::unref(root, camera);
+    root = nrtest::held<nrGroup>();
+    camera = nrtest::held<nrOrthoCamera>();
+  };
+  group->insertChild(0, dropper);
+  nrWindow::setFreeRun(1);
+  hover(-2.5f, 2.5f);
+  left(true);
+  hover(-2, 2.5f);
+  left(false);
+  nrWindow::setCurrent(window);
+  window->processEvents();
+  EXPECT_EQ(root->getNumChildren(), 0);
 }
 
 TEST_F(PointerSensors, DragSensorsFollowThePointerOnTheirPlaneAndSphere) {
