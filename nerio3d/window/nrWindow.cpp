@@ -130,9 +130,23 @@ nrWindow::~nrWindow() {
   delete item;
   delete[] title;
   delete[] iconTitle;
+  // Destroying the window selects it in the toolkit, which binds its OpenGL
+  // context: the window and the context current before stay current. This
+  // window's context, held elsewhere, is no longer current on a window gone.
+  nrWindow* previous = getCurrent();
+  nrContext* bound = nrContext::getCurrent();
+  if (context && bound == context) {
+    nrContext::releaseCurrent();
+    bound = nullptr;
+  }
   if (context) context->unref();
   delete hdc;
   nrWindowSystem::destroyWindow(glutId);
+  if (previous && previous != this) setCurrent(previous);
+  if (bound) {
+    nrContext::releaseCurrent();
+    bound->makeCurrent(bound->getDrawable());
+  }
   for (nrEventArray* list : {&events, &freeEvents})
     for (unsigned i = 0; i < list->getCount(); ++i) (*list)[i]->unref();
 }

@@ -9,6 +9,8 @@
 #include "nrCapture.h"
 #include "nrWindowFixture.h"
 
+#include <GL/glx.h>
+
 using nrtest::pumpUntil;
 using nrtest::Recorder;
 using nrtest::Seen;
@@ -278,7 +280,23 @@ TEST_F(WindowLoop, EventAndFrameFunctionsDeletingWindowsUnderThePass) {
       victim = nullptr;
       return 0;
     }
-  } victims{open("own").window, nullptr};
+  };
+
+  // Deleting a window leaves the current one current, its context bound; the
+  // context of a window deleted, held elsewhere, is current no more.
+  nrWindow* kept = open("kept").window;
+  nrWindow* other = open("other").window;
+  nrWindow::makeCurrent(kept);
+  delete other;
+  EXPECT_EQ(nrWindow::getCurrent(), kept);
+  EXPECT_EQ(glXGetCurrentDrawable(), kept->getHWND());
+  nrContext* held = kept->getThisWindowContext();
+  held->ref();
+  delete kept;
+  EXPECT_EQ(nrContext::getCurrent(), nullptr);
+  held->unref();
+
+  Victims victims{open("own").window, nullptr};
   victims.first->setEventFunc(Victims::eventDeletesOwn, &victims);
   glutPostRedisplay();
   ASSERT_TRUE(pumpUntil([&] { return !victims.first; }));
