@@ -136,7 +136,7 @@ struct AttrLimit {
   // Element number i of the stream exists.
   bool has(int i) const {
     if (index) {
-      if (i >= indexCount) return false;
+      if (i < 0 || i >= indexCount) return false;
       i = index[i];
     }
     return i >= 0 && i < count;
@@ -440,12 +440,16 @@ void nrGeoSet::drawPrims(nrGLAttrSet& attrs, GLenum mode, int primLen, const int
                          nrDrawAction* bpcAction) {
   int n = getDrawablePrimCount();
   int strategy = drawCode >> STRATEGY_SHIFT;
+  // Strips and fans of fewer than three vertices draw nothing, and some
+  // OpenGL implementations overrun their buffers recording them into a
+  // display list: lists leave them out.
+  const int shortest = recordingList && (mode == GL_TRIANGLE_STRIP || mode == GL_TRIANGLE_FAN) ? 3 : 0;
   startPrims(attrs);
   if (strategy == IMMEDIATE_STRATEGY) {
     if (!lengths) nrgl::Begin(mode);
     for (int p = 0; p < n; ++p) {
       int len = lengths ? lengths[p] : primLen;
-      if (bpcAction && !isPrimBpcFrontFacing(p, bpcAction)) {
+      if (len < shortest || (bpcAction && !isPrimBpcFrontFacing(p, bpcAction))) {
         skipPrim(attrs, len);
         continue;
       }
@@ -480,7 +484,7 @@ void nrGeoSet::drawPrims(nrGLAttrSet& attrs, GLenum mode, int primLen, const int
   int first = 0;
   for (int p = 0; p < n; first += lengths ? lengths[p] : primLen, ++p) {
     int len = lengths ? lengths[p] : primLen;
-    if (bpcAction && !isPrimBpcFrontFacing(p, bpcAction)) {
+    if (len < shortest || (bpcAction && !isPrimBpcFrontFacing(p, bpcAction))) {
       skipPrim(attrs, len);
       continue;
     }
@@ -824,21 +828,23 @@ void nrGeoSet::writeVRML(nrOutput* out, const short* ownFields, int count, short
 // ---- per-primitive back-face culling ----
 
 void nrGeoSet::freeBPCullData() {
-  delete bpcPoint;
-  delete bpcCenter;
-  delete bpcDelta;
-  bpcPoint = bpcCenter = nullptr;
-  bpcDelta = nullptr;
+  setBPCullPoint(nullptr);
+  setBPCullCenter(nullptr);
+  setBPCullDelta(nullptr);
 }
 
+// One array given as both the points and the axes is deleted once, when
+// neither holds it any more.
 void nrGeoSet::setBPCullPoint(nrVec3fArray* points) {
-  if (points != bpcPoint) delete bpcPoint;
+  nrVec3fArray* old = bpcPoint;
   bpcPoint = points;
+  if (old != points && old != bpcCenter) delete old;
 }
 
 void nrGeoSet::setBPCullCenter(nrVec3fArray* axes) {
-  if (axes != bpcCenter) delete bpcCenter;
+  nrVec3fArray* old = bpcCenter;
   bpcCenter = axes;
+  if (old != axes && old != bpcPoint) delete old;
 }
 
 void nrGeoSet::setBPCullDelta(nrFloatArray* thresholds) {
@@ -850,7 +856,7 @@ void nrGeoSet::setBPCullDelta(nrFloatArray* thresholds) {
 // cannot draw get none and are never culled.
 void nrGeoSet::buildBPCullData() {
   if (!bpcPoint) bpcPoint = new nrVec3fArray;
-  if (!bpcCenter) bpcCenter = new nrVec3fArray;
+  if (!bpcCenter || bpcCenter == bpcPoint) bpcCenter = new nrVec3fArray;
   if (!bpcDelta) bpcDelta = new nrFloatArray;
   int n = coordSet ? getDrawablePrimCount() : 0;
   bpcPoint->setCount(unsigned(n));
@@ -893,8 +899,9 @@ nrVec3f nrGeoSet::getRefPoint(int, int firstVertex, int) { return getCoord(first
 
 void nrGeoSet::getNormBB(int firstVertex, int count, nrVec3f& min, nrVec3f& max) {
   nrBoxBound box;
-  for (int v = firstVertex; v < firstVertex + count; ++v)
-    box.extendBy(elementAt<nrNormalSet>(normalSet, normalIndexSet, v));
+  // Counted wide: the range given may reach past the last vertex number.
+  for (long v = firstVertex, end = long(firstVertex) + count; v < end && v <= INT_MAX; ++v)
+    box.extendBy(elementAt<nrNormalSet>(normalSet, normalIndexSet, int(v)));
   min = box.min;
   max = box.max;
 }
@@ -919,7 +926,9 @@ void nrGeoSet::getPrimNormBB(int prim, int firstVertex, int count, nrVec3f& min,
 void nrGeoSet::getPrimFaceNormBB(int, int firstVertex, int count, nrVec3f& min, nrVec3f& max) {
   nrBoxBound box;
   int v[3];
-  for (int t = 0; getPrimTri(firstVertex, count, t, v); ++t) {
+  // No vertex is numbered past INT_MAX: a range reaching further stops there.
+  if (firstVertex >= 0 && count > INT_MAX - firstVertex) count = INT_MAX - firstVertex;
+  for (int t = 0; count >= 3 && getPrimTri(firstVertex, count, t, v); ++t) {
     nrVec3f normal;
     getTriNormal(getCoord(v[0]), getCoord(v[1]), getCoord(v[2]), normal);
     if (normal.dot(normal) > 0) box.extendBy(normal);

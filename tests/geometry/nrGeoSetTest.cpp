@@ -317,6 +317,19 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   }
   s->setBPCullEpsilon(0.000001f);
   s->setBPCullDynamicBuildMode(1);
+  // One array handed over as both the points and the axes is freed once; a
+  // rebuild gives the axes their own.
+  nrTriSet* aliased = set<nrTriSet>({{-1, -1, 0}, {0, -1, 0}, {-1, 1, 0}}, 1);
+  nrVec3fArray* given = new nrVec3fArray;
+  aliased->setBPCullPoint(given);
+  aliased->setBPCullCenter(given);
+  aliased->setBPCullPoint(nullptr);
+  aliased->setBPCullPoint(given);
+  aliased->buildBPCullData();
+  EXPECT_NE(aliased->getBPCullCenter(), given);
+  EXPECT_EQ((*aliased->getBPCullCenter())[0], nrVec3f(0, 0, 1));
+  EXPECT_EQ((*aliased->getBPCullPoint())[0], nrVec3f(-1, -1, 0));
+  aliased->setBPCullCenter(given);
 
   // Under a perspective camera the view vector is the eye: behind the plane
   // of the first triangle it faces away, in front of it towards the eye.
@@ -459,6 +472,14 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   strips->setPrimCount(INT_MAX);
   strips->boundCoords(box, INT_MAX, nullptr);
   EXPECT_EQ(box.max, nrVec3f(0.5f, 0.5f, 0.5f));
+  // Vertex ranges outside the data, asked for directly: the origin, no read
+  // before the index list, no sum past the int range.
+  strips->setCoordIndexSet(indices({2, 1, 0}));
+  nrVec3f min, max;
+  strips->getNormBB(INT_MIN, -3, min, max);
+  strips->getPrimFaceNormBB(0, INT_MAX - 1, INT_MAX, min, max);
+  EXPECT_EQ(max, nrVec3f(0, 0, 0));
+  EXPECT_EQ(strips->getRefPoint(0, -1, 3), nrVec3f(0, 0, 0));
   nrLineSet* lines = set<nrLineSet>({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, INT_MAX);
   rec.clear();
   lines->draw(action);

@@ -135,6 +135,19 @@ TEST_F(Shape, CompiledStripsReplayTheirListUntilTheyChange) {
   clearFrame();
   fan->draw(action);
   EXPECT_EQ(histogram(), (std::map<uint32_t, int>{{0xffffffff, SIZE * SIZE}}));
+
+  // Strips too short for a triangle draw nothing: lists leave them out.
+  nrTriStripSet* stubs = set<nrTriStripSet>(fullView, 2);
+  const int stubLengths[] = {2, 1};
+  stubs->setStripLength(2, stubLengths);
+  stubs->setColorSet(colors({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}));
+  stubs->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
+  stubs->setCoordIndexSet(indices({0, 1, 2}));
+  stubs->setColorIndexSet(indices({0, 1, 2}));
+  rec.clear();
+  stubs->compile(&compile);
+  EXPECT_EQ(only(rec, {"glNewList", "glBegin", "glVertex", "glEndList"}),
+            (Calls{"glNewList(" + std::to_string(stubs->getDisplayListId()) + ", GL_COMPILE)", "glEndList()"}));
 }
 
 TEST_F(Shape, ScreenDoorTransparencyHalfLetsHalfThePixelsThrough) {
