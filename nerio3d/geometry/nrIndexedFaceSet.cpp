@@ -94,7 +94,8 @@ void nrIndexedFaceSet::cleanSideEffect(short index) {
   if (pending) convert();
   if (index == COORD_INDEX_FIELD && coordIndexFromSet) {
     coordIndexFromSet = false;
-    rebuildList(coordIndex, static_cast<nrIndexSet*>(coordIndexSet)->getArray());
+    // The application may have taken the index set away since: the list then stays empty.
+    if (coordIndexSet) rebuildList(coordIndex, static_cast<nrIndexSet*>(coordIndexSet)->getArray());
   }
   if (index == NORMAL_INDEX_FIELD && normalIndexFromSet) {
     normalIndexFromSet = false;

@@ -88,6 +88,12 @@ TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrT
       EXPECT_EQ(s->getCoordIndexSet()->getArray()[1], edit ? 5 : 1);
     }
   }
+  // An index set taken away by the application leaves a freed list empty.
+  nrIndexedFaceSet* bare = set<nrIndexedFaceSet>(halves, 0);
+  bare->setCoordIndex(10, twoQuads);
+  bare->draw(action);
+  bare->setCoordIndexSet(nullptr);
+  EXPECT_EQ(bare->getCoordIndex().getCount(), 0u);
   // A list routed into a set whose own list was converted and freed is
   // converted by the next draw.
   nrIndexedFaceSet* s = set<nrIndexedFaceSet>(halves, 0);
