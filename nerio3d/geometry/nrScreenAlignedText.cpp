@@ -1,5 +1,6 @@
 #include "nerio3d/geometry/nrScreenAlignedText.h"
 
+#include <climits>
 #include <cstring>
 #include <string>
 
@@ -149,11 +150,12 @@ int nrScreenAlignedText::queryFont() {
 void nrScreenAlignedText::buildFont(nrContext* context) {
   if (!context) return;
   cleanPendingFields();
-  int key = fontFace + fontSize * 8;
   nrDrawable* drawable = context->getDrawable();
   // Keys of faces outside the table or of sizes below one may equal a real
-  // font's key; such texts never share, their lookup just fails.
-  bool known = fontFace >= 0 && fontFace < faceCount && fontSize >= 1;
+  // font's key, and sizes past the int range of keys have none; such texts
+  // never share, their lookup just fails.
+  bool known = fontFace >= 0 && fontFace < faceCount && fontSize >= 1 && fontSize <= (INT_MAX - faceCount) / 8;
+  int key = known ? fontFace + fontSize * 8 : -1;
   bool fresh = false;
   if (known && (entryKey != key || builtOn != drawable)) {
     leaveEntry();

@@ -78,7 +78,9 @@ void nrFont::setFamilyAlias(const char* generic, const char* family) {
 }
 
 nrFont* nrFont::open(const char* family, int weight, bool italic, int pixelHeight) {
-  if (!family || pixelHeight < 1) return nullptr;
+  // FreeType renders no glyph of more than 32767 pixels a side: past that
+  // height characters go missing or come out at a wrong size.
+  if (!family || pixelHeight < 1 || pixelHeight > 32767) return nullptr;
   auto alias = aliases().find(family);
   if (alias != aliases().end()) family = alias->second.c_str();
   std::string file;

@@ -7,7 +7,7 @@ class nrFont {
   // The font fontconfig matches best for family (a family name, or a generic
   // one such as "serif" or "sans-serif"), weight (100 to 900; 400 regular, 700
   // bold) and slant, sized so that a line (ascent plus descent) is pixelHeight
-  // pixels tall. A named family must be matched by that family itself, not by
+  // pixels tall (1 to 32767). A named family must be matched by that family itself, not by
   // a substitute. 0 when nothing fits or the file cannot be read.
   static nrFont* open(const char* family, int weight, bool italic, int pixelHeight);
   ~nrFont();

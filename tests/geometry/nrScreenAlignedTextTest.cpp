@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <climits>
+#include <string>
 
 #include "nerio3d/geometry/nrScreenAlignedText.h"
 #include "nerio3d/platform/nrFont.h"
@@ -186,6 +188,13 @@ TEST_F(Text, AFontThatCannotBeFoundDrawsNothingUntilTheTextChanges) {
   nrScreenAlignedText* unknown = text("HI", 9, 12);
   err = nrtest::captureStderr([&] { unknown->draw(action); });
   EXPECT_EQ(err, "(WARN, RESOURCE): nrScreenAlignedText::queryFont() - no font for face 9 at size 12\n");
+  EXPECT_EQ(count(rec, "glCallLists"), 2);
+  // Sizes no font is rendered at, nor a key computed for.
+  for (int size : {40000, INT_MAX, INT_MIN}) {
+    err = nrtest::captureStderr([&] { text("HI", nrScreenAlignedText::TIMES, size)->draw(action); });
+    EXPECT_EQ(err, "(WARN, RESOURCE): nrScreenAlignedText::queryFont() - no font for face TIMES at size " +
+                       std::to_string(size) + "\n");
+  }
   EXPECT_EQ(count(rec, "glCallLists"), 2);
 }
 
