@@ -1,5 +1,7 @@
 #include "nerio3d/geometry/nrCone.h"
 
+#include <cmath>
+
 #include "nerio3d/actions/nrIsectAction.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nerio3d/geometry/nrCylinder.h"
@@ -61,9 +63,10 @@ int nrCone::isect(nrIsectAction* action) {
   const nrVec3f& d = seg.dir;
   nrVec3f o;
   o.sub(seg.pos, center);
-  float half = height / 2, t0, t1;
+  // A negative height draws the cone upside down, its apex below its base.
+  float half = height / 2, reach = std::fabs(half), t0, t1;
   SolidHit hit;
-  if (side && height > 0) {
+  if (side && height != 0) {
     float k2 = (bottomRadius / height) * (bottomRadius / height), u = half - o[1];
     if (solveQuadratic(d[0] * d[0] + d[2] * d[2] - k2 * d[1] * d[1], 2 * (o[0] * d[0] + o[2] * d[2] + k2 * u * d[1]),
                        o[0] * o[0] + o[2] * o[2] - k2 * u * u, t0, t1)) {
@@ -71,10 +74,10 @@ int nrCone::isect(nrIsectAction* action) {
       for (float t : roots) {
         nrVec3f p;
         p.addScaled(o, t, d);
-        if (p[1] >= -half && p[1] <= half) hit.offer(t, 0, nrVec3f(p[0], k2 * (half - p[1]), p[2]));
+        if (p[1] >= -reach && p[1] <= reach) hit.offer(t, 0, nrVec3f(p[0], k2 * (half - p[1]), p[2]));
       }
     }
   }
-  if (bottom) hit.offerCap(o, d, -half, bottomRadius, 1, -1);
+  if (bottom) hit.offerCap(o, d, -half, bottomRadius, 1, half < 0 ? 1.0f : -1.0f);
   return reportHit(action, hit);
 }

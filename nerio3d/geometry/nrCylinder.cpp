@@ -129,7 +129,8 @@ int nrCylinder::isect(nrIsectAction* action) {
   const nrVec3f& d = seg.dir;
   nrVec3f o;
   o.sub(seg.pos, center);
-  float half = height / 2, t0, t1;
+  // A negative height draws the cylinder upside down: the caps trade places.
+  float half = height / 2, reach = std::fabs(half), up = half < 0 ? -1.0f : 1.0f, t0, t1;
   SolidHit hit;
   if (side && solveQuadratic(d[0] * d[0] + d[2] * d[2], 2 * (o[0] * d[0] + o[2] * d[2]),
                              o[0] * o[0] + o[2] * o[2] - radius * radius, t0, t1)) {
@@ -137,10 +138,10 @@ int nrCylinder::isect(nrIsectAction* action) {
     for (float t : roots) {
       nrVec3f p;
       p.addScaled(o, t, d);
-      if (p[1] >= -half && p[1] <= half) hit.offer(t, 0, nrVec3f(p[0], 0, p[2]));
+      if (p[1] >= -reach && p[1] <= reach) hit.offer(t, 0, nrVec3f(p[0], 0, p[2]));
     }
   }
-  if (top) hit.offerCap(o, d, half, radius, 1, 1);
-  if (bottom) hit.offerCap(o, d, -half, radius, 2, -1);
+  if (top) hit.offerCap(o, d, half, radius, 1, up);
+  if (bottom) hit.offerCap(o, d, -half, radius, 2, -up);
   return reportHit(action, hit);
 }

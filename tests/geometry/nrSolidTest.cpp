@@ -140,6 +140,12 @@ TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
   nrBox* box = make<nrBox>();
   nrBox* mirrored = make<nrBox>();
   mirrored->setSize(-2, 2, 2);
+  // Upside down: the same surfaces, the caps traded.
+  nrCylinder* flipped = make<nrCylinder>();
+  flipped->setHeight(-2);
+  flipped->setBottom(0);
+  nrCone* hanging = make<nrCone>();
+  hanging->setHeight(-2);
   const struct { nrGeometry* solid; nrVec3f from, to; bool hits; nrVec3f point, normal; } cases[] = {
       {sphere, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 2}, {0, 0, 1}},
       {sphere, {2.1f, 0, 5}, {2.1f, 0, -5}, false, {}, {}},
@@ -151,6 +157,11 @@ TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
       {box, {5, 0.5f, 0.5f}, {-5, 0.5f, 0.5f}, true, {1, 0.5f, 0.5f}, {1, 0, 0}},
       {box, {3, 3, 0}, {-3, -3, 0}, true, {1, 1, 0}, {0, 0, 0}},  // an edge: no one normal
       {mirrored, {5, 0.5f, 0.5f}, {-5, 0.5f, 0.5f}, true, {1, 0.5f, 0.5f}, {1, 0, 0}},
+      {flipped, {5, 0, 0}, {-5, 0, 0}, true, {1, 0, 0}, {1, 0, 0}},
+      {flipped, {0, -5, 0}, {0, 5, 0}, true, {0, -1, 0}, {0, -1, 0}},  // the top cap, now below
+      {flipped, {0, 5, 0}, {0, -5, 0}, true, {0, -1, 0}, {0, -1, 0}},
+      {hanging, {0, 0, 5}, {0, 0, -5}, true, {0, 0, 0.5f}, {0, -0.5f, 1}},
+      {hanging, {0, 5, 0.5f}, {0, -5, 0.5f}, true, {0, 1, 0.5f}, {0, 1, 0}},
   };
   for (const auto& c : cases) {
     nrShape* shape = shapeOf(c.solid);
