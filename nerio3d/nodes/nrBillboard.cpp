@@ -200,11 +200,15 @@ void nrBillboard::isect(nrIsectAction* action) {
   nrPtrArray& path = action->getPath();
   path.append(this);
   for (unsigned i = 0; i < children.getCount(); ++i) {
-    if (!children[i]) continue;
+    nrNode* child = static_cast<nrNode*>(children[i]);
+    if (!child) continue;
     nrMatrix4f toParent;
     placement(i, toParent);
     if (!action->pushXform(toParent)) continue;
-    static_cast<nrNode*>(children[i])->isect(action);
+    // Held through its visit, which may drop it from this billboard.
+    child->ref();
+    child->isect(action);
+    child->unref();
     action->popXform();
   }
   path.setCount(path.getCount() - 1);

@@ -138,8 +138,15 @@ void nrGroup::calcChildrenBound(nrSphereBound& sphere) {
 }
 
 void nrGroup::sound(nrSoundAction* action) {
-  for (unsigned i = 0; i < children.getCount(); ++i)
-    if (nrNode* child = static_cast<nrNode*>(children[i])) child->sound(action);
+  // As in visitChildren: the count is read again for every child, and each
+  // child is held through its own visit.
+  for (unsigned i = 0; i < children.getCount(); ++i) {
+    nrNode* child = static_cast<nrNode*>(children[i]);
+    if (!child) continue;
+    child->ref();
+    child->sound(action);
+    child->unref();
+  }
 }
 
 void nrGroup::isect(nrIsectAction* action) {
@@ -150,9 +157,13 @@ void nrGroup::isect(nrIsectAction* action) {
 void nrGroup::isectChildren(nrIsectAction* action, unsigned first, unsigned end) {
   nrPtrArray& path = action->getPath();
   path.append(this);
-  if (end > children.getCount()) end = children.getCount();
-  for (unsigned i = first; i < end; ++i)
-    if (nrNode* child = static_cast<nrNode*>(children[i])) child->isect(action);
+  for (unsigned i = first; i < end && i < children.getCount(); ++i) {
+    nrNode* child = static_cast<nrNode*>(children[i]);
+    if (!child) continue;
+    child->ref();
+    child->isect(action);
+    child->unref();
+  }
   path.setCount(path.getCount() - 1);
 }
 

@@ -136,6 +136,25 @@ TEST_F(nrActionTraversal, PickingEntersOnlyGroupsTheSegmentMeetsAndSoundEntersAl
   EXPECT_EQ(sound.apply(root), 0);
   EXPECT_EQ(tstTrace, "sound(a) sound(b) sound(c) sound(far) sound(d) ");
   for (const char* kind : {"visit", "transform", "cull", "draw"}) run(kind);
+
+  // A leaf that empties its group from inside its visit: neither it nor the
+  // siblings it drops are touched again.
+  for (const char* kind : {"pick", "sound", "billboard pick"}) {
+    tstVisited* dropper = leaf("dropper");
+    dropper->dropsGroup = true;
+    nrGroup* doomed = std::string(kind) == "billboard pick" ? new nrBillboard : new nrGroup;
+    doomed->addChild(dropper);
+    doomed->addChild(leaf("gone"));
+    root->addChild(doomed);
+    tstTrace.clear();
+    if (std::string(kind) == "sound")
+      sound.apply(root);
+    else
+      pick.apply(root);
+    EXPECT_NE(tstTrace.find("(dropper"), std::string::npos) << kind;
+    EXPECT_EQ(tstTrace.find("(gone"), std::string::npos) << kind;
+    EXPECT_EQ(doomed->getNumChildren(), 0) << kind;
+  }
 }
 
 TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {

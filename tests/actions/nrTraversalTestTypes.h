@@ -44,20 +44,29 @@ class tstVisited : public nrNode {
   nrTravDirective transformVisit(nrTransformAction*) override { return record("transform"); }
   nrTravDirective vfCullVisit(nrVFCullAction*) override { return record("cull"); }
   nrTravDirective drawVisit(nrDrawAction*) override { return record("draw"); }
-  void sound(nrSoundAction*) override { record("sound"); }
+  void sound(nrSoundAction*) override {
+    record("sound");
+    dropSiblings();
+  }
   // Records the last node of the path and its length as well: "isect(name<last/length)".
   void isect(nrIsectAction* action) override {
     nrPtrArray& path = action->getPath();
     tstTrace += "isect(" + tstName(this) + "<" + tstName(static_cast<nrNode*>(path[path.getCount() - 1])) + "/" +
                 std::to_string(path.getCount()) + ") ";
+    dropSiblings();
   }
 
   nrTravDirective result = 0;
+  // Set, the leaf empties its parent group (itself included) in isect and sound.
+  bool dropsGroup = false;
 
  private:
   nrTravDirective record(const char* kind) {
     tstTrace += std::string(kind) + "(" + tstName(this) + ") ";
     return result;
+  }
+  void dropSiblings() {
+    if (dropsGroup && getParentCount() > 0) static_cast<nrGroup*>(getParent(0))->setChildCount(0);
   }
 };
 
