@@ -1,6 +1,7 @@
 #include "nerio3d/nodes/nrGroup.h"
 
 #include <string>
+#include <unordered_set>
 
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/actions/nrIsectAction.h"
@@ -21,7 +22,10 @@ nrGroup::~nrGroup() { destroyFieldContents(getClassType()); }
 // every traversal would follow forever: it is refused with a warning.
 bool nrGroup::closesCycle(nrNode* node, const char* who) {
   if (!node || (node != this && getParentCount() == 0)) return false;
-  nrPtrArray pending, seen;
+  // The ancestors seen are kept in a hash set: a linear search would make
+  // building a deep chain top-down cost the cube of its depth.
+  nrPtrArray pending;
+  std::unordered_set<const nrContainer*> seen;
   pending.append(this);
   while (pending.getCount() > 0) {
     nrContainer* c = static_cast<nrContainer*>(pending[pending.getCount() - 1]);
@@ -31,8 +35,7 @@ bool nrGroup::closesCycle(nrNode* node, const char* who) {
       nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, message.c_str());
       return true;
     }
-    if (seen.find(c) >= 0) continue;
-    seen.append(c);
+    if (!seen.insert(c).second) continue;
     for (int i = 0; i < c->getParentCount(); ++i) pending.append(c->getParent(i));
   }
   return false;
