@@ -119,6 +119,7 @@ int nrLOD::childFor(int range) {
 }
 
 int nrLOD::whichChild(nrTransformAction* action) {
+  if (!action) return -1;
   cleanPendingFields();
   return childFor(rangeIndex(action));
 }

@@ -45,7 +45,8 @@ class nrLOD : public nrSwitch {
 
   // The child for the distance from the eye to the centre, carried into eye
   // coordinates by the action's top matrix: -1 below the first boundary, else
-  // the range index plus the offset, clamped to the last child.
+  // the range index plus the offset, clamped to the last child. -1 without an
+  // action: there is no eye to measure from.
   int whichChild(nrTransformAction* action);
 
   // Below the first boundary, at or beyond the last, or without a child to

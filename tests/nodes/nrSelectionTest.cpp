@@ -185,6 +185,7 @@ TEST_F(Selection, LodDrawsShowsAndPicksTheChildOfTheRangeTheEyeIsIn) {
   nrTransformAction placed;
   lod->setCenter(nrVec3f(0, 0, -3));
   EXPECT_EQ(lod->whichChild(&placed), -1);
+  EXPECT_EQ(lod->whichChild(nullptr), -1) << "no action, no eye";
   lod->unref();
 }
 
