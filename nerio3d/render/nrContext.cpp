@@ -1,5 +1,6 @@
 #include "nerio3d/render/nrContext.h"
 
+#include <climits>
 #include <cstdio>
 #include <cstring>
 
@@ -893,20 +894,25 @@ int nrContext::newId(int count) {
     return id;
   }
   int id = nextId;
-  nextId += count;
+  // A request for no ids (or fewer) takes none: the counter never goes back
+  // to ids already handed out.
+  if (count > 0) nextId += count;
   return id;
 }
 
 void nrContext::freeId(int first, int count) {
   getClassType();
-  if (first < 0 || count < 1) return;
+  // A range that runs past the largest id was never handed out.
+  if (first < 0 || count < 1 || first > INT_MAX - (count - 1)) return;
   for (unsigned c = 0; c < contexts->getCount(); ++c) {
     nrContext* context = static_cast<nrContext*>((*contexts)[c]);
     if (!context) continue;
-    fitVersions(context->versions, first + count - 1);
-    for (int id = first; id < first + count; ++id) (*context->versions)[id] = 0;
+    // Ids beyond a context's array have no version there: it counts them as
+    // unseen already, so the array need not grow for them.
+    for (int k = 0; k < count && static_cast<unsigned>(first + k) < context->versions->getCount(); ++k)
+      (*context->versions)[first + k] = 0;
   }
-  for (int id = first; id < first + count; ++id) freeIds->append(id);
+  for (int k = 0; k < count; ++k) freeIds->append(first + k);
 }
 
 int nrContext::isDirty(int id, int version) {
@@ -914,7 +920,7 @@ int nrContext::isDirty(int id, int version) {
   if (id < 0) return 1;
   if (static_cast<unsigned>(id) < versions->getCount() && version <= (*versions)[id]) return 0;
   fitVersions(versions, id);
-  (*versions)[id] = version;
+  if (static_cast<unsigned>(id) < versions->getCount()) (*versions)[id] = version;
   return 1;
 }
 

@@ -1,5 +1,7 @@
 #include "nerio3d/render/nrContext.h"
 
+#include <climits>
+
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrFog.h"
@@ -266,6 +268,12 @@ TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {
   EXPECT_EQ(context->isDirty(40, 2), 1) << "freeing forgets the id in every context";
   EXPECT_EQ(other->isDirty(40, 2), 1);
   EXPECT_EQ(nrContext::newId(1), 40);
+  // Asking for no ids takes none, and a range running past the largest id
+  // frees nothing: neither turns the counter back to ids in use.
+  int next = nrContext::newId(0);
+  EXPECT_EQ(nrContext::newId(-5), next);
+  nrContext::freeId(INT_MAX, 2);
+  EXPECT_EQ(nrContext::newId(1), next);
   other->makeCurrent(drawable);
   other->unref();
   EXPECT_EQ(nrContext::getCurrent(), nullptr) << "a destroyed context leaves the thread";
