@@ -80,7 +80,8 @@ void nrMaterial::copy(nrContainer* from, nrCloneTable* table) {
 }
 
 int nrMaterial::ditherPattern(float transparency) {
-  if (transparency < 0) transparency = 0;
+  // A transparency that is not a number draws solid, as 0 does.
+  if (!(transparency > 0)) transparency = 0;
   if (transparency > 1) transparency = 1;
   return static_cast<int>((1 - transparency) * 1024 + 0.5f);
 }

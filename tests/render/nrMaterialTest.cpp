@@ -1,6 +1,7 @@
 #include "nerio3d/render/nrMaterial.h"
 
 #include <bitset>
+#include <cmath>
 #include <cstring>
 
 #include "nerio3d/fields/nrFieldInfo.h"
@@ -43,6 +44,7 @@ TEST(nrMaterialDither, PatternKLetsExactlyKPixelsThroughAndGrowsByOne) {
   EXPECT_EQ(nrMaterial::ditherPattern(0.25f), 768);
   EXPECT_EQ(nrMaterial::ditherPattern(-1), 1024);
   EXPECT_EQ(nrMaterial::ditherPattern(2), 0);
+  EXPECT_EQ(nrMaterial::ditherPattern(std::nanf("")), 1024) << "not a number draws solid";
 }
 
 // Exposes the drawing hook, as a caller outside the context reaches it.
