@@ -29,6 +29,9 @@ void nrIsectAction::reset() {
 
 void nrIsectAction::setSeg(const nrSeg& s) {
   pickSeg = s;
+  // Intersections take the direction as a unit vector: another length is
+  // folded into the segment's, as pushSeg does, so the far end stays put.
+  pickSeg.length *= pickSeg.dir.normalize();
   segs[0] = s;
   segDepth = 0;
   refusedSegs = 0;

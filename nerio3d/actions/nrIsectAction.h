@@ -48,7 +48,8 @@ class nrIsectAction : public nrTransformAction {
   void reset();
 
   // The segment a pick starts from, in the root's coordinates; until one is
-  // set it has length 0 and nothing can be hit.
+  // set it has length 0 and nothing can be hit. A direction that is not of
+  // unit length is made so, the length scaled to keep the far end.
   void setSeg(const nrSeg& s);
   // The segment in the coordinates of the node being visited, ending at the
   // nearest hit so far.

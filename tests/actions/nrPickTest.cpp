@@ -67,6 +67,12 @@ TEST(nrIsectAction, ScalingOnTheWayChangesNeitherTheWorldHitNorTheNearest) {
     EXPECT_TRUE(hit.getWorldPoint().almostEqual(nrVec3f(0, 0, -19), tol));
     both->unref();
   }
+
+  // A picked segment whose direction is not of unit length ends at the same
+  // point as one that is.
+  nrHit stretched = pickAlong(tstMakeBall(0, 0, -10, 1), nrSeg(nrVec3f(0, 0, 0), nrVec3f(0, 0, -4), 25));
+  EXPECT_TRUE(stretched.getWorldPoint().almostEqual(nrVec3f(0, 0, -9), tol));
+  EXPECT_NEAR(stretched.getFraction(), 0.09f, tol);
 }
 
 TEST(nrIsectAction, MissesLeaveTheRecordEmptyAndDeepScenesReportEachLevelBeyondTheStack) {
