@@ -130,18 +130,34 @@ int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit) {
 
 int nrCamera::pick(nrNode* root, int x, int y, nrHit& hit, int vx, int vy, int vw, int vh) {
   cleanPendingFields();
-  if (!root || x < vx || x >= vx + vw || y < vy || y >= vy + vh) return 0;
+  // Widened: a viewport reaching past the largest int still ends where it says.
+  if (!root || x < vx || x >= static_cast<long long>(vx) + vw || y < vy || y >= static_cast<long long>(vy) + vh)
+    return 0;
   if (!sharedIsect) {
     sharedIsect = new nrIsectAction;
     sharedIsect->ref();
   }
+  // A pick made from inside another one (a node's isect that picks) gets an
+  // action of its own: the shared one still carries the outer pick.
+  static bool sharedBusy = false;
+  nrIsectAction* action = sharedIsect;
+  if (sharedBusy) {
+    action = new nrIsectAction;
+    action->ref();
+  }
+  bool shared = action == sharedIsect;
+  if (shared) sharedBusy = true;
   nrSeg world;
   getPickRay(x, y, vx, vy, vw, vh, world);
-  sharedIsect->setSeg(world);
-  sharedIsect->apply(root);
-  if (!sharedIsect->getHit().getGeometry()) return 0;
-  hit = sharedIsect->getHit();
-  return 1;
+  action->setSeg(world);
+  action->apply(root);
+  int found = action->getHit().getGeometry() != nullptr;
+  if (found) hit = action->getHit();
+  if (shared)
+    sharedBusy = false;
+  else
+    action->unref();
+  return found;
 }
 
 int nrCamera::getPickRay(int x, int y, nrSeg& ray) {
@@ -156,7 +172,8 @@ void nrCamera::getPickRay(int x, int y, int vx, int vy, int vw, int vh, nrSeg& r
   // The pixel centre on the near rectangle, in eye coordinates.
   float l, r, b, t, n, f;
   frustum.getDiagCorners(&l, &r, &b, &t, &n, &f);
-  float u = (x - vx + 0.5f) / vw, v = (y - vy + 0.5f) / vh;
+  float u = static_cast<float>((static_cast<double>(x) - vx + 0.5) / vw);
+  float v = static_cast<float>((static_cast<double>(y) - vy + 0.5) / vh);
   nrVec3f onNear(l + u * (r - l), b + v * (t - b), -n);
   nrSeg eye;
   if (frustum.getKind() == nrFrustum::ORTHO_KIND) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 
 #include "../render/nrRenderFixture.h"
@@ -94,6 +95,20 @@ namespace {
 
 using CameraPick = nrtest::ContextTest;
 
+// A ball whose first pick makes the camera pick again from inside it.
+struct tstRepicker : tstBall {
+  nrCamera* camera = nullptr;
+  nrNode* root = nullptr;
+  nrHit inner;
+  void isect(nrIsectAction* action) override {
+    if (nrCamera* c = camera) {
+      camera = nullptr;
+      c->pick(root, 32, 32, inner);
+    }
+    tstBall::isect(action);
+  }
+};
+
 }  // namespace
 
 TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlacement) {
@@ -115,6 +130,9 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
     nrVec3f expected(x, y, std::sqrt(0.25f - (x - 1) * (x - 1) - y * y));
     EXPECT_TRUE(hit.getWorldPoint().almostEqual(expected, tol));
   }
+  // The pixel of the first row, in a viewport that ends past the largest int.
+  nrHit edge;
+  EXPECT_EQ(ortho->pick(root, INT_MAX, 52, edge, INT_MAX - 48, 20, 64, 64), 1);
 
   // Looking down -x from (10, 0, 0) with the context's 64 x 64 viewport: the
   // ray through the centre of pixel (32, 32) leaves the axis by d per unit.
@@ -131,6 +149,20 @@ TEST_F(CameraPick, PixelCentresMapOntoTheNearRectangleAndTheRayFollowsThePlaceme
   EXPECT_NEAR(p[1], d * (10 - p[0]), tol);
   EXPECT_NEAR(p[2], -p[1], tol);
   EXPECT_TRUE(hit.getWorldNormal().almostEqual(p, tol));
+
+  // A pick made from inside a pick leaves the outer one as it was: that meets
+  // the ball of radius 2 a scale makes, the inner one the unscaled ball.
+  tstRepicker* repicker = new tstRepicker;
+  repicker->setSphereBound(nrSphereBound(nrVec3f(0, 0, 0), 1));
+  nrGroup* nested = group(nullptr, {tstPlace(repicker, nrVec3f(0, 0, 0), 2)});
+  nested->ref();
+  repicker->camera = persp;
+  repicker->root = centred;
+  EXPECT_EQ(nrtest::captureStderr([&] { ASSERT_EQ(persp->pick(nested, 32, 32, hit), 1); }), "");
+  EXPECT_NEAR(hit.getWorldPoint().length(), 2, tol);
+  EXPECT_NEAR(repicker->inner.getWorldPoint().length(), 1, tol);
+  nested->unref();
+
   nrContext::releaseCurrent();
   EXPECT_EQ(persp->pick(centred, 32, 32, hit), 0);
 
