@@ -32,7 +32,7 @@ void nrIsectAction::setSeg(const nrSeg& s) {
   // Intersections take the direction as a unit vector: another length is
   // folded into the segment's, as pushSeg does, so the far end stays put.
   pickSeg.length *= pickSeg.dir.normalize();
-  segs[0] = s;
+  segs[0] = pickSeg;
   segDepth = 0;
   refusedSegs = 0;
   seg = segs;
