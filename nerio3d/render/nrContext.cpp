@@ -57,6 +57,14 @@ bool known(const GLenum (&)[N], int value, const char* who) {
   return false;
 }
 
+// OpenGL refuses a line width or point size that is not positive and keeps
+// its own, which would leave the shadow wrong: the setter refuses it first.
+bool positive(float size, const char* who) {
+  if (size > 0) return true;
+  fprintf(stderr, "nrContext::%s() - value %g out of range\n", who, static_cast<double>(size));
+  return false;
+}
+
 void enable(GLenum cap, bool on) {
   if (on)
     nrgl::Enable(cap);
@@ -471,15 +479,17 @@ void nrContext::setCullFace(CullFaceEnum face) {
 }
 
 void nrContext::setLineWidth(float width) {
+  if (!positive(width, "setLineWidth")) return;
   record(_nrGfx::LINE_WIDTH_ELT, &_nrGfx::lineWidth, width);
   if (const nrOverrideGeoProp* prop = activeGeoOverride(_nrGfx::LINE_WIDTH_ELT)) width = prop->getLineWidth();
-  if (change(_nrGfx::LINE_WIDTH_ELT, &_nrGfx::lineWidth, width)) nrgl::LineWidth(width);
+  if (positive(width, "setLineWidth") && change(_nrGfx::LINE_WIDTH_ELT, &_nrGfx::lineWidth, width)) nrgl::LineWidth(width);
 }
 
 void nrContext::setPointSize(float size) {
+  if (!positive(size, "setPointSize")) return;
   record(_nrGfx::POINT_SIZE_ELT, &_nrGfx::pointSize, size);
   if (const nrOverrideGeoProp* prop = activeGeoOverride(_nrGfx::POINT_SIZE_ELT)) size = prop->getPointSize();
-  if (change(_nrGfx::POINT_SIZE_ELT, &_nrGfx::pointSize, size)) nrgl::PointSize(size);
+  if (positive(size, "setPointSize") && change(_nrGfx::POINT_SIZE_ELT, &_nrGfx::pointSize, size)) nrgl::PointSize(size);
 }
 
 void nrContext::setLineStipplePattern(unsigned int pattern) {

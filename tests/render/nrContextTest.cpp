@@ -221,12 +221,17 @@ TEST_F(Context, ValuesOutsideAnEnumerationAreRefusedAndNullsIgnored) {
     context->setTexEnv(nrContext::TexEnvEnum(7));
     context->setSrcBlendFunc(nrContext::SrcBlendFuncEnum(15));
     context->setCullFace(nrContext::CullFaceEnum(-7));
+    context->setLineWidth(0);
+    context->setPointSize(-2.5f);
   });
   EXPECT_EQ(err,
             "nrContext::setPolyMode() - value 3 out of range\n"
             "nrContext::setTexEnv() - value 7 out of range\n"
             "nrContext::setSrcBlendFunc() - value 15 out of range\n"
-            "nrContext::setCullFace() - value -7 out of range\n");
+            "nrContext::setCullFace() - value -7 out of range\n"
+            "nrContext::setLineWidth() - value 0 out of range\n"
+            "nrContext::setPointSize() - value -2.5 out of range\n");
+  EXPECT_EQ(nrgl::GetError(), GLenum(GL_NO_ERROR));
   EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_FILL);
   EXPECT_FALSE(isOn(GL_BLEND));
   EXPECT_FALSE(isOn(GL_CULL_FACE));
