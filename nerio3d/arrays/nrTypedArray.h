@@ -115,7 +115,9 @@ class nrTypedArray : public nrArray {
   void append(const T& v) { set(count, v); }
   void setRange(unsigned start, unsigned n, const T* values) {
     if ((n && !values) || start + n < start) return;
-    if (capacity < start + n && holds(values)) {
+    // Values of this array move when it grows, and those below the range
+    // would be overwritten before they are read: both are copied first.
+    if (holds(values) && (capacity < start + n || values < &(*this)[start])) {
       nrTypedArray kept(n);
       kept.setRange(0, n, values);
       setRange(start, n, kept.getArray());

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <vector>
 
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/arrays/nrPtrArray2D.h"
@@ -99,6 +100,16 @@ TEST(nrTypedArray, EditingOperations) {
   copy.set(f);
   EXPECT_EQ(copy.getCount(), 4u);
   EXPECT_EQ(copy[1], 4);
+
+  // A range taken from the array itself moves as a whole, up or down.
+  const int four[] = {0, 1, 2, 3};
+  nrIntArray up, down;
+  up.setRange(0, 4, four);
+  down.setRange(0, 4, four);
+  up.setRange(1, 3, up.getArray());
+  down.setRange(0, 3, down.getArray() + 1);
+  EXPECT_EQ(std::vector<int>(up.getArray(), up.getArray() + 4), (std::vector<int>{0, 0, 1, 2}));
+  EXPECT_EQ(std::vector<int>(down.getArray(), down.getArray() + 4), (std::vector<int>{1, 2, 3, 3}));
 }
 
 TEST(nrTypedArray, CompositeAndStringElements) {
