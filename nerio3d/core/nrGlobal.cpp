@@ -46,12 +46,15 @@ bool tryDirectory(const std::string& directory, const char* name, nrString& resu
 }
 }  // namespace
 
-void nrGlobal::setFilePath(const char* path) {
+void nrGlobal::setFilePath(const char* newPath) {
+  // The path may be the text getFilePath() returned, which goes with the old list.
+  const std::string kept = newPath ? newPath : "";
   nrPtrArray* list = filePathList(filePath);
   for (unsigned i = 0; i < list->getCount(); ++i) delete static_cast<nrString*>((*list)[i]);
   list->setCount(0);
-  if (!path || !*path) return;
+  if (kept.empty()) return;
 
+  const char* path = kept.c_str();
   list->append(new nrString(path));
   const char* piece = path;
   while (*piece) {
@@ -94,10 +97,13 @@ int nrGlobal::findFilePath(const char* name, nrString& result, FileModeEnum mode
   return 0;
 }
 
-int nrGlobal::findFile(const char* name, nrString& result, FileModeEnum mode) {
+int nrGlobal::findFile(const char* givenName, nrString& result, FileModeEnum mode) {
+  // The name may be result's own text, which emptying result frees.
+  const std::string kept = givenName ? givenName : "";
   result.makeEmpty();
   filePathList(filePath);
-  if (!name || !*name || mode < READ_FMODE || mode > READ_BINARY_FMODE) return 0;
+  if (kept.empty() || mode < READ_FMODE || mode > READ_BINARY_FMODE) return 0;
+  const char* name = kept.c_str();
   if (findFilePath(name, result, mode)) return 1;
   const char* base = strrchr(name, '/');
   return base ? findFilePath(base, result, mode) : 0;

@@ -65,6 +65,8 @@ class nrFileSearch : public testing::Test {
 TEST_F(nrFileSearch, FilePathKeepsWholeStringAndItsPieces) {
   nrGlobal::setFilePath("a::b");
   EXPECT_STREQ(nrGlobal::getFilePath(), "a::b");
+  nrGlobal::setFilePath(nrGlobal::getFilePath());
+  EXPECT_STREQ(nrGlobal::getFilePath(), "a::b");
   nrGlobal::setFilePath("");
   EXPECT_EQ(nrGlobal::getFilePath(), nullptr);
 
@@ -93,6 +95,11 @@ TEST_F(nrFileSearch, SearchOrderIsNameEnvironmentThenFilePath) {
   EXPECT_EQ(found("missing.wrl", 0), "list2/missing.wrl");
   EXPECT_EQ(found("", 0), "<null>");
   EXPECT_EQ(found(nullptr, 0), "<null>");
+
+  // The name may be the result's own text.
+  nrString result("x.wrl");
+  EXPECT_EQ(nrGlobal::findFile(result.getString(), result, nrGlobal::READ_FMODE), 1);
+  EXPECT_TRUE(result == "x.wrl");
 }
 
 TEST_F(nrFileSearch, DirectoryPartIsDroppedOnSecondTry) {
