@@ -1,5 +1,6 @@
 #include "nerio3d/fields/nrMFRef.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "nerio3d/fields/nrOutput.h"
@@ -37,10 +38,15 @@ void nrMFRef::set(const nrRefArray& a) {
   for (unsigned i = 0; i < a.getCount(); ++i)
     if (!check("nrMFRef::set(const nrRefArray&) Bad type\n", a[i])) return;
   nrContainer* owner = getContainer();
+  // a may be the list of an element that only this list holds: the new
+  // elements are taken and stored before any old one is released.
+  unsigned had = value->getCount();
+  nrRefArray old(had ? had : 1);
+  old.setRange(0, had, value->getArray());
   for (unsigned i = 0; i < a.getCount(); ++i) owner->refer(a[i]);
-  for (unsigned i = 0; i < value->getCount(); ++i) owner->unrefer((*value)[i]);
   value->set(a);
-  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->set(a); });
+  for (unsigned i = 0; i < had; ++i) owner->unrefer(old[i]);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->set(*value); });
 }
 
 void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
@@ -56,14 +62,15 @@ void nrMFRef::setRange(unsigned start, unsigned n, nrContainer* const* values) {
     if (!check("nrMFRef::setRange(int, int, nrContainer*[])", values[k])) return;
   if (!makeRoom(start, start + n)) return;
   nrContainer* owner = getContainer();
-  for (unsigned k = 0; k < n; ++k) {
-    if (start + k < value->getCount())
-      owner->refer((*value)[start + k], values[k]);
-    else
-      owner->refer(values[k]);
-  }
+  // values may lie in the list of an element replaced here that only this
+  // list holds: they are taken and stored before any replaced one is released.
+  unsigned had = value->getCount(), replaced = start < had ? std::min(n, had - start) : 0;
+  nrRefArray old(replaced ? replaced : 1);
+  old.setRange(0, replaced, value->getArray() + start);
+  for (unsigned k = 0; k < n; ++k) owner->refer(values[k]);
   value->setRange(start, n, values);
-  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->setRange(start, n, values); });
+  for (unsigned k = 0; k < replaced; ++k) owner->unrefer(old[k]);
+  forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->setRange(start, n, value->getArray() + start); });
 }
 
 void nrMFRef::fillRange(unsigned start, unsigned n, nrContainer* v) {
@@ -98,7 +105,7 @@ void nrMFRef::insert(unsigned i, nrContainer* v) {
 
 long nrMFRef::replace(nrContainer* old, nrContainer* v) {
   long i = value->find(old);
-  if (i < 0) return i;
+  if (i < 0 || !check("nrMFRef::replace(nrContainer*, nrContainer*)", v)) return -1;
   getContainer()->refer(old, v);
   (*value)[static_cast<unsigned>(i)] = v;
   forwardOrNotify<nrMFRef>([&](nrMFRef* f) { f->replace(old, v); });

@@ -181,6 +181,22 @@ TEST(nrField, ReferencesKeepWhatTheyHoldAlive) {
   EXPECT_EQ(std::tuple(list->get(14), list->get(11), (*list)[~0u]), (std::tuple<nrContainer*, nrContainer*, nrContainer*>(leaf, nullptr, nullptr)));
   EXPECT_EQ(leaf->getRefCount(), refs + 2);
 
+  // Elements taken from the list of one that only this list holds, and that
+  // the change releases, arrive whole.
+  for (bool whole : {true, false}) {
+    list->set(nrRefArray());
+    tstLeaf* middle = new tstLeaf;
+    list->append(middle);
+    nrMFRef* below = field<nrMFRef>(middle, tstLeaf::CHILDREN);
+    below->append(new tstLeaf);
+    below->append(new tstLeaf);
+    if (whole)
+      list->set(below->getArray());
+    else
+      list->setRange(0, 2, below->edit());
+    EXPECT_EQ(std::tuple(tstLeaf::live, list->getCount(), list->get(1)->getParent(0)), std::tuple(2, 2u, owner));
+  }
+
   list->append(new tstLeaf);
   ref->set(new tstLeaf);
   owner->unref();
@@ -209,6 +225,7 @@ TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
       {[&] { list->fillRange(0, 1, bad); }, "nrMFRef::fillRange(int, int, nrContainer*)\n" + tail},
       {[&] { list->append(bad); }, "nrMFRef::append(int, nrContainer*)" + tail},
       {[&] { list->insert(0, bad); }, "nrMFRef::insert(int, nrContainer*)" + tail},
+      {[&] { EXPECT_EQ(list->replace(good, bad), -1); }, "nrMFRef::replace(nrContainer*, nrContainer*)" + tail},
   };
   for (const auto& [call, message] : table) EXPECT_EQ(nrtest::captureStderr(call), message);
 

@@ -6,6 +6,7 @@ NR_DEFINE_TYPE(tstLeaf, nrContainer, "TestLeaf") {
   nrSFFloat::addTypeField(type, "value", VALUE, 0.0f, &tstLeaf::value);
   nrSFFloat::addTypeField(type, "inValue", IN_VALUE, 0.0f, &tstLeaf::inValue);
   nrSFFloat::addTypeField(type, "outValue", OUT_VALUE, 0.0f, &tstLeaf::outValue);
+  nrMFRef::addTypeField(type, "children", CHILDREN, tstLeaf::getClassType(), &tstLeaf::children);
 }
 
 NR_DEFINE_TYPE(tstOther, nrContainer, "TestOther") {}

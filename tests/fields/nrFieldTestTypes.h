@@ -13,7 +13,7 @@
 // A leaf that counts its instances, so tests can see deletions.
 class tstLeaf : public nrContainer {
   NR_DECLARE_CONTAINER_TYPE(tstLeaf)
-  enum { VALUE, IN_VALUE, OUT_VALUE, NUM_FIELDS };
+  enum { VALUE, IN_VALUE, OUT_VALUE, CHILDREN, NUM_FIELDS };
 
   tstLeaf() : nrContainer(getClassType()) {
     initFieldDefaults(classType);
@@ -29,6 +29,7 @@ class tstLeaf : public nrContainer {
   using nrContainer::validateField;
 
   float value, inValue, outValue;
+  nrRefArray children;
 };
 
 // Not derived from tstLeaf: refused by reference fields that require leaves.
