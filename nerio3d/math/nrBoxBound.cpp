@@ -24,15 +24,16 @@ int nrBoxBound::isEmpty() const {
   return max[0] < min[0] || max[1] < min[1] || max[2] < min[2];
 }
 
+// A null list, like a null element, adds nothing.
 void nrBoxBound::around(const nrBoxBound* const boxes[], int n) {
   makeEmpty();
-  for (int i = 0; i < n; ++i)
+  for (int i = 0; boxes && i < n; ++i)
     if (boxes[i]) extendBy(boxes[i]);
 }
 
 void nrBoxBound::around(const nrSphereBound* const sphs[], int n) {
   makeEmpty();
-  for (int i = 0; i < n; ++i) {
+  for (int i = 0; sphs && i < n; ++i) {
     const nrSphereBound* s = sphs[i];
     if (!s || s->isEmpty()) continue;
     nrVec3f r(s->radius, s->radius, s->radius), p;
@@ -45,11 +46,11 @@ void nrBoxBound::around(const nrSphereBound* const sphs[], int n) {
 
 void nrBoxBound::around(const nrVec3f pts[], int n) {
   makeEmpty();
-  for (int i = 0; i < n; ++i) extendBy(pts[i]);
+  for (int i = 0; pts && i < n; ++i) extendBy(pts[i]);
 }
 
 void nrBoxBound::extendBy(const nrBoxBound* box) {
-  if (box->isEmpty()) return;
+  if (!box || box->isEmpty()) return;
   for (int i = 0; i < 3; ++i) {
     min[i] = std::min(min[i], box->min[i]);
     max[i] = std::max(max[i], box->max[i]);
@@ -64,7 +65,7 @@ void nrBoxBound::extendBy(const nrVec3f& pt) {
 }
 
 int nrBoxBound::contains(const nrBoxBound* box) const {
-  if (isEmpty() || box->isEmpty()) return 0;
+  if (!box || isEmpty() || box->isEmpty()) return 0;
   for (int i = 0; i < 3; ++i)
     if (box->min[i] < min[i] || box->max[i] > max[i]) return 0;
   return 1;
@@ -99,7 +100,7 @@ int nrBoxBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
 }
 
 void nrBoxBound::xform(const nrBoxBound* box, const nrMatrix4f& m) {
-  if (box->isEmpty()) {
+  if (!box || box->isEmpty()) {
     makeEmpty();
     return;
   }

@@ -27,7 +27,9 @@ nrFrustum::nrFrustum()
   frust_calc(FREE_ASPECT);
 }
 
-void nrFrustum::copy(const nrFrustum* f) { *this = *f; }
+void nrFrustum::copy(const nrFrustum* f) {
+  if (f) *this = *f;
+}
 
 void nrFrustum::makePersp(float l, float r, float b, float t) {
   makeExtents(-r != l || t != -b ? OFFCENTER_PERSP_KIND : PERSP_KIND, l, r, b, t);
@@ -176,7 +178,7 @@ void nrFrustum::getGLProjMat(nrMatrix4f& m) const {
 }
 
 int nrFrustum::contains(const nrBoxBound* box) const {
-  if (box->isEmpty()) return 0;
+  if (!box || box->isEmpty()) return 0;
   int result = 7;
   for (const nrPlane& p : planes) {
     result &= p.contains(box);
@@ -186,6 +188,7 @@ int nrFrustum::contains(const nrBoxBound* box) const {
 }
 
 int nrFrustum::contains(const nrSphereBound* sph) const {
+  if (!sph) return 0;
   int result = 7;
   for (const nrPlane& p : planes) {
     result &= p.contains(sph);

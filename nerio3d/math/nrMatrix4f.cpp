@@ -57,6 +57,11 @@ void nrMatrix4f::makeScale(float x, float y, float z) {
 
 void nrMatrix4f::makeRot(float x, float y, float z, float angle) {
   float sq = x * x + y * y + z * z;
+  // An axis without a direction turns nothing, as for rotations themselves.
+  if (!(sq > 0.0f)) {
+    makeIdent();
+    return;
+  }
   // Axes that are already almost unit length take one Newton step for the
   // reciprocal square root instead of a full one.
   float rlen = (sq > 0.9996f && sq < 1.001f) ? 1.5f - 0.5f * sq : 1.0f / std::sqrt(sq);

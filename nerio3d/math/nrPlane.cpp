@@ -58,7 +58,7 @@ int nrPlane::isect(const nrSeg* seg, float* tNear, float* tFar) const {
 }
 
 int nrPlane::contains(const nrBoxBound* box) const {
-  if (box->isEmpty()) return 0;
+  if (!box || box->isEmpty()) return 0;
   // Corners as (x, y, z) picks, 0 = min and 1 = max: the first two are fixed,
   // the rest go through the remaining opposite pairs.
   static const int order[8][3] = {{0, 0, 0}, {1, 1, 1}, {1, 0, 0}, {0, 1, 1},
@@ -82,6 +82,7 @@ int nrPlane::contains(const nrBoxBound* box) const {
 }
 
 int nrPlane::contains(const nrSphereBound* sph) const {
+  if (!sph) return 0;
   float dist = normal.dot(sph->center) - offset;
   if (sph->radius < 0.0f || dist >= sph->radius) return 0;
   return dist >= -sph->radius ? 3 : 7;

@@ -58,7 +58,7 @@ int nrSphereBound::isEmpty() const { return radius < 0.0f; }
 
 void nrSphereBound::around(const nrBoxBound* const boxes[], int n) {
   std::vector<nrVec3f> corners;
-  for (int i = 0; i < n; ++i) {
+  for (int i = 0; boxes && i < n; ++i) {
     const nrBoxBound* b = boxes[i];
     if (!b || b->isEmpty()) continue;
     for (int c = 0; c < 8; ++c)
@@ -74,7 +74,7 @@ void nrSphereBound::around(const nrBoxBound* const boxes[], int n) {
 // minimal sphere in practice; each radius is re-measured from its centre, so
 // every point is inside whatever the rounding.
 void nrSphereBound::around(const nrVec3f pts[], int n) {
-  if (n <= 0) {
+  if (!pts || n <= 0) {
     makeEmpty();
     return;
   }
@@ -155,7 +155,7 @@ void nrSphereBound::around(const nrSphereBound* const sphs[], int n) {
 }
 
 void nrSphereBound::extendBy(const nrSphereBound* sph) {
-  if (sph->isEmpty()) return;
+  if (!sph || sph->isEmpty()) return;
   if (isEmpty()) {
     center = sph->center;
     radius = sph->radius;
@@ -194,7 +194,7 @@ void nrSphereBound::extendBy(const nrVec3f& pt) {
 }
 
 int nrSphereBound::contains(const nrSphereBound* sph) const {
-  if (isEmpty() || sph->isEmpty()) return 0;
+  if (!sph || isEmpty() || sph->isEmpty()) return 0;
   return center.distance(sph->center) + sph->radius <= radius;
 }
 
@@ -222,7 +222,12 @@ int nrSphereBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
   return 1;
 }
 
+// A null sphere transforms to an empty one.
 void nrSphereBound::xform(const nrSphereBound* sph, const nrMatrix4f& m) {
+  if (!sph) {
+    makeEmpty();
+    return;
+  }
   float r = sph->radius;
   if (r >= 0.0f) r *= stretch(m);
   center.xformPt(sph->center, m);
@@ -230,6 +235,10 @@ void nrSphereBound::xform(const nrSphereBound* sph, const nrMatrix4f& m) {
 }
 
 void nrSphereBound::orthoXform(const nrSphereBound* sph, const nrMatrix4f& m) {
+  if (!sph) {
+    makeEmpty();
+    return;
+  }
   float r = sph->radius;
   if (r >= 0.0f) r *= rowLength(m, 0);
   center.xformPt(sph->center, m);

@@ -113,6 +113,18 @@ TEST(nrBoxBound, EmptinessExtensionAndContainment) {
   EXPECT_EQ(corners(box), Corners({-2, -1, 0}, {1, 4, 1}));
   box.around(pts, 0);
   EXPECT_TRUE(box.isEmpty());
+
+  // Null bounds and lists add nothing and contain nothing.
+  box = other;
+  box.extendBy(static_cast<const nrBoxBound*>(nullptr));
+  EXPECT_EQ(box.contains(static_cast<const nrBoxBound*>(nullptr)), 0);
+  EXPECT_EQ(corners(box), corners(other));
+  box.xform(nullptr, nrMatrix4f());
+  EXPECT_TRUE(box.isEmpty());
+  box.around(static_cast<const nrVec3f*>(nullptr), 2);
+  box.around(static_cast<const nrBoxBound* const*>(nullptr), 2);
+  box.around(static_cast<const nrSphereBound* const*>(nullptr), 2);
+  EXPECT_TRUE(box.isEmpty());
 }
 
 TEST(nrBoxBound, SegmentsAndTransforms) {
@@ -205,6 +217,16 @@ TEST(nrSphereBound, AroundArraysEnclosesTightly) {
   const nrSphereBound* empties[] = {&e, nullptr};
   s.around(empties, 2);
   EXPECT_TRUE(s.isEmpty());
+  s = big;
+  s.extendBy(static_cast<const nrSphereBound*>(nullptr));
+  EXPECT_EQ(std::pair(s.radius, s.contains(static_cast<const nrSphereBound*>(nullptr))), std::pair(2.0f, 0));
+  for (int list = 0; list < 3; ++list) {
+    s = big;
+    if (list == 0) s.around(static_cast<const nrVec3f*>(nullptr), 2);
+    if (list == 1) s.around(static_cast<const nrSphereBound* const*>(nullptr), 2);
+    if (list == 2) s.around(static_cast<const nrBoxBound* const*>(nullptr), 2);
+    EXPECT_TRUE(s.isEmpty()) << list;
+  }
 
   nrBoxBound cube(nrVec3f(0, 0, 0), nrVec3f(2, 2, 2)), eb;
   const nrBoxBound* boxes[] = {&eb, &cube};
@@ -242,5 +264,11 @@ TEST(nrSphereBound, SegmentsAndTransforms) {
   moved.orthoXform(&s, m);
   EXPECT_NEAR(moved.radius, 3.0f, 1e-5f);
   moved.orthoXform(empty, m);
+  EXPECT_TRUE(moved.isEmpty());
+  moved = s;
+  moved.xform(nullptr, m);
+  EXPECT_TRUE(moved.isEmpty());
+  moved = s;
+  moved.orthoXform(nullptr, m);
   EXPECT_TRUE(moved.isEmpty());
 }

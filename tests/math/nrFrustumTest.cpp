@@ -149,4 +149,8 @@ TEST(nrFrustum, ContainmentOfBoundsCombinesPlaneResults) {
   s.center.set(0, 0, -10);
   s.makeEmpty();
   EXPECT_EQ(f.contains(&s), 0);
+  EXPECT_EQ(f.contains(static_cast<const nrSphereBound*>(nullptr)), 0);
+  EXPECT_EQ(f.contains(static_cast<const nrBoxBound*>(nullptr)), 0);
+  f.copy(nullptr);
+  EXPECT_EQ(f.contains(&boxes[0]), 7) << "copying nothing changes nothing";
 }

@@ -70,6 +70,9 @@ TEST(nrMatrix4f, MakeRotTakesOneNewtonStepInsideTheBand) {
   // Outside the band the exact reciprocal square root is used.
   m.makeRot(0, 0, 3, pi);
   EXPECT_FLOAT_EQ(m[2][2], 1.0f);
+  // An axis without a direction turns nothing.
+  m.makeRot(0, 0, 0, 1.0f);
+  EXPECT_TRUE(m.almostEqual(nrMatrix4f(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1), 0));
 }
 
 TEST(nrMatrix4f, EulerAnglesAndVectorToVector) {

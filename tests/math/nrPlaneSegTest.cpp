@@ -85,4 +85,6 @@ TEST(nrPlane, ContainmentOfSpheresAndBoxes) {
   for (const auto& [q, want] : planes) EXPECT_EQ(q.contains(&box), want) << q.offset;
   nrBoxBound empty;
   EXPECT_EQ(nrPlane(nrVec3f(0, 0, 1), 100).contains(&empty), 0);
+  EXPECT_EQ(p.contains(static_cast<const nrBoxBound*>(nullptr)), 0);
+  EXPECT_EQ(p.contains(static_cast<const nrSphereBound*>(nullptr)), 0);
 }
