@@ -1,7 +1,15 @@
 #include "nerio3d/core/nrDict.h"
 
-// At least one bucket, so that a key always has one.
-nrDict::nrDict(unsigned n) : numBuckets(n ? n : 1), buckets(new nrDictEntry*[numBuckets]()) {}
+#include <new>
+
+// At least one bucket, so that a key always has one; a count beyond the
+// memory there is falls back to a single bucket.
+nrDict::nrDict(unsigned n) : numBuckets(n ? n : 1), buckets(new (std::nothrow) nrDictEntry*[numBuckets]()) {
+  if (!buckets) {
+    numBuckets = 1;
+    buckets = new nrDictEntry*[1]();
+  }
+}
 
 nrDict::~nrDict() {
   clear();

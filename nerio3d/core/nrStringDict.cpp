@@ -2,11 +2,19 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "nerio3d/core/nrString.h"
 
-// At least one bucket, so that a key always has one. A null key is never entered or found.
-nrStringDict::nrStringDict(unsigned n) : numBuckets(n ? n : 1), buckets(new nrStringDictEntry*[numBuckets]()) {}
+// At least one bucket, so that a key always has one; a count beyond the
+// memory there is falls back to a single bucket. A null key is never entered or found.
+nrStringDict::nrStringDict(unsigned n)
+    : numBuckets(n ? n : 1), buckets(new (std::nothrow) nrStringDictEntry*[numBuckets]()) {
+  if (!buckets) {
+    numBuckets = 1;
+    buckets = new nrStringDictEntry*[1]();
+  }
+}
 
 nrStringDict::~nrStringDict() {
   clear();
