@@ -78,21 +78,22 @@ int nrBoxBound::contains(const nrVec3f& pt) const {
 }
 
 // Slab method: the segment's parameter range is narrowed by each axis's pair
-// of planes in turn.
+// of planes in turn. The comparisons are written so that a segment holding a
+// NaN misses.
 int nrBoxBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
   if (isEmpty() || !seg) return 0;
   float tn = 0.0f, tf = seg->length;
   for (int i = 0; i < 3; ++i) {
     float p = seg->pos[i], d = seg->dir[i];
     if (d == 0.0f) {
-      if (p < min[i] || p > max[i]) return 0;
+      if (!(p >= min[i] && p <= max[i])) return 0;
       continue;
     }
     float t1 = (min[i] - p) / d, t2 = (max[i] - p) / d;
     if (t1 > t2) std::swap(t1, t2);
-    tn = std::max(tn, t1);
-    tf = std::min(tf, t2);
-    if (tn > tf) return 0;
+    if (t1 > tn) tn = t1;
+    if (t2 < tf) tf = t2;
+    if (!(tn <= tf) || t1 != t1 || t2 != t2) return 0;
   }
   if (tNear) *tNear = tn;
   if (tFar) *tFar = tf;

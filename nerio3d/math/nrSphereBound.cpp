@@ -213,10 +213,11 @@ int nrSphereBound::isect(const nrSeg* seg, float* tNear, float* tFar) const {
   float b = rel.dot(seg->dir);
   float c = rel.dot(rel) - radius * radius;
   float disc = b * b - c;
-  if (disc < 0.0f) return 0;
+  if (!(disc >= 0.0f)) return 0;  // also a segment holding a NaN
   float root = std::sqrt(disc);
-  float tn = std::max(-b - root, 0.0f), tf = std::min(-b + root, seg->length);
-  if (tn > tf) return 0;
+  float tn = std::max(-b - root, 0.0f), tf = -b + root;
+  if (!(tf <= seg->length)) tf = seg->length;
+  if (!(tn <= tf)) return 0;
   if (tNear) *tNear = tn;
   if (tFar) *tFar = tf;
   return 1;

@@ -134,6 +134,12 @@ TEST(nrBoxBound, SegmentsAndTransforms) {
   miss.makePts(nrVec3f(5, 0, 0), nrVec3f(5, 0, 10));  // parallel to z, outside
   EXPECT_EQ(box.isect(&miss, nullptr, nullptr), 0);
   EXPECT_EQ(box.isect(nullptr, nullptr, nullptr) + nrSphereBound(nrVec3f(0, 0, 0), 1).isect(nullptr, nullptr, nullptr), 0);
+  // A segment holding a NaN misses both kinds of bound.
+  const float nan = std::nanf("");
+  nrSphereBound ball(nrVec3f(0, 0, 0), 1);
+  for (nrSeg bad : {nrSeg(nrVec3f(nan, 0, 0), nrVec3f(0, 0, 1), 5), nrSeg(nrVec3f(0, 0, -3), nrVec3f(0, nan, 1), 5),
+                    nrSeg(nrVec3f(0, 0, -3), nrVec3f(0, 0, 1), nan)})
+    EXPECT_EQ(box.isect(&bad, nullptr, nullptr) + ball.isect(&bad, nullptr, nullptr), 0);
 
   nrMatrix4f m;
   m.makeRot(1, 1, 0, 0.7f);
