@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <unordered_set>
+#include <vector>
 
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrDict.h"
@@ -92,6 +94,31 @@ nrContainer* nrContainer::getParent(int i) const {
     return static_cast<nrContainer*>((*parent.array)[static_cast<unsigned>(i)]);
   }
   return i == 0 ? parent.single : nullptr;
+}
+
+// Only a container with reference fields can hold another, so most values
+// are settled without walking the parents. The containers seen are kept in a
+// hash set: a linear search would make building a deep chain top-down cost
+// the cube of its depth.
+bool nrContainer::liesUnder(const nrContainer* value) const {
+  if (!value) return false;
+  if (value == this) return true;
+  if (getParentCount() == 0) return false;
+  nrType* type = value->getType();
+  bool holdsOthers = false;
+  for (int i = 0; i < type->getNumFields() && !holdsOthers; ++i)
+    holdsOthers = dynamic_cast<nrRefInfo*>(type->getFieldInfo(i)) != nullptr;
+  if (!holdsOthers) return false;
+  std::vector<const nrContainer*> pending{this};
+  std::unordered_set<const nrContainer*> seen;
+  while (!pending.empty()) {
+    const nrContainer* c = pending.back();
+    pending.pop_back();
+    if (c == value) return true;
+    if (!seen.insert(c).second) continue;
+    for (int i = 0; i < c->getParentCount(); ++i) pending.push_back(c->getParent(i));
+  }
+  return false;
 }
 
 void nrContainer::addParent(nrContainer* p) {

@@ -47,6 +47,10 @@ class nrContainer : public nrObject {
 
   int getParentCount() const;
   nrContainer* getParent(int i) const;
+  // True when this container is value or lies under it, through parents at
+  // any depth: storing value in one of this container's reference fields
+  // would then close a cycle, which traversals would follow forever.
+  bool liesUnder(const nrContainer* value) const;
 
   void setUserData(nrData* data);
   nrData* getUserData() const { return userData; }

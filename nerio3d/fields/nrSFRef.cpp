@@ -1,14 +1,23 @@
 #include "nerio3d/fields/nrSFRef.h"
 
 #include <cstdio>
+#include <string>
 
+#include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/fields/nrCloneTable.h"
 #include "nerio3d/fields/nrOutput.h"
 
 NR_DEFINE_TYPE(nrSFRef, nrField, "nrSFRef") {}
 
 bool nrRefInfo::checkType(const char* operation, nrContainer* value, nrContainer* owner) const {
-  if (!value || value->getType()->isDerivedFrom(requiredType)) return true;
+  if (!value) return true;
+  if (value->getType()->isDerivedFrom(requiredType)) {
+    if (!owner->liesUnder(value)) return true;
+    std::string message = std::string("Field ") + getName().getString() + " of " + owner->getType()->getName() +
+                          " cannot hold this " + value->getType()->getName() + " - a container cannot be placed under itself";
+    nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, message.c_str());
+    return false;
+  }
   // A nameless owner prints as the C library renders a null string.
   const char* ownerName = owner->getName();
   fprintf(stderr, "%s: Bad type - %s not derived from %s.  parent %s type %s\n", operation,

@@ -12,7 +12,8 @@ class nrRefInfo : public nrFieldInfo {
       : nrFieldInfo(fieldName, fieldIndex, fieldKind), requiredType(referencedType) {}
 
   nrType* getRequiredType() const { return requiredType; }
-  // True when value may be stored; otherwise prints the "Bad type" line for operation.
+  // True when value may be stored; otherwise prints the "Bad type" line for
+  // operation, or warns when value is owner or holds it.
   bool checkType(const char* operation, nrContainer* value, nrContainer* owner) const;
 
  protected:

@@ -1,7 +1,6 @@
 #include "nerio3d/nodes/nrGroup.h"
 
 #include <string>
-#include <unordered_set>
 
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/actions/nrIsectAction.h"
@@ -21,24 +20,10 @@ nrGroup::~nrGroup() { destroyFieldContents(getClassType()); }
 // A node that is this group or holds it would make the graph a cycle, which
 // every traversal would follow forever: it is refused with a warning.
 bool nrGroup::closesCycle(nrNode* node, const char* who) {
-  if (!node || (node != this && getParentCount() == 0)) return false;
-  // The ancestors seen are kept in a hash set: a linear search would make
-  // building a deep chain top-down cost the cube of its depth.
-  nrPtrArray pending;
-  std::unordered_set<const nrContainer*> seen;
-  pending.append(this);
-  while (pending.getCount() > 0) {
-    nrContainer* c = static_cast<nrContainer*>(pending[pending.getCount() - 1]);
-    pending.setCount(pending.getCount() - 1);
-    if (c == node) {
-      std::string message = std::string("nrGroup::") + who + "() - a node cannot be placed under itself";
-      nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, message.c_str());
-      return true;
-    }
-    if (!seen.insert(c).second) continue;
-    for (int i = 0; i < c->getParentCount(); ++i) pending.append(c->getParent(i));
-  }
-  return false;
+  if (!liesUnder(node)) return false;
+  std::string message = std::string("nrGroup::") + who + "() - a node cannot be placed under itself";
+  nrGlobal::notify(nrGlobal::WARN, nrGlobal::USAGE, message.c_str());
+  return true;
 }
 
 void nrGroup::addChild(nrNode* node) {

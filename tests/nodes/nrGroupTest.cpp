@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrSField.h"
 #include "nrCapture.h"
 #include "nrHeld.h"
@@ -217,11 +218,23 @@ TEST(nrGroup, ChildrenThatWouldCloseACycleAreRefusedWithAWarning) {
     EXPECT_FALSE(low->replaceChild(leaf, mid));
     mid->insertParent(low);
     low->copy(top);
+    // The children field itself refuses the same, whichever way it is set.
+    nrMFRef* field = static_cast<nrMFRef*>(low->getField("children"));
+    field->append(low);
+    field->set(0, mid);
+    field->insert(0, top);
+    nrRefArray list;
+    list.append(leaf);
+    list.append(top);
+    field->set(list);
   });
   const char warning[] = "(WARN, USAGE): nrGroup::addChild() - a node cannot be placed under itself\n";
   EXPECT_EQ(err.find(warning), 0u) << err;
   EXPECT_NE(err.find("nrGroup::replaceChild()"), std::string::npos);
   EXPECT_NE(err.find("nrGroup::copy()"), std::string::npos);
+  EXPECT_NE(err.find("(WARN, USAGE): Field children of Group cannot hold this Group - a container cannot be placed "
+                     "under itself\n"),
+            std::string::npos);
   EXPECT_EQ(children(top), Nodes{mid});
   EXPECT_EQ(children(low), Nodes{leaf});
   nrTransformAction action;
