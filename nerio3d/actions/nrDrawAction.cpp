@@ -1,6 +1,7 @@
 #include "nerio3d/actions/nrDrawAction.h"
 
 #include "nerio3d/arrays/nrTypedArray.h"
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrContext.h"
 #include "nerio3d/render/nrOrthoCamera.h"
@@ -26,6 +27,7 @@ void nrDrawAction::forgetContext(nrContext* gone) {
 }
 
 nrTravDirective nrDrawAction::apply(nrNode* root) {
+  nrKeepAlive keepRoot(root);
   context = nrContext::getCurrent();
   if (root && !checkCamera("nrDrawAction")) return CONTINUE_TRAV;
   reset();

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/nodes/nrNode.h"
 
 NR_DEFINE_TYPE(nrIsectAction, nrTransformAction, "IsectAction") {}
@@ -12,6 +13,7 @@ nrIsectAction::nrIsectAction(nrType* type)
     : nrTransformAction(type, MAX_SEG_DEPTH + 1), path(8), segDepth(0), refusedSegs(0), seg(segs), nearest(1) {}
 
 nrTravDirective nrIsectAction::apply(nrNode* root) {
+  nrKeepAlive keepRoot(root);
   reset();
   if (!root) return CONTINUE_TRAV;
   path.append(root);

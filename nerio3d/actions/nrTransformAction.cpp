@@ -1,5 +1,6 @@
 #include "nerio3d/actions/nrTransformAction.h"
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/nodes/nrNode.h"
 
 NR_DEFINE_TYPE(nrTransformAction, nrAction, "TransformAction") {}
@@ -10,6 +11,7 @@ nrTransformAction::nrTransformAction(nrType* type, int stackCapacity)
 }
 
 nrTravDirective nrTransformAction::apply(nrNode* root) {
+  nrKeepAlive keepRoot(root);
   reset();
   begin(root);
   nrTravDirective d = root ? root->transformVisit(this) : CONTINUE_TRAV;

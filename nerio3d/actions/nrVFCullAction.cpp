@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/math/nrSphereBound.h"
 #include "nerio3d/nodes/nrNode.h"
 #include "nerio3d/render/nrCamera.h"
@@ -35,6 +36,7 @@ bool nrVFCullAction::checkCamera(const char* who) const {
 }
 
 nrTravDirective nrVFCullAction::apply(nrNode* root) {
+  nrKeepAlive keepRoot(root);
   if (!checkCamera("nrVFCullAction")) return CONTINUE_TRAV;
   reset();
   begin(root);

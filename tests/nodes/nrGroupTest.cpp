@@ -263,6 +263,13 @@ TEST(nrGroup, ActionsMayDropNodesFromInsideTheirVisits) {
   EXPECT_EQ(action.apply(top), CONTINUE_TRAV);
   EXPECT_EQ(action.visits, 3) << "top; mid, which drops itself and its sibling; its first child, which drops the rest";
   EXPECT_EQ(top->getNumChildren(), 0);
+  // The root may lose its last holder too: it lives until the traversal ends.
+  mid = new nrGroup;
+  top->addChild(mid);
+  mid->addChild(new nrGroup);
+  tstDroppingAction again;
+  again.apply(mid);
+  EXPECT_EQ(again.visits, 2);
   top->unref();
 }
 
