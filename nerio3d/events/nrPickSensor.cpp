@@ -1,5 +1,7 @@
 #include "nerio3d/events/nrPickSensor.h"
 
+#include <deque>
+
 #include "nerio3d/arrays/nrTypedArray.h"
 #include "nerio3d/core/nrKeepAlive.h"
 #include "nerio3d/fields/nrSField.h"
@@ -32,30 +34,6 @@ void forEachListed(const nrPtrArray& list, Fn fn) {
     fn(s);
   }
 }
-
-// Holds the nodes on a hit's path while the sensors' functions run: one of
-// them may release part of the scene, or all of it, which the path and the
-// sensors' working spaces still lead through.
-class PathHold {
- public:
-  explicit PathHold(const nrPtrArray& path) : held(path.getCount()) {
-    for (unsigned i = 0; i < path.getCount(); ++i) {
-      nrObject* node = static_cast<nrContainer*>(path[i]);
-      if (node->getRefCount() > 0) {
-        node->ref();
-        held.append(node);
-      }
-    }
-  }
-  ~PathHold() {
-    for (unsigned i = held.getCount(); i-- > 0;) static_cast<nrObject*>(held[i])->unref();
-  }
-  PathHold(const PathHold&) = delete;
-  PathHold& operator=(const PathHold&) = delete;
-
- private:
-  nrPtrArray held;
-};
 }  // namespace
 
 int nrPickSensor::currentFrame = 0;
@@ -99,7 +77,12 @@ void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, i
   havePickRay = camera->getPickRay(x, y, pickRay) != 0;
   nrHit hit;
   if (camera->pick(root, x, y, hit)) collect(hit);
-  const PathHold hold(hit.getPath());
+  // The sensors' functions may release part of the scene, or all of it,
+  // which the hit's path and the sensors' working spaces still lead through:
+  // its nodes are held until the update ends.
+  std::deque<nrKeepAlive> pathHold;
+  for (unsigned i = 0; i < hit.getPath().getCount(); ++i)
+    pathHold.emplace_back(static_cast<nrContainer*>(hit.getPath()[i]));
 
   if (!grabbing && !buttonDown) {
     updatePickedSensors(hit);
