@@ -137,6 +137,7 @@ TEST_F(Programs, BadInputEndsInOneLineAndAFailingExitCode) {
            Case{png + path("empty.wrl"), 1, "nrview: " + path("empty.wrl") + ": the scene has nothing to draw"},
            Case{png + "--size 12by4", 2, "nrview: --size 12by4: expected WIDTHxHEIGHT, e.g. 640x480"},
            Case{png + "--time soon", 2, "nrview: --time soon: expected a number of seconds"},
+           Case{png + "--time nan", 2, "nrview: --time nan: expected a number of seconds"},
        }) {
     Result r = nrview(c.args);
     EXPECT_EQ(r.status, c.status) << c.args << "\n" << r.err;

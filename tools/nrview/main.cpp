@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -53,7 +54,7 @@ bool parse(int argc, char** argv, Options& o) {
     } else if (!strcmp(a, "--time") && value) {
       ++i;
       o.time = strtod(value, &end);
-      if (*end || end == value) {
+      if (*end || end == value || !std::isfinite(o.time)) {
         fprintf(stderr, "nrview: --time %s: expected a number of seconds\n", value);
         return false;
       }
