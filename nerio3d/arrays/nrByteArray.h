@@ -1,0 +1,4 @@
+// nrByteArray is declared with the other typed arrays.
+#pragma once
+
+#include "nerio3d/arrays/nrTypedArray.h"

@@ -1,0 +1,4 @@
+// nrFieldArray is declared with the other arrays of fields, descriptors and containers.
+#pragma once
+
+#include "nerio3d/arrays/nrFieldArrays.h"

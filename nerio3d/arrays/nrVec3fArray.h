@@ -1,0 +1,4 @@
+// nrVec3fArray is declared with the other typed arrays.
+#pragma once
+
+#include "nerio3d/arrays/nrTypedArray.h"

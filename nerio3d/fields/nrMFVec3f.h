@@ -1,0 +1,4 @@
+// nrMFVec3f is declared with the other multi-valued field kinds.
+#pragma once
+
+#include "nerio3d/fields/nrMField.h"
