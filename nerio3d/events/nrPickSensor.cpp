@@ -102,11 +102,20 @@ void nrPickSensor::updateSensors(nrNode* root, nrCamera* camera, int x, int y, i
 }
 
 void nrPickSensor::updatePickedSensors(const nrHit& hit) {
-  forEachListed(over, [&](nrPickSensor* s) {
-    if (s->isPicked()) return;
-    over.fastRemove(s);
+  // A sensor that left the pointer leaves the list, the last entry moving into
+  // its place, and that place is looked at again: with several leaving, their
+  // last motions come in that order. One released by a motion leaves the list
+  // in its destructor; the one called is held until its motion is done.
+  for (unsigned i = 0; i < over.getCount();) {
+    nrPickSensor* s = static_cast<nrPickSensor*>(over[i]);
+    if (s->isPicked()) {
+      ++i;
+      continue;
+    }
+    over.fastRemoveIndex(i);
+    const nrKeepAlive hold(s);
     s->motion(hit);
-  });
+  }
   forEachListed(picked, [&](nrPickSensor* s) { s->motion(hit); });
   over = picked;
 }

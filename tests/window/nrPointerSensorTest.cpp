@@ -24,6 +24,9 @@ class tstTouch : public nrTouchSensor {
  public:
   tstTouch() : nrTouchSensor(nrTouchSensor::getClassType()) {}
   std::string sent;
+  // The sensors' names in the order they sent isOver 0, across sensors.
+  static inline std::string outs;
+  char name = '?';
   std::string leaveOn;
   std::function<void()> instead;
 
@@ -34,6 +37,7 @@ class tstTouch : public nrTouchSensor {
     if (index == IS_ACTIVE_FIELD) event = isActive ? "down " : "up ";
     if (index == TOUCH_TIME_FIELD) event = "touch ";
     sent += event;
+    if (event == "out ") outs += name;
     nrTouchSensor::fieldChanged(index);
     if (!event.empty() && event == leaveOn && instead) {
       instead();
@@ -178,6 +182,18 @@ TEST_F(PointerSensors, TouchSensorsNearestTheGeometryReportHoverPressAndTouch) {
   hover(-2.5f, 2.5f);
   EXPECT_EQ(outer->sent, "over out ");
   EXPECT_EQ(inner->sent, "over down out up over ");
+
+  // Sensors leaving together: the last entry of the over list moves into the
+  // place of each one that leaves, and that place is looked at again.
+  nrGroup* group = static_cast<nrGroup*>(inner->getParent(0));
+  tstTouch *b = new tstTouch, *c = new tstTouch;
+  inner->name = 'a', b->name = 'b', c->name = 'c';
+  group->addChild(b);
+  group->addChild(c);
+  hover(-2, 2.5f);
+  tstTouch::outs.clear();
+  hover(0, 0);
+  EXPECT_EQ(tstTouch::outs, "acb");
 }
 
 // Sensors that delete themselves from their events, beside inner: one on
