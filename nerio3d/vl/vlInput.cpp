@@ -501,7 +501,10 @@ inline unsigned char vlInput::readReal(double& v) {
     const char* word = c == 'i' ? "inf" : "nan";
     for (int i = 1; word[i]; ++i)
       if ((c = scan.next()) != word[i]) {
+        // Not the word: the letters taken go back too, so that the input is
+        // left unread from the first of them on.
         scan.back(c);
+        while (i-- > 0) scan.back(word[i]);
         return 0;
       }
     double d = word[0] == 'i' ? HUGE_VAL : NAN;

@@ -126,7 +126,9 @@ TEST_F(vlInputTest, RealsConvertExactlyAsTheCLibraryDoes) {
       {"123456789012345678901234567890e-30", true, ""}, {"0.000000000000000000000000001234", true, ""},
       {"9007199254740993", true, ""},                   {"1.7976931348623157e308", true, ""},
       // Values that are not finite, as the text output writes them.
-      {"-inf,", true, ","},   {"nan]", true, "]"},      {"-nan", true, ""},    {"inx", false, "x"},
+      {"-inf,", true, ","},   {"nan]", true, "]"},      {"-nan", true, ""},    {"inx", false, "inx"},
+      // A word that only begins like them is left whole, the sign taken.
+      {"-nab", false, "nab"}, {"none", false, "none"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
