@@ -114,6 +114,7 @@ void nrShape::cleanSideEffect(short index) {
     nrNode::cleanSideEffect(index);
     return;
   }
+  takeRoutedInputs();
   nrBoxBound all;
   for (unsigned i = 0; i < geometry.getCount(); ++i)
     if (nrGeometry* g = static_cast<nrGeometry*>(geometry[i])) all.extendBy(&g->getBoxBound());

@@ -113,6 +113,7 @@ void nrGroup::cleanSideEffect(short index) {
     nrNode::cleanSideEffect(index);
     return;
   }
+  takeRoutedInputs();
   calcChildrenBound(sphereBound);
   touchField(SPHERE_BOUND_FIELD);
 }

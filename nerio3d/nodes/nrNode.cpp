@@ -60,6 +60,18 @@ void nrNode::fieldChanged(short index) {
   touchField(index);
 }
 
+void nrNode::dirtyFieldOutputs(nrField* field) {
+  nrContainer::dirtyFieldOutputs(field);
+  if (field->getIndex() != SPHERE_BOUND_FIELD && boundMode == DYNAMIC) propagateSideEffect(SPHERE_BOUND_FIELD);
+}
+
+void nrNode::takeRoutedInputs() {
+  // One pass, as a cleaning pass goes; the sphere's own bit is the caller's.
+  const uint64_t pending = getStaleInputMask().getBits() & ~(uint64_t(1) << SPHERE_BOUND_FIELD);
+  for (short i = 0; i < 64; ++i)
+    if (pending >> i & 1) validateField(i);
+}
+
 void nrNode::copy(nrContainer* from, nrCloneTable* table) {
   nrContainer::copy(from, table);
   if (from && from != this && from->getType() != getType() && boundMode == DYNAMIC)

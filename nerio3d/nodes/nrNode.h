@@ -42,6 +42,11 @@ class nrNode : public nrContainer {
   // appended to g, and g takes its place in that parent. Other parents keep it.
   void insertParent(nrGroup* g);
   void fieldChanged(short index) override;
+  // A value routed towards one of this node's fields may move or resize what
+  // the node bounds (a transform's translation, a switch's choice): in DYNAMIC
+  // mode the sphere is marked stale at once, so that the parents' spheres,
+  // culling and picking do not go on standing on the value it replaces.
+  void dirtyFieldOutputs(nrField* field) override;
   // A sphere copied from a node of another kind does not fit this node's
   // contents: in DYNAMIC mode it is recomputed when next read.
   void copy(nrContainer* from, nrCloneTable* table) override;
@@ -52,6 +57,9 @@ class nrNode : public nrContainer {
   void getVec(const nrVec3f& v, short index, float* x, float* y, float* z);
   // node's sphere, brought up to date; null for a null node.
   static const nrSphereBound* validSphereBound(nrNode* node);
+  // Pulls the values routed into this node that are still on their way; the
+  // sphere's recomputation starts with it, so that it stands on them.
+  void takeRoutedInputs();
 
   nrSphereBound sphereBound;
   int boundMode;

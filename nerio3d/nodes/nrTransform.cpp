@@ -162,6 +162,7 @@ void nrTransform::cleanSideEffect(short index) {
     nrGroup::cleanSideEffect(index);
     return;
   }
+  takeRoutedInputs();
   if (state & CHILD_SPHERE_STALE) {
     calcChildrenBound(childSphere);
     state = (state & ~CHILD_SPHERE_STALE) | SPHERE_STALE;

@@ -18,6 +18,7 @@
 #include "nerio3d/geometry/nrTriFanSet.h"
 #include "nerio3d/geometry/nrTriSet.h"
 #include "nerio3d/geometry/nrTriStripSet.h"
+#include "nerio3d/nodes/nrGroup.h"
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrDirectionalLight.h"
@@ -130,18 +131,24 @@ TEST_F(Scene, RoutedTimeMovesTheTransformAndItsPixels) {
   // Lit without lights: only the emissive red (and the ambient share of the red diffuse) shows.
   nrAppearance* red = look(nrVec3f(1, 0, 0), true);
   red->getMaterial()->setEmissiveColor(nrVec3f(1, 0, 0));
-  nrTransform* mover = place(shapeOf(make<nrBox>(), red), 0, 0, 0, 1);
-  clock->getField("fraction_changed")->connect(path->getField("set_fraction"));
-  path->getField("value_changed")->connect(mover->getField("set_translation"));
-
+  // Out of view at first, under a group whose sphere is taken there: the routed
+  // values bring it into view before they are pulled.
+  nrTransform* mover = place(shapeOf(make<nrBox>(), red), 100, 0, 0, 1);
+  nrGroup* root = make<nrGroup>();
+  root->addChild(mover);
   nrPerspCamera* camera = make<nrPerspCamera>();
   camera->setPosition(0, 0, 10);
   action->setCamera(camera);
+  camera->draw(action);
+  action->apply(root);
+  clock->getField("fraction_changed")->connect(path->getField("set_fraction"));
+  path->getField("value_changed")->connect(mover->getField("set_translation"));
+
   for (float x : {-1.0f, 1.0f}) {
     nrTimeSensor::updateSensors(1 + x / 2);
     context->clear(nrContext::COLOR_CLEAR | nrContext::DEPTH_CLEAR);
     camera->draw(action);
-    action->apply(mover);
+    action->apply(root);
     EXPECT_FLOAT_EQ(mover->getMatrix()[3][0], x);
     readFrame();
     EXPECT_EQ(at(-1, 0), x < 0 ? RED : BLACK) << x;
