@@ -763,7 +763,12 @@ void nrContext::popLights() {
     if (j == LIGHT_SLOTS) {
       nrgl::Disable(GL_LIGHT0 + i);
     } else {
-      if (!lower[j].enabled) nrgl::Disable(GL_LIGHT0 + j);
+      // The light comes back as the level below had it: switched off there, or
+      // on again where this level switched it off.
+      if (!lower[j].enabled)
+        nrgl::Disable(GL_LIGHT0 + j);
+      else if (!lights[lightLevel][j].enabled)
+        nrgl::Enable(GL_LIGHT0 + j);
       slot.light->pop(j, lower[j].matrix);
     }
     slot.light->unref();

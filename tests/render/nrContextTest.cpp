@@ -496,6 +496,11 @@ TEST_F(Lights, PoppingDisablesNewcomersAndRestoresTheLevelBelow) {
   l[0]->setOn(1);
   context->popLights();
   EXPECT_EQ(l[0]->pops, (std::vector<int>{7, 7}));
+  EXPECT_TRUE(isOn(GL_LIGHT7)) << "switched on again, as the level below has it";
+  context->pushLights();
+  context->disableLightTargets();
+  context->popLights();
+  EXPECT_TRUE(isOn(GL_LIGHT7));
 }
 
 // A fog whose stack hooks are visible.
