@@ -665,6 +665,13 @@ void nrContext::popState() {
   }
   if (depth == 0) return;
   _nrGfx* lower = top - 1;
+  // The fog of the level below decides whether fog may come back on: the
+  // pushed level's entry leaves the fog stack before the elements are restored.
+  nrFog* droppedFog = nullptr;
+  if (fogStack->getCount() > 1) {
+    droppedFog = static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1]);
+    fogStack->removeIndex(fogStack->getCount() - 1);
+  }
   recordTarget = top;
   // What a geometry-property pop left unknown (-1) below has no value to restore.
   nrBitMask restore = top->mask | lower->mask;
@@ -681,7 +688,10 @@ void nrContext::popState() {
   lower->mask = mask;
   --depth;
   top = lower;
-  popFog();
+  if (droppedFog) {
+    static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1])->pop(droppedFog, this);
+    droppedFog->unref();
+  }
   popLights();
   globalChanged = true;
 }

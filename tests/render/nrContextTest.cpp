@@ -566,6 +566,16 @@ TEST_F(Context, PopStateRestoresTheLevelBelowAndKeepsTheShadowTrue) {
   EXPECT_EQ(rec.calls(), Calls{});
   EXPECT_EQ(getFloat(GL_LINE_WIDTH), 6) << "state the application set inside the level stays";
 
+  // Two levels deep the base fog (off) is on top of the fog stack; leaving the
+  // inner level restores fog by the level below, where nothing forces it off.
+  context->setFogEnable(1);
+  context->pushState();
+  context->pushState();
+  context->popState();
+  EXPECT_TRUE(isOn(GL_FOG));
+  context->popState();
+  context->setFogEnable(0);
+
   for (int i = 0; i < 20; ++i) context->pushState();
   context->setShadeModel(nrContext::FLAT_SHADE);
   for (int i = 0; i < 20; ++i) context->popState();
