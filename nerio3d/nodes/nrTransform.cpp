@@ -17,6 +17,41 @@ float rowLength(const nrMatrix4f& m, int row) {
   return std::sqrt(m[row][0] * m[row][0] + m[row][1] * m[row][1] + m[row][2] * m[row][2]);
 }
 
+// A 3x3 part whose rows are orthogonal is a scale followed by a rotation (a
+// mirror among them): its row lengths are the scale and its rows, so divided,
+// the rotation. A reflection goes to the row whose removal leaves the
+// rotation nearest the identity. Returns false for other matrices and for a
+// zero row, which the singular value decomposition takes.
+bool splitScaleRotation(const nrMatrix4f& m, float scale[3], float rot[3][3]) {
+  double len[3];
+  for (int i = 0; i < 3; ++i) {
+    len[i] = rowLength(m, i);
+    if (len[i] == 0) return false;
+  }
+  for (int i = 0; i < 3; ++i)
+    for (int j = i + 1; j < 3; ++j) {
+      double dot = double(m[i][0]) * m[j][0] + double(m[i][1]) * m[j][1] + double(m[i][2]) * m[j][2];
+      if (std::fabs(dot) > nrEpsilon * len[i] * len[j]) return false;
+    }
+  double r[3][3];
+  for (int i = 0; i < 3; ++i)
+    for (int j = 0; j < 3; ++j) r[i][j] = m[i][j] / len[i];
+  double det = r[0][0] * (r[1][1] * r[2][2] - r[1][2] * r[2][1]) - r[0][1] * (r[1][0] * r[2][2] - r[1][2] * r[2][0]) +
+               r[0][2] * (r[1][0] * r[2][1] - r[1][1] * r[2][0]);
+  int mirrored = -1;
+  if (det < 0) {
+    mirrored = 0;
+    for (int i = 1; i < 3; ++i)
+      if (r[i][i] < r[mirrored][mirrored]) mirrored = i;
+  }
+  for (int i = 0; i < 3; ++i) {
+    double sign = i == mirrored ? -1 : 1;
+    scale[i] = float(sign * len[i]);
+    for (int j = 0; j < 3; ++j) rot[i][j] = float(sign * r[i][j]);
+  }
+  return true;
+}
+
 }  // namespace
 
 NR_DEFINE_TYPE(nrTransform, nrGroup, "Transform") {
@@ -74,22 +109,32 @@ void nrTransform::cleanMatrix() {
 }
 
 void nrTransform::cleanParts() {
-  // The 3x3 part is U * diag(w) * transpose(V) with U and V proper rotations:
+  // Most matrices have no scale orientation: they come apart exactly, where
+  // the decomposition below would pick one of its equivalent answers (a scale
+  // of (2, 3, 4) read back as (4, 3, 2) turned a quarter about y). Otherwise
+  // the 3x3 part is U * diag(w) * transpose(V) with U and V proper rotations:
   // the scale orientation is transpose(U), the rotation U * transpose(V), the
   // scale w. The singular values are positive except possibly the last, which
   // is negative when the matrix reflects: a reflection shows as a negative
   // scale along the scale orientation's third axis. The centre is zero.
-  float w[3][3], r[3][3], u[3][3], v[3][3], ut[3][3];
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) w[i][j] = r[i][j] = matrix[i][j];
-  nrMatrix3f::svd(w, u, v);
-  nrMatrix3f::cleanSvd(r, u, v);
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) ut[i][j] = u[j][i];
+  float s[3], r[3][3];
   translation.set(matrix[3][0], matrix[3][1], matrix[3][2]);
-  scale.set(w[0][0], w[1][1], w[2][2]);
-  nrMatrix3f::getAxis(r, rotation.axis.vec, &rotation.angle);
-  nrMatrix3f::getAxis(ut, scaleOrientation.axis.vec, &scaleOrientation.angle);
+  if (splitScaleRotation(matrix, s, r)) {
+    scale.set(s[0], s[1], s[2]);
+    nrMatrix3f::getAxis(r, rotation.axis.vec, &rotation.angle);
+    scaleOrientation = nrRotation();
+  } else {
+    float w[3][3], u[3][3], v[3][3], ut[3][3];
+    for (int i = 0; i < 3; ++i)
+      for (int j = 0; j < 3; ++j) w[i][j] = r[i][j] = matrix[i][j];
+    nrMatrix3f::svd(w, u, v);
+    nrMatrix3f::cleanSvd(r, u, v);
+    for (int i = 0; i < 3; ++i)
+      for (int j = 0; j < 3; ++j) ut[i][j] = u[j][i];
+    scale.set(w[0][0], w[1][1], w[2][2]);
+    nrMatrix3f::getAxis(r, rotation.axis.vec, &rotation.angle);
+    nrMatrix3f::getAxis(ut, scaleOrientation.axis.vec, &scaleOrientation.angle);
+  }
   center.set(0, 0, 0);
   state &= ~PARTS_STALE;
 }

@@ -229,5 +229,21 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   t->setCenter(0, 0, 0);
   EXPECT_TRUE(t->getMatrix().almostEqual(m, 1e-5f));
   EXPECT_EQ(t->getKind(), nrTransform::TRANSLATE_KIND | nrTransform::ROTATE_KIND | nrTransform::SCALE_KIND);
+
+  // A scale followed by a rotation comes back as those parts, mirrors included.
+  const struct {
+    nrVec3f scale;
+    float angle;
+  } split[] = {{{2, 3, 4}, 0}, {{-1, 1, 1}, 0}, {{1, 1, -2}, 0}, {{2, 3, 4}, 0.5f}, {{1, 1, 1}, halfPi}};
+  for (const auto& row : split) {
+    nrMatrix4f scaled, turned;
+    scaled.makeScale(row.scale[0], row.scale[1], row.scale[2]);
+    turned.makeRot(0, 1, 0, row.angle);
+    m.mult(scaled, turned);
+    t->setMatrix(m);
+    EXPECT_TRUE(t->getScale().almostEqual(row.scale, 1e-5f)) << row.scale[0] << " " << row.angle;
+    EXPECT_NEAR(t->getRotation().angle, row.angle, 1e-5f);
+    EXPECT_EQ(t->getScaleOrientation().angle, 0);
+  }
   t->unref();
 }
