@@ -667,11 +667,7 @@ void nrContext::popState() {
   _nrGfx* lower = top - 1;
   // The fog of the level below decides whether fog may come back on: the
   // pushed level's entry leaves the fog stack before the elements are restored.
-  nrFog* droppedFog = nullptr;
-  if (fogStack->getCount() > 1) {
-    droppedFog = static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1]);
-    fogStack->removeIndex(fogStack->getCount() - 1);
-  }
+  nrFog* droppedFog = takeTopFog();
   recordTarget = top;
   // What a geometry-property pop left unknown (-1) below has no value to restore.
   nrBitMask restore = top->mask | lower->mask;
@@ -688,10 +684,7 @@ void nrContext::popState() {
   lower->mask = mask;
   --depth;
   top = lower;
-  if (droppedFog) {
-    static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1])->pop(droppedFog, this);
-    droppedFog->unref();
-  }
+  restoreFogBelow(droppedFog);
   popLights();
   globalChanged = true;
 }
@@ -813,10 +806,17 @@ void nrContext::pushFog(nrFog* fog) {
   fog->ref();
 }
 
-void nrContext::popFog() {
-  if (fogStack->getCount() <= 1) return;
+void nrContext::popFog() { restoreFogBelow(takeTopFog()); }
+
+nrFog* nrContext::takeTopFog() {
+  if (fogStack->getCount() <= 1) return nullptr;
   nrFog* dropped = static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1]);
   fogStack->removeIndex(fogStack->getCount() - 1);
+  return dropped;
+}
+
+void nrContext::restoreFogBelow(nrFog* dropped) {
+  if (!dropped) return;
   static_cast<nrFog*>((*fogStack)[fogStack->getCount() - 1])->pop(dropped, this);
   dropped->unref();
 }

@@ -214,6 +214,10 @@ class nrContext : public nrObject {
   };
 
   void init(nrDrawable* drawable);
+  // The fog stack's top entry, taken off (null when only the bottom one is
+  // left), and the fog below it given back to OpenGL once that entry is gone.
+  nrFog* takeTopFog();
+  void restoreFogBelow(nrFog* dropped);
 
   // The set rule, written once for every element.
   template <typename T>
