@@ -110,7 +110,11 @@ void nrScreenAlignedText::draw(nrDrawAction* action) {
   context->setRecordEnable(0);
   context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
   context->setRecordEnable(recording);
-  if (context->isDirty(listBase, version)) buildFont(context);
+  // Versions are kept per list id, and a text sharing its lists may have
+  // drawn them with a newer version than a change of this text's font: a
+  // face or size that no longer matches the lists taken is built all the same.
+  bool otherFont = entryKey >= 0 && (entryKey != fontKey() || builtOn != context->getDrawable());
+  if (context->isDirty(listBase, version) || otherFont) buildFont(context);
 
   nrgl::Color4f(color[0], color[1], color[2], color[3]);
   nrgl::RasterPos3f(position[0], position[1], position[2]);
@@ -154,8 +158,8 @@ void nrScreenAlignedText::buildFont(nrContext* context) {
   // Keys of faces outside the table or of sizes below one may equal a real
   // font's key, and sizes past the int range of keys have none; such texts
   // never share, their lookup just fails.
-  bool known = fontFace >= 0 && fontFace < faceCount && fontSize >= 1 && fontSize <= (INT_MAX - faceCount) / 8;
-  int key = known ? fontFace + fontSize * 8 : -1;
+  int key = fontKey();
+  bool known = key >= 0;
   bool fresh = false;
   if (known && (entryKey != key || builtOn != drawable)) {
     leaveEntry();
@@ -188,6 +192,11 @@ void nrScreenAlignedText::buildFont(nrContext* context) {
   // The lists are all the text needs from the font.
   delete font;
   font = nullptr;
+}
+
+int nrScreenAlignedText::fontKey() const {
+  bool known = fontFace >= 0 && fontFace < faceCount && fontSize >= 1 && fontSize <= (INT_MAX - faceCount) / 8;
+  return known ? fontFace + fontSize * 8 : -1;
 }
 
 int nrScreenAlignedText::findEntry(int key, nrDrawable* drawable) {

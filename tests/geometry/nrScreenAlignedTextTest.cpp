@@ -87,6 +87,18 @@ TEST_F(Text, TextsOfOneFaceAndSizeShareListsThatOutliveTheirBuilder) {
   b->copy(text("D", nrScreenAlignedText::HELVETICA, 12));
   b->draw(action);
   EXPECT_EQ(count(rec, "glNewList"), nrScreenAlignedText::CHAR_COUNT) << "the small font again";
+
+  // A text moved to another size keeps its new size even when a newer text of
+  // the old size draws the lists they shared first.
+  nrScreenAlignedText* e = text("E");
+  e->draw(action);
+  e->setSize(20);
+  nrScreenAlignedText* g = text("G");
+  g->draw(action);
+  g->draw(action);
+  rec.clear();
+  e->draw(action);
+  EXPECT_EQ(only(rec, {"glListBase"}), Calls{bases[2]});
 }
 
 TEST_F(Text, DrawingSetsColourAndPositionAndRestoresTheStateItChanges) {
