@@ -57,6 +57,9 @@ void nrNode::insertParent(nrGroup* g) {
 
 void nrNode::fieldChanged(short index) {
   if (index == SPHERE_BOUND_FIELD) notifyParents(SPHERE_BOUND_FIELD);
+  // Back to DYNAMIC: the sphere follows the contents again, whatever changed
+  // below while it was STATIC.
+  if (index == BOUND_MODE_FIELD && boundMode == DYNAMIC) propagateSideEffect(SPHERE_BOUND_FIELD);
   touchField(index);
 }
 

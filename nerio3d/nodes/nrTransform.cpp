@@ -147,7 +147,8 @@ int nrTransform::scaleKind() const {
 
 void nrTransform::fieldChanged(short index) {
   if (index < TRANSLATION_FIELD || index > CENTER_FIELD) {
-    if (index == CHILDREN_FIELD) state |= CHILD_SPHERE_STALE;
+    // Back to DYNAMIC, parts set while STATIC count as well.
+    if (index == CHILDREN_FIELD || (index == BOUND_MODE_FIELD && boundMode == DYNAMIC)) state |= CHILD_SPHERE_STALE;
     nrGroup::fieldChanged(index);
     return;
   }

@@ -88,6 +88,18 @@ TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
   expectSphere(fixed, 0, 1, 0, 0.5f);
   EXPECT_EQ(fixed->boundsComputed, 0);
   EXPECT_EQ(top->childNotices, 0);
+  // Back to DYNAMIC, it follows the children it has now, and so do the levels above.
+  fixed->setBoundMode(nrNode::DYNAMIC);
+  EXPECT_EQ(top->childNotices, 1);
+  tstGroup* built = nrtest::held<tstGroup>();
+  built->addChild(leafAt(3, 3, 3, 1));
+  built->addChild(leafAt(-9, 0, 0, 2));
+  nrSphereBound want = sphereOf(built), outer = sphereOf(top);
+  expectSphere(fixed, want.center[0], want.center[1], want.center[2], want.radius);
+  nrVec3f apart;
+  apart.sub(want.center, outer.center);
+  EXPECT_GE(outer.radius + 1e-4f, apart.length() + want.radius);
+  built->unref();
   top->unref();
 }
 

@@ -160,6 +160,14 @@ TEST(nrTransform, TheSphereFollowsTheParts) {
     leaf->setSphereBound(nrSphereBound(nrVec3f(2, 0, 0), 0.5f));
     t->getSphereBound(s);
     EXPECT_FLOAT_EQ(s.radius, c.radius / 2) << c.name;
+    // Parts set while STATIC count once it is DYNAMIC again.
+    t->setBoundMode(nrNode::STATIC);
+    t->setTranslation(0, 0, 7);
+    t->setBoundMode(nrNode::DYNAMIC);
+    t->getSphereBound(s);
+    EXPECT_FLOAT_EQ(s.center[2], 7) << c.name;
+    t->setTranslation(0, 0, 0);
+    if (c.center[2] != 0) t->setTranslation(0, 0, c.center[2]);
     // A copy places its children as the original does, and its sphere follows
     // a later change of its own.
     nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
