@@ -74,9 +74,9 @@ class nrScreenAlignedText : public nrGeometry {
   int fontFace;
 
  private:
-  // Index of the cache entry for key on drawable, -1 when there is none.
   // The cache key of the face and size, -1 for those no font can have.
   int fontKey() const;
+  // Index of the cache entry for key on drawable, -1 when there is none.
   static int findEntry(int key, nrDrawable* drawable);
   // Stops using the cache entry the text's lists come from, if any.
   void leaveEntry();
