@@ -18,6 +18,9 @@ class nrRotation {
     axis.set(x, y, z);
     angle = a;
   }
+  // Components in storage order: axis x, y, z, then the angle.
+  float& operator[](int i) { return i < 3 ? axis[i] : angle; }
+  const float& operator[](int i) const { return i < 3 ? axis[i] : angle; }
   bool operator==(const nrRotation& r) const { return axis == r.axis && angle == r.angle; }
   bool operator!=(const nrRotation& r) const { return !(*this == r); }
 
