@@ -3,6 +3,11 @@
 
 #include <fstream>
 
+#include "nerio3d/arrays/nrEventArray.h"
+#include "nerio3d/core/nrNameEntry.h"
+#include "nerio3d/fields/nrDirtyField.h"
+#include "nerio3d/fields/nrMFRefInfo.h"
+#include "nerio3d/fields/nrSFFloatInfo.h"
 #include "nrFieldTestTypes.h"
 
 using nrtest::field;
@@ -14,6 +19,9 @@ TEST(nrFieldInfo, FreshContainerHoldsEveryDefaultAndWritesNothing) {
     EXPECT_TRUE(c->getType()->getFieldInfo(i)->isDefault(c)) << i;
     EXPECT_EQ(fieldLine(c, i), "") << i;
   }
+  // Descriptor kinds have headers of their own names, as the field classes do.
+  EXPECT_EQ(static_cast<nrSFFloatInfo*>(c->getType()->getFieldInfo(tstAll::FLOAT))->getDefault(), 0.5f);
+  EXPECT_TRUE(static_cast<nrMFRefInfo*>(c->getType()->getFieldInfo(tstAll::MFREF))->isDefault(c));
   c->unref();
 }
 
