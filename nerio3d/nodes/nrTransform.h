@@ -50,6 +50,11 @@ class nrTransform : public nrGroup {
   const nrVec3f& getScale() { return getFieldValue(scale, SCALE_FIELD); }
   const nrRotation& getScaleOrientation() { return getFieldValue(scaleOrientation, SCALE_ORIENTATION_FIELD); }
   const nrVec3f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
+  void getTranslation(nrVec3f& v) { v = getTranslation(); }
+  void getRotation(nrRotation& r) { r = getRotation(); }
+  void getScale(nrVec3f& v) { v = getScale(); }
+  void getScaleOrientation(nrRotation& r) { r = getScaleOrientation(); }
+  void getCenter(nrVec3f& v) { v = getCenter(); }
 
   // Takes m as the matrix of the node, drawn exactly as given (shear and
   // reflection included) until a part is set again; the parts are derived

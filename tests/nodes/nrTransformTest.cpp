@@ -227,6 +227,12 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(4, 5, 6));
   EXPECT_EQ(t->getCenter(), nrVec3f(0, 0, 0));
   EXPECT_TRUE(t->getScale().almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
+  nrVec3f translation;
+  nrRotation orientation;
+  t->getTranslation(translation);
+  t->getScaleOrientation(orientation);
+  EXPECT_EQ(translation, nrVec3f(4, 5, 6));
+  EXPECT_EQ(orientation, t->getScaleOrientation());
   nrMatrix4f back;
   t->getMatrix(back);
   EXPECT_EQ(back, m);
