@@ -152,6 +152,9 @@ class nrWindow : public nrObject {
 
   static int get(QueryEnum query);
   static int getDevice(QueryDeviceEnum query);
+  // The same queries by the toolkit's own code (GLUT_WINDOW_WIDTH, ...).
+  static int get(int query) { return get(static_cast<QueryEnum>(query)); }
+  static int getDevice(int query) { return getDevice(static_cast<QueryDeviceEnum>(query)); }
 
   // The window the toolkit holds current, or null.
   static nrWindow* getCurrent();

@@ -138,6 +138,7 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
                 nrWindow::WINDOW_HEIGHT_QUERY})
     placement.push_back(nrWindow::get(q));
   EXPECT_EQ(placement, (std::vector<int>{0, 0, width, height}));
+  EXPECT_EQ(nrWindow::get(GLUT_WINDOW_WIDTH), width) << "the toolkit's own code";
   EXPECT_EQ(input.decorations(full), 0);
   delete full;
 
