@@ -69,6 +69,7 @@ class nrAppearance : public nrContainer {
   void setTexBlendColor(const nrVec4f& color) { setFieldValue(texBlendColor, color, TEX_BLEND_COLOR); }
   const nrVec4f& getTexBlendColor() const { return getFieldValue(texBlendColor, TEX_BLEND_COLOR); }
   void getTexBlendColor(float* r, float* g, float* b, float* a) const;
+  void getTexBlendColor(nrVec4f& color) const { color = getTexBlendColor(); }
   void setTexEnv(nrContext::TexEnvEnum env) { setFieldValue(texEnv, int(env), TEX_ENV); }
   nrContext::TexEnvEnum getTexEnv() const { return nrContext::TexEnvEnum(getFieldValue(texEnv, TEX_ENV)); }
   void setTexGen(nrTexGen* texGen);
@@ -101,6 +102,7 @@ class nrAppearance : public nrContainer {
   void setBlendColor(const nrVec4f& color) { setFieldValue(blendColor, color, BLEND_COLOR); }
   const nrVec4f& getBlendColor() const { return getFieldValue(blendColor, BLEND_COLOR); }
   void getBlendColor(float* r, float* g, float* b, float* a) const;
+  void getBlendColor(nrVec4f& color) const { color = getBlendColor(); }
   void setSrcBlendFunc(nrContext::SrcBlendFuncEnum func) { setFieldValue(srcBlendFunc, int(func), SRC_BLEND_FUNC); }
   nrContext::SrcBlendFuncEnum getSrcBlendFunc() const {
     return nrContext::SrcBlendFuncEnum(getFieldValue(srcBlendFunc, SRC_BLEND_FUNC));
@@ -115,6 +117,7 @@ class nrAppearance : public nrContainer {
   void setColorMask(const nrVec4ub& mask) { setFieldValue(colorMask, mask, COLOR_MASK); }
   const nrVec4ub& getColorMask() const { return getFieldValue(colorMask, COLOR_MASK); }
   void getColorMask(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a) const;
+  void getColorMask(nrVec4ub& mask) const { mask = getColorMask(); }
   void setDepthEnable(unsigned char on) { setFieldValue(depthEnable, on, DEPTH_ENABLE); }
   unsigned char getDepthEnable() const { return getFieldValue(depthEnable, DEPTH_ENABLE); }
   void setDepthFunc(nrContext::DepthFuncEnum func) { setFieldValue(depthFunc, int(func), DEPTH_FUNC); }
@@ -144,6 +147,7 @@ class nrAppearance : public nrContainer {
   unsigned int getLineStippleFactor() const { return getFieldValue(lineStippleFactor, LINE_STIPPLE_FACTOR); }
   void setTexTransform(const nrMatrix4f& matrix) { setFieldValue(texTransform, matrix, TEX_TRANSFORM); }
   const nrMatrix4f& getTexTransform() const { return getFieldValue(texTransform, TEX_TRANSFORM); }
+  void getTexTransform(nrMatrix4f& m) const { m = getTexTransform(); }
   void setBackMaterial(nrMaterial* material);
   nrMaterial* getBackMaterial() const;
 

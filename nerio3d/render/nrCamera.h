@@ -31,6 +31,8 @@ class nrCamera : public nrContainer {
   void getOrientation(float* x, float* y, float* z, float* angle);
   const nrVec3f& getPosition() { return getFieldValue(position, POSITION_FIELD); }
   const nrRotation& getOrientation() { return getFieldValue(orientation, ORIENTATION_FIELD); }
+  void getPosition(nrVec3f& v) { v = getPosition(); }
+  void getOrientation(nrRotation& r) { r = getOrientation(); }
 
   // World to eye coordinates: the inverse of the camera's placement.
   const nrMatrix4f& getViewMatrix();

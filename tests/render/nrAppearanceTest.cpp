@@ -96,6 +96,15 @@ TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
   float color[4];
   to->getBlendColor(&color[0], &color[1], &color[2], &color[3]);
   EXPECT_EQ(nrVec4f(color[0], color[1], color[2], color[3]), nrVec4f(0.5f, 0.25f, 0, 1));
+  nrVec4ub maskOut;
+  nrVec4f colorOut;
+  nrMatrix4f transformOut;
+  to->getColorMask(maskOut);
+  to->getBlendColor(colorOut);
+  to->getTexTransform(transformOut);
+  EXPECT_EQ(maskOut, nrVec4ub(1, 0, 1, 0));
+  EXPECT_EQ(colorOut, nrVec4f(0.5f, 0.25f, 0, 1));
+  EXPECT_EQ(transformOut, to->getTexTransform());
   EXPECT_EQ(genTo->getPlaneT(), nrVec4f(1, 2, 3, 4));
   nrtest::unref(from, to, genFrom, genTo);
 }

@@ -81,6 +81,12 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   ahead.xformPt(nrVec3f(0, 2, 3), persp->getViewMatrix());
   EXPECT_TRUE(eye.almostEqual(nrVec3f(0, 0, 0), tol));
   EXPECT_TRUE(ahead.almostEqual(nrVec3f(0, 0, -1), tol));
+  nrVec3f position;
+  nrRotation orientation;
+  persp->getPosition(position);
+  persp->getOrientation(orientation);
+  EXPECT_EQ(position, nrVec3f(1, 2, 3));
+  EXPECT_EQ(orientation, nrRotation(0, 1, 0, float(M_PI / 2)));
   // A copy sees as its original does.
   for (nrCamera* camera : {static_cast<nrCamera*>(persp), static_cast<nrCamera*>(ortho), static_cast<nrCamera*>(given)}) {
     nrCamera* copy = static_cast<nrCamera*>(camera->clone(nrContainer::COPY_CLONE));
