@@ -1,4 +1,4 @@
-// nrDictEntry is declared with the dictionary it belongs to, beside nrDict.
+// nrDictEntry is declared with the other dictionary types, beside nrDict.
 #pragma once
 
 #include "nerio3d/core/nrDict.h"

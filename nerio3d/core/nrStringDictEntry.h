@@ -1,4 +1,4 @@
-// nrStringDictEntry is declared with the dictionary it belongs to, beside nrStringDict.
+// nrStringDictEntry is declared with the other dictionary types, beside nrStringDict.
 #pragma once
 
 #include "nerio3d/core/nrStringDict.h"
