@@ -199,6 +199,8 @@ nrContext::~nrContext() {
   contexts->replace(this, nullptr);
   nrDrawAction::forgetContext(this);
 
+  for (int level = 0; level < depth; ++level)
+    if (appliedBelow[level].app) appliedBelow[level].app->unref();
   while (lightLevel > 0) {
     for (LightSlot& slot : lights[lightLevel])
       if (slot.light) slot.light->unref();
@@ -651,6 +653,8 @@ void nrContext::pushState() {
     ++refusedStatePushes;
     return;
   }
+  if (lastApp) lastApp->ref();
+  appliedBelow[depth] = {lastApp, lastMerged, lastInherit};
   ++depth;
   pushLights();
   pushFog(nullptr);
@@ -686,6 +690,12 @@ void nrContext::popState() {
   top = lower;
   restoreFogBelow(droppedFog);
   popLights();
+  // OpenGL holds again what the appearance last applied at the level below
+  // set: that one is the previous appearance for the next to undo.
+  if (lastApp) lastApp->unref();
+  lastApp = appliedBelow[depth].app;
+  lastMerged = appliedBelow[depth].merged;
+  lastInherit = appliedBelow[depth].inherit;
   globalChanged = true;
 }
 

@@ -261,6 +261,14 @@ class nrContext : public nrObject {
   // The last one applied was a merge with an override appearance.
   bool lastMerged;
   nrBitMask lastInherit;
+  // The last applied appearance of each level below the top, held, taken
+  // back by the pop that returns to that level.
+  struct AppliedApp {
+    nrAppearance* app;
+    bool merged;
+    nrBitMask inherit;
+  };
+  AppliedApp appliedBelow[STACK_DEPTH];
   nrAppearance* defaultApp;
 
   LightSlot lights[STACK_DEPTH][LIGHT_SLOTS];

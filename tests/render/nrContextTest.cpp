@@ -576,6 +576,22 @@ TEST_F(Context, PopStateRestoresTheLevelBelowAndKeepsTheShadowTrue) {
   context->popState();
   context->setFogEnable(0);
 
+  // An appearance applied inside a level undoes the one applied below it; after
+  // the pop the one below is in effect again, and the next level undoes it again.
+  nrAppearance* plain = nrtest::held<nrAppearance>();
+  plain->setShadeModel(nrContext::SMOOTH_SHADE);
+  context->drawApp(app, 0);
+  for (int frame = 0; frame < 2; ++frame) {
+    context->pushState();
+    context->drawApp(plain, 0);
+    EXPECT_FALSE(isOn(GL_LIGHTING)) << "frame " << frame;
+    context->popState();
+    EXPECT_TRUE(isOn(GL_LIGHTING));
+  }
+  context->drawApp(nullptr, 1);
+  EXPECT_EQ(std::make_pair(isOn(GL_LIGHTING), getInt(GL_POLYGON_MODE)), std::make_pair(false, GL_POINT));
+  plain->unref();
+
   for (int i = 0; i < 20; ++i) context->pushState();
   context->setShadeModel(nrContext::FLAT_SHADE);
   for (int i = 0; i < 20; ++i) context->popState();
