@@ -80,7 +80,12 @@ NR_DEFINE_TYPE(nrTexture, nrContainer, "Texture") {
 }
 
 nrTexture::nrTexture(nrType* type)
-    : nrContainer(type), id(nrContext::newId(1)), version(1), effectiveFormat(TEXEL16), componentCount(0) {
+    : nrContainer(type),
+      id(nrContext::newId(1)),
+      version(1),
+      effectiveFormat(TEXEL16),
+      componentCount(0),
+      mipmapSource(nullptr) {
   initFieldDefaults(classType);
 }
 
@@ -111,6 +116,7 @@ void nrTexture::addImageLevel(nrImage* image) {
 }
 
 void nrTexture::dropLevels(unsigned keep) {
+  if (keep <= 1) mipmapSource = nullptr;
   nrMFRef* levels = static_cast<nrMFRef*>(getField(IMAGE_LEVEL_FIELD));
   while (imageLevel.getCount() > keep) levels->removeIndex(imageLevel.getCount() - 1);
 }
@@ -125,6 +131,15 @@ void nrTexture::fieldChanged(short index) {
       loadFile();
       break;
     case IMAGE_LEVEL_FIELD:
+      // The levels change here only while none are marked built from level 0:
+      // this is the application's change. Levels built from a level 0 it
+      // replaced are built again; any other change makes the levels its own.
+      if (mipmapSource && getImageLevel(0) != mipmapSource)
+        dropLevels(1);
+      else
+        mipmapSource = nullptr;
+      findProperComponentType();
+      break;
     case FORMAT_FIELD:
       findProperComponentType();
       break;
@@ -140,8 +155,12 @@ void nrTexture::fieldChanged(short index) {
 }
 
 void nrTexture::childChanged(nrContainer* child, short index) {
-  // An image changed in place is sent again; level 0 decides the format.
-  if (imageLevel.getCount() && child == imageLevel[0]) findProperComponentType();
+  // An image changed in place is sent again; level 0 decides the format, and
+  // the levels built from it are built again at the next draw.
+  if (imageLevel.getCount() && child == imageLevel[0]) {
+    if (mipmapSource == child) dropLevels(1);
+    findProperComponentType();
+  }
   ++version;
   nrContainer::childChanged(child, index);
 }
@@ -152,6 +171,7 @@ void nrTexture::copy(nrContainer* from, nrCloneTable* table) {
   // The copy shares the levels; it does not read the file again.
   nrTexture* source = static_cast<nrTexture*>(from);
   lastLoaded = source->lastLoaded;
+  mipmapSource = getImageLevel(0) == source->mipmapSource ? source->mipmapSource : nullptr;
   findProperComponentType();
   ++version;
 }
@@ -201,11 +221,13 @@ void nrTexture::loadFile() {
 }
 
 void nrTexture::buildMipmaps() {
+  mipmapSource = nullptr;
   nrImage* image = getImageLevel(0);
   while (image && (image->getWidth() > 1 || image->getHeight() > 1)) {
     image = image->createHalfImage();
     addImageLevel(image);
   }
+  if (getImageLevelCount() > 1) mipmapSource = getImageLevel(0);
 }
 
 void nrTexture::findProperComponentType() {

@@ -136,4 +136,7 @@ class nrTexture : public nrContainer {
   nrString lastLoaded;
   FormatEnum effectiveFormat;
   int componentCount;
+  // The level 0 the levels above it were built from here (not held; only
+  // compared), null when there are none or the application gave them.
+  nrImage* mipmapSource;
 };

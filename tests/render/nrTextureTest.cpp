@@ -3,6 +3,7 @@
 #include <functional>
 #include <tuple>
 
+#include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/platform/nrImageFile.h"
 #include "nerio3d/render/nrImage.h"
 #include "nerio3d/render/nrImageTexture.h"
@@ -185,6 +186,22 @@ TEST_F(Texture, FormatFollowsLevelZeroAndEachVersionIsUploadedOnce) {
   half->ref();
   texture->getImageLevel(0)->copy(half);
   EXPECT_EQ(uploads(texture).size(), 1u) << "an image copied into is sent again";
+
+  // Levels built here follow level 0 when it changes or is replaced; levels
+  // the application gave stay.
+  texture->setMinFilter(nrTexture::MIPMAP);
+  ASSERT_EQ(texture->getImageLevelCount(), 2);
+  texture->getImageLevel(0)->setImage(4, 4, nrImage::RGBA, nrImage::UNSIGNED_BYTE, nullptr);
+  EXPECT_EQ(uploads(texture).size(), 3u);
+  EXPECT_EQ(texture->getImageLevel(1)->getWidth(), 2);
+  static_cast<nrMFRef*>(texture->getField("imageLevel"))->set(0, half);
+  EXPECT_EQ(uploads(texture).size(), 2u);
+  EXPECT_EQ(texture->getImageLevel(1)->getWidth(), 1);
+  nrImage* given = new nrImage;
+  given->setImage(1, 1, nrImage::RGBA, nrImage::UNSIGNED_BYTE, rgba);
+  static_cast<nrMFRef*>(texture->getField("imageLevel"))->set(1, given);
+  half->setPixels(rgba, 8);
+  EXPECT_EQ(texture->getImageLevel(1), given);
   nrtest::unref(texture, half);
 }
 
