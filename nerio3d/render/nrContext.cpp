@@ -771,18 +771,19 @@ void nrContext::popLights() {
   for (int i = 0; i < LIGHT_SLOTS; ++i) {
     LightSlot& slot = lights[lightLevel][i];
     if (!slot.light) continue;
-    int j = 0;
-    while (j < LIGHT_SLOTS && lower[j].light != slot.light) ++j;
-    if (j == LIGHT_SLOTS) {
+    // Each OpenGL light goes back to what the level below holds in its slot:
+    // nothing, or its light as it was there, switched off there or on again
+    // where this level switched it off. A light this level put in the place
+    // of another one leaves that one restored.
+    const LightSlot& below = lower[i];
+    if (!below.light) {
       nrgl::Disable(GL_LIGHT0 + i);
     } else {
-      // The light comes back as the level below had it: switched off there, or
-      // on again where this level switched it off.
-      if (!lower[j].enabled)
-        nrgl::Disable(GL_LIGHT0 + j);
-      else if (!lights[lightLevel][j].enabled)
-        nrgl::Enable(GL_LIGHT0 + j);
-      slot.light->pop(j, lower[j].matrix);
+      if (!below.enabled)
+        nrgl::Disable(GL_LIGHT0 + i);
+      else if (!slot.enabled)
+        nrgl::Enable(GL_LIGHT0 + i);
+      below.light->pop(i, below.matrix);
     }
     slot.light->unref();
     slot.light = nullptr;

@@ -501,6 +501,18 @@ TEST_F(Lights, PoppingDisablesNewcomersAndRestoresTheLevelBelow) {
   context->disableLightTargets();
   context->popLights();
   EXPECT_TRUE(isOn(GL_LIGHT7));
+
+  // A light that took the slot of one switched off above leaves it restored below.
+  context->pushLights();
+  context->disableLightTargets();
+  for (int i = 1; i < 9; ++i) context->getLightTarget(l[i], identity, same);
+  EXPECT_EQ(context->getLight(7), l[8]);
+  context->popLights();
+  EXPECT_EQ(context->getLight(7), l[0]);
+  EXPECT_TRUE(isOn(GL_LIGHT7));
+  EXPECT_EQ(l[0]->pops, (std::vector<int>{7, 7, 7, 7}));
+  EXPECT_TRUE(l[0]->lastMatrix == placed);
+  EXPECT_FALSE(isOn(GL_LIGHT0));
 }
 
 // A fog whose stack hooks are visible.
