@@ -236,6 +236,11 @@ void nrContext::makeCurrent(nrDrawable* target) {
     // The new OpenGL context starts drawing in white; it can only be told so
     // once it is current.
     nrgl::Color4f(1, 1, 1, 1);
+    // The shadow's ALWAYS_AFUNC stands for what setting it sends: the alpha
+    // test on with GL_ALWAYS. OpenGL starts with the test off, so it is put in
+    // that state here, and a set of ALWAYS_AFUNC finds it already so.
+    nrgl::Enable(GL_ALPHA_TEST);
+    nrgl::AlphaFunc(GL_ALWAYS, 0);
   }
   current = true;
   const GLfloat ambient[4] = {0, 0, 0, 1};

@@ -28,7 +28,7 @@ TEST_F(Context, ShadowStartsAsOpenGLAndSettersReachItOnceButAlwaysRecord) {
   const GLint states[][3] = {
       {GL_TEXTURE_2D, 0, 1}, {GL_LIGHTING, 0, 1}, {GL_BLEND, 0, 0}, {GL_FOG, 0, 1}, {GL_DEPTH_TEST, 0, 1},
       {GL_LINE_STIPPLE, 0, 0}, {GL_CULL_FACE, 0, 1}, {GL_COLOR_MATERIAL, 0, 1}, {GL_SHADE_MODEL, GL_SMOOTH, GL_FLAT},
-      {GL_ALPHA_TEST_FUNC, GL_ALWAYS, GL_ALWAYS}, {GL_BLEND_SRC, GL_ONE, GL_ONE}, {GL_BLEND_DST, GL_ZERO, GL_ZERO},
+      {GL_ALPHA_TEST, 1, 1}, {GL_ALPHA_TEST_FUNC, GL_ALWAYS, GL_ALWAYS}, {GL_BLEND_SRC, GL_ONE, GL_ONE}, {GL_BLEND_DST, GL_ZERO, GL_ZERO},
       {GL_DEPTH_FUNC, GL_LESS, GL_LEQUAL}, {GL_DEPTH_WRITEMASK, GL_TRUE, GL_FALSE}, {GL_POLYGON_MODE, GL_FILL, GL_LINE},
       {GL_LINE_STIPPLE_PATTERN, 0xFFFF, 0xFFFF}, {GL_LINE_STIPPLE_REPEAT, 1, 1}, {GL_CULL_FACE_MODE, GL_BACK, GL_FRONT},
       {GL_LINE_WIDTH, 1, 3}, {GL_POINT_SIZE, 1, 4}, {GL_MATRIX_MODE, GL_MODELVIEW, GL_MODELVIEW},
@@ -302,8 +302,8 @@ TEST_F(Context, MakeCurrentBindsOnceReleaseLeavesNoContextAndClearTakesTheColour
   rec.clear();
   other->makeCurrent(drawable);
   EXPECT_EQ(nrContext::getCurrent(), other);
-  EXPECT_EQ(rec.calls(), (Calls{"glGetIntegerv(GL_VIEWPORT, ptr)", "glColor4f(1, 1, 1, 1)",
-                                "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0, 0, 0, 1})"}));
+  EXPECT_EQ(rec.calls(), (Calls{"glGetIntegerv(GL_VIEWPORT, ptr)", "glColor4f(1, 1, 1, 1)", "glEnable(GL_ALPHA_TEST)",
+                                "glAlphaFunc(GL_ALWAYS, 0)", "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0, 0, 0, 1})"}));
   rec.clear();
   context->makeCurrent(drawable);
   EXPECT_EQ(rec.calls(), Calls{"glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0, 0, 0, 1})"});
