@@ -38,6 +38,8 @@ class nrGroup : public nrNode {
   // Index of the first occurrence, -1 when node is not a child.
   int findChild(nrNode* node);
   int getNumChildren();
+  // The counterpart of setChildCount.
+  int getChildCount() { return getNumChildren(); }
   // Null for an index out of range.
   nrNode* getChild(int index);
 
