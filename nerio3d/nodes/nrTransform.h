@@ -37,6 +37,12 @@ class nrTransform : public nrGroup {
     setPart(scaleOrientation, nrRotation(x, y, z, angle), SCALE_ORIENTATION_FIELD);
   }
   void setCenter(float x, float y, float z) { setPart(center, nrVec3f(x, y, z), CENTER_FIELD); }
+  // The same, from a value in the form the getters hand back.
+  void setTranslation(const nrVec3f& v) { setPart(translation, v, TRANSLATION_FIELD); }
+  void setRotation(const nrRotation& r) { setPart(rotation, r, ROTATION_FIELD); }
+  void setScale(const nrVec3f& v) { setPart(scale, v, SCALE_FIELD); }
+  void setScaleOrientation(const nrRotation& r) { setPart(scaleOrientation, r, SCALE_ORIENTATION_FIELD); }
+  void setCenter(const nrVec3f& v) { setPart(center, v, CENTER_FIELD); }
 
   void getTranslation(float* x, float* y, float* z) { getVec(translation, TRANSLATION_FIELD, x, y, z); }
   void getRotation(float* x, float* y, float* z, float* angle) { getRot(rotation, ROTATION_FIELD, x, y, z, angle); }

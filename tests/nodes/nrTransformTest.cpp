@@ -236,6 +236,14 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   nrMatrix4f back;
   t->getMatrix(back);
   EXPECT_EQ(back, m);
+  nrTransform* parts = new nrTransform;
+  parts->setTranslation(translation);
+  parts->setRotation(t->getRotation());
+  parts->setScale(t->getScale());
+  parts->setScaleOrientation(orientation);
+  parts->setCenter(t->getCenter());
+  EXPECT_TRUE(parts->getMatrix().almostEqual(m, 1e-5f)) << "the parts set as values rebuild the matrix";
+  parts->unref();
   nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
   EXPECT_EQ(copy->getMatrix(), m) << "a copy takes the matrix as it was set";
   copy->unref();
