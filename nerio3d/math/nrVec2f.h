@@ -5,17 +5,23 @@ class nrOutput;
 
 class nrVec2f {
  public:
-  float vec[2];
+  // The components by index or by name: vec[0] and x are the same float.
+  union {
+    float vec[2];
+    __extension__ struct {
+      float x, y;
+    };
+  };
 
   nrVec2f() = default;
-  nrVec2f(float x, float y) : vec{x, y} {}
+  nrVec2f(float x0, float y0) : vec{x0, y0} {}
 
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
 
-  void set(float x, float y) {
-    vec[0] = x;
-    vec[1] = y;
+  void set(float x0, float y0) {
+    vec[0] = x0;
+    vec[1] = y0;
   }
   float dot(const nrVec2f& v) const { return vec[0] * v[0] + vec[1] * v[1]; }
   void add(const nrVec2f& a, const nrVec2f& b) { set(a[0] + b[0], a[1] + b[1]); }

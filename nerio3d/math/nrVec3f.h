@@ -8,18 +8,24 @@ class nrMatrix4f;
 
 class nrVec3f {
  public:
-  float vec[3];
+  // The components by index or by name: vec[0] and x are the same float.
+  union {
+    float vec[3];
+    __extension__ struct {
+      float x, y, z;
+    };
+  };
 
   nrVec3f() = default;
-  nrVec3f(float x, float y, float z) : vec{x, y, z} {}
+  nrVec3f(float x0, float y0, float z0) : vec{x0, y0, z0} {}
 
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
 
-  void set(float x, float y, float z) {
-    vec[0] = x;
-    vec[1] = y;
-    vec[2] = z;
+  void set(float x0, float y0, float z0) {
+    vec[0] = x0;
+    vec[1] = y0;
+    vec[2] = z0;
   }
   float dot(const nrVec3f& v) const { return vec[0] * v[0] + vec[1] * v[1] + vec[2] * v[2]; }
   void add(const nrVec3f& a, const nrVec3f& b) { set(a[0] + b[0], a[1] + b[1], a[2] + b[2]); }

@@ -6,19 +6,25 @@ class nrMatrix4f;
 
 class nrVec4f {
  public:
-  float vec[4];
+  // The components by index or by name: vec[0] and x are the same float.
+  union {
+    float vec[4];
+    __extension__ struct {
+      float x, y, z, w;
+    };
+  };
 
   nrVec4f() = default;
-  nrVec4f(float x, float y, float z, float w) : vec{x, y, z, w} {}
+  nrVec4f(float x0, float y0, float z0, float w0) : vec{x0, y0, z0, w0} {}
 
   float& operator[](int i) { return vec[i]; }
   const float& operator[](int i) const { return vec[i]; }
 
-  void set(float x, float y, float z, float w) {
-    vec[0] = x;
-    vec[1] = y;
-    vec[2] = z;
-    vec[3] = w;
+  void set(float x0, float y0, float z0, float w0) {
+    vec[0] = x0;
+    vec[1] = y0;
+    vec[2] = z0;
+    vec[3] = w0;
   }
   float dot(const nrVec4f& v) const {
     return vec[0] * v[0] + vec[1] * v[1] + vec[2] * v[2] + vec[3] * v[3];

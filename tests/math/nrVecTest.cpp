@@ -37,6 +37,12 @@ TEST(nrVec, NormalizeToleranceAndAliasedCross) {
   nrVec3f a(2, 0, 0);
   a.cross(a, nrVec3f(0, 0, 3));  // aliasing: the result uses the old a
   EXPECT_EQ(a, nrVec3f(0, -6, 0));
+
+  // Components by name are the ones by index.
+  a.z = 7;
+  const nrVec4f c(1, 2, 3, 4);
+  EXPECT_EQ(a, nrVec3f(0, -6, 7));
+  EXPECT_EQ(nrVec2f(5, 6).y + c.w + a.y, 4.0f);
 }
 
 TEST(nrVec, TransformsByRowVectorConvention) {
