@@ -149,6 +149,12 @@ void nrIndexedFaceSet::convert() {
 
 nrIndexSet* nrIndexedFaceSet::useNormalIndexSet(int count) {
   pending &= ~NORMAL_PENDING;
+  // Indices given to another holder stay as they are, matching the normals
+  // it holds: this set fills new ones.
+  if (ownNormalIndexSet && ownNormalIndexSet->getParentCount() > (normalIndexSet == ownNormalIndexSet ? 1 : 0)) {
+    ownNormalIndexSet->unref();
+    ownNormalIndexSet = nullptr;
+  }
   if (!ownNormalIndexSet) {
     ownNormalIndexSet = new nrIndexSet;
     ownNormalIndexSet->ref();

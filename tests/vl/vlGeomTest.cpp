@@ -89,6 +89,18 @@ TEST(vlGeom, CubeCornersSplitAtRightAnglesUnlessTheCreaseIsWider) {
         EXPECT_TRUE(near(nrVec3f(std::fabs(n[0]), std::fabs(n[1]), std::fabs(n[2])), nrVec3f(third, third, third)));
       EXPECT_TRUE(near(corners[0], nrVec3f(-third, -third, -third)));
     }
+    // Normals and indices handed to another set stay its own when these are made again.
+    FaceSet other = cube();
+    other.set->setNormalSet(s.set->getNormalSet());
+    nrIndexSet* handed = s.set->getNormalIndexSet();
+    other.set->setNormalIndexSet(handed);
+    const nrIntArray& kept = handed->getArray();
+    std::vector<int> indices(kept.getArray(), kept.getArray() + kept.getCount());
+    vlGeom::computeNorms(s.set, 3.1f - crease);
+    EXPECT_NE(s.set->getNormalIndexSet(), handed);
+    EXPECT_EQ(std::vector<int>(kept.getArray(), kept.getArray() + kept.getCount()), indices) << crease;
+    EXPECT_EQ(other.cornerNormals(), corners) << crease;
+    EXPECT_NE(s.cornerNormals(), corners) << crease;
   }
 }
 
