@@ -240,13 +240,13 @@ nrGeoSet::~nrGeoSet() {
 // ---- fields ----
 
 void nrGeoSet::setCoordSet(nrCoordSet* set) { setRef(coordSet, set, COORD_SET_FIELD); }
-nrCoordSet* nrGeoSet::getCoordSet() { return static_cast<nrCoordSet*>(valid(coordSet, COORD_SET_FIELD)); }
+nrCoordSet* nrGeoSet::getCoordSet() const { return static_cast<nrCoordSet*>(valid(coordSet, COORD_SET_FIELD)); }
 void nrGeoSet::setNormalSet(nrNormalSet* set) { setRef(normalSet, set, NORMAL_SET_FIELD); }
-nrNormalSet* nrGeoSet::getNormalSet() { return static_cast<nrNormalSet*>(valid(normalSet, NORMAL_SET_FIELD)); }
+nrNormalSet* nrGeoSet::getNormalSet() const { return static_cast<nrNormalSet*>(valid(normalSet, NORMAL_SET_FIELD)); }
 void nrGeoSet::setColorSet(nrColorSet* set) { setRef(colorSet, set, COLOR_SET_FIELD); }
-nrColorSet* nrGeoSet::getColorSet() { return static_cast<nrColorSet*>(valid(colorSet, COLOR_SET_FIELD)); }
+nrColorSet* nrGeoSet::getColorSet() const { return static_cast<nrColorSet*>(valid(colorSet, COLOR_SET_FIELD)); }
 void nrGeoSet::setTexCoordSet(nrTexCoordSet* set) { setRef(texCoordSet, set, TEX_COORD_SET_FIELD); }
-nrTexCoordSet* nrGeoSet::getTexCoordSet() {
+nrTexCoordSet* nrGeoSet::getTexCoordSet() const {
   return static_cast<nrTexCoordSet*>(valid(texCoordSet, TEX_COORD_SET_FIELD));
 }
 
@@ -256,7 +256,7 @@ void nrGeoSet::setRef(nrContainer*& member, nrContainer* value, short index) {
   fieldChanged(index);
 }
 
-nrIndexSet* nrGeoSet::indexSet(nrContainer*& member, short index) {
+nrIndexSet* nrGeoSet::indexSet(nrContainer* const& member, short index) const {
   return static_cast<nrIndexSet*>(valid(member, index));
 }
 

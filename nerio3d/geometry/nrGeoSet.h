@@ -67,32 +67,32 @@ class nrGeoSet : public nrGeometry {
   ~nrGeoSet() override;
 
   void setPrimCount(int count) { setValue(primCount, count, PRIM_COUNT_FIELD); }
-  int getPrimCount() { return valid(primCount, PRIM_COUNT_FIELD); }
+  int getPrimCount() const { return valid(primCount, PRIM_COUNT_FIELD); }
   void setNormalBind(NormalBindEnum bind) { setValue(normalBind, int(bind), NORMAL_BIND_FIELD); }
-  NormalBindEnum getNormalBind() { return NormalBindEnum(valid(normalBind, NORMAL_BIND_FIELD)); }
+  NormalBindEnum getNormalBind() const { return NormalBindEnum(valid(normalBind, NORMAL_BIND_FIELD)); }
   void setColorBind(ColorBindEnum bind) { setValue(colorBind, int(bind), COLOR_BIND_FIELD); }
-  ColorBindEnum getColorBind() { return ColorBindEnum(valid(colorBind, COLOR_BIND_FIELD)); }
+  ColorBindEnum getColorBind() const { return ColorBindEnum(valid(colorBind, COLOR_BIND_FIELD)); }
   void setTexCoordBind(TexCoordBindEnum bind) { setValue(texCoordBind, int(bind), TEX_COORD_BIND_FIELD); }
-  TexCoordBindEnum getTexCoordBind() { return TexCoordBindEnum(valid(texCoordBind, TEX_COORD_BIND_FIELD)); }
+  TexCoordBindEnum getTexCoordBind() const { return TexCoordBindEnum(valid(texCoordBind, TEX_COORD_BIND_FIELD)); }
   void setCoordSet(nrCoordSet* set);
-  nrCoordSet* getCoordSet();
+  nrCoordSet* getCoordSet() const;
   void setNormalSet(nrNormalSet* set);
-  nrNormalSet* getNormalSet();
+  nrNormalSet* getNormalSet() const;
   void setColorSet(nrColorSet* set);
-  nrColorSet* getColorSet();
+  nrColorSet* getColorSet() const;
   void setTexCoordSet(nrTexCoordSet* set);
-  nrTexCoordSet* getTexCoordSet();
+  nrTexCoordSet* getTexCoordSet() const;
   void setCoordIndexSet(nrIndexSet* set) { setRef(coordIndexSet, set, COORD_INDEX_SET_FIELD); }
-  nrIndexSet* getCoordIndexSet() { return indexSet(coordIndexSet, COORD_INDEX_SET_FIELD); }
+  nrIndexSet* getCoordIndexSet() const { return indexSet(coordIndexSet, COORD_INDEX_SET_FIELD); }
   void setNormalIndexSet(nrIndexSet* set) { setRef(normalIndexSet, set, NORMAL_INDEX_SET_FIELD); }
-  nrIndexSet* getNormalIndexSet() { return indexSet(normalIndexSet, NORMAL_INDEX_SET_FIELD); }
+  nrIndexSet* getNormalIndexSet() const { return indexSet(normalIndexSet, NORMAL_INDEX_SET_FIELD); }
   void setColorIndexSet(nrIndexSet* set) { setRef(colorIndexSet, set, COLOR_INDEX_SET_FIELD); }
-  nrIndexSet* getColorIndexSet() { return indexSet(colorIndexSet, COLOR_INDEX_SET_FIELD); }
+  nrIndexSet* getColorIndexSet() const { return indexSet(colorIndexSet, COLOR_INDEX_SET_FIELD); }
   void setTexCoordIndexSet(nrIndexSet* set) { setRef(texCoordIndexSet, set, TEX_COORD_INDEX_SET_FIELD); }
-  nrIndexSet* getTexCoordIndexSet() { return indexSet(texCoordIndexSet, TEX_COORD_INDEX_SET_FIELD); }
+  nrIndexSet* getTexCoordIndexSet() const { return indexSet(texCoordIndexSet, TEX_COORD_INDEX_SET_FIELD); }
   // Once written (even to the value in force) the set's cull face replaces the context's.
   void setCullFace(nrContext::CullFaceEnum face) { setValue(cullFace, int(face), CULL_FACE_FIELD); }
-  nrContext::CullFaceEnum getCullFace() { return nrContext::CullFaceEnum(valid(cullFace, CULL_FACE_FIELD)); }
+  nrContext::CullFaceEnum getCullFace() const { return nrContext::CullFaceEnum(valid(cullFace, CULL_FACE_FIELD)); }
 
   // The bindings in force: a field's binding while its attribute set is present, else none.
   NormalBindEnum getNormalBinding() const { return NormalBindEnum(normalBinding); }
@@ -257,7 +257,7 @@ class nrGeoSet : public nrGeometry {
   nrVec3f getCoord(int v);
 
   void setRef(nrContainer*& member, nrContainer* value, short index);
-  nrIndexSet* indexSet(nrContainer*& member, short index);
+  nrIndexSet* indexSet(nrContainer* const& member, short index) const;
 
   int primCount;
   int normalBind;

@@ -32,21 +32,17 @@ void nrGeometry::setBoxBound(const nrBoxBound& box) {
   fieldChanged(BOX_BOUND_FIELD);
 }
 
-void nrGeometry::getBoxBound(nrBoxBound& box) { box = getBoxBound(); }
+void nrGeometry::getBoxBound(nrBoxBound& box) const { box = getBoxBound(); }
 
-const nrBoxBound& nrGeometry::getBoxBound() {
-  validateField(BOX_BOUND_FIELD);
-  return boxBound;
-}
+const nrBoxBound& nrGeometry::getBoxBound() const { return getFieldValue(boxBound, BOX_BOUND_FIELD); }
 
 void nrGeometry::setBoundMode(BoundModeEnum mode) {
   boundMode = mode;
   fieldChanged(BOUND_MODE_FIELD);
 }
 
-nrGeometry::BoundModeEnum nrGeometry::getBoundMode() {
-  validateField(BOUND_MODE_FIELD);
-  return static_cast<BoundModeEnum>(boundMode);
+nrGeometry::BoundModeEnum nrGeometry::getBoundMode() const {
+  return static_cast<BoundModeEnum>(getFieldValue(boundMode, BOUND_MODE_FIELD));
 }
 
 void nrGeometry::fieldChanged(short index) {

@@ -47,10 +47,10 @@ class nrGeometry : public nrContainer {
 
   void setBoxBound(const nrBoxBound& box);
   // The box, recomputed first when the contents changed in DYNAMIC mode.
-  void getBoxBound(nrBoxBound& box);
-  const nrBoxBound& getBoxBound();
+  void getBoxBound(nrBoxBound& box) const;
+  const nrBoxBound& getBoxBound() const;
   void setBoundMode(BoundModeEnum mode);
-  BoundModeEnum getBoundMode();
+  BoundModeEnum getBoundMode() const;
   void fieldChanged(short index) override;
   // A box copied from geometry of another kind does not fit these contents:
   // in DYNAMIC mode it is recomputed.
@@ -82,9 +82,8 @@ class nrGeometry : public nrContainer {
     fieldChanged(index);
   }
   template <typename T>
-  const T& valid(T& member, short index) {
-    validateField(index);
-    return member;
+  const T& valid(const T& member, short index) const {
+    return getFieldValue(member, index);
   }
   // The nearest surface point a solid's exact pick found: the distance along
   // the segment, the part of the solid (its primitive) and the normal there.

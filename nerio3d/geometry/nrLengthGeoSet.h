@@ -26,10 +26,7 @@ class nrLengthGeoSet : public nrGeoSet {
     fieldChanged(LENGTHS_FIELD);
   }
   void setLengths(int count, const int* values) { setList(lengths, count, values, LENGTHS_FIELD); }
-  const nrIntArray& getLengths() {
-    validateField(LENGTHS_FIELD);
-    return lengths;
-  }
+  const nrIntArray& getLengths() const { return getFieldValue(lengths, LENGTHS_FIELD); }
   void fieldChanged(short index) override {
     if (index == LENGTHS_FIELD) boundChanged();
     nrGeoSet::fieldChanged(index);

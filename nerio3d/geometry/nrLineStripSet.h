@@ -14,11 +14,11 @@ class nrLineStripSet : public nrLengthGeoSet {
   ~nrLineStripSet() override;
 
   void setWidth(float w) { setValue(width, w, WIDTH_FIELD); }
-  float getWidth() { return valid(width, WIDTH_FIELD); }
+  float getWidth() const { return valid(width, WIDTH_FIELD); }
 
   void setStripLength(int count, const int* values) { setLengths(count, values); }
   void setStripLength(const nrIntArray& values) { setLengths(values); }
-  const nrIntArray& getStripLength() { return getLengths(); }
+  const nrIntArray& getStripLength() const { return getLengths(); }
 
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;
   void fieldChanged(short index) override;

@@ -15,7 +15,7 @@ class nrPolySet : public nrLengthGeoSet {
 
   void setPolyLength(int count, const int* values) { setLengths(count, values); }
   void setPolyLength(const nrIntArray& values) { setLengths(values); }
-  const nrIntArray& getPolyLength() { return getLengths(); }
+  const nrIntArray& getPolyLength() const { return getLengths(); }
 
   // Picked as a fan around its first vertex.
   bool getPrimTri(int firstVertex, int count, int t, int v[3]) override { return fanTri(firstVertex, count, t, v); }

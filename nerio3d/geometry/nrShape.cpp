@@ -25,9 +25,8 @@ void nrShape::setAppearance(nrAppearance* app) {
   fieldChanged(APPEARANCE_FIELD);
 }
 
-nrAppearance* nrShape::getAppearance() {
-  validateField(APPEARANCE_FIELD);
-  return static_cast<nrAppearance*>(appearance);
+nrAppearance* nrShape::getAppearance() const {
+  return static_cast<nrAppearance*>(getFieldValue(appearance, APPEARANCE_FIELD));
 }
 
 void nrShape::setGeometryCount(int n) {
@@ -72,15 +71,12 @@ int nrShape::findGeometry(nrGeometry* g) {
   return static_cast<int>(geometry.find(g));
 }
 
-int nrShape::getGeometryCount() {
-  validateField(GEOMETRY_FIELD);
-  return static_cast<int>(geometry.getCount());
-}
+int nrShape::getGeometryCount() const { return static_cast<int>(getFieldValue(geometry, GEOMETRY_FIELD).getCount()); }
 
-nrGeometry* nrShape::getGeometry(int index) {
-  validateField(GEOMETRY_FIELD);
-  if (index < 0 || static_cast<unsigned>(index) >= geometry.getCount()) return nullptr;
-  return static_cast<nrGeometry*>(geometry[unsigned(index)]);
+nrGeometry* nrShape::getGeometry(int index) const {
+  const nrRefArray& list = getFieldValue(geometry, GEOMETRY_FIELD);
+  if (index < 0 || static_cast<unsigned>(index) >= list.getCount()) return nullptr;
+  return static_cast<nrGeometry*>(list[unsigned(index)]);
 }
 
 void nrShape::appendPath(nrPtrArray* path) { paths.append(path); }

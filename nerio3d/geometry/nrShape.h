@@ -18,7 +18,7 @@ class nrShape : public nrNode {
   ~nrShape() override;
 
   void setAppearance(nrAppearance* app);
-  nrAppearance* getAppearance();
+  nrAppearance* getAppearance() const;
 
   // Every editing call reports a change of the geometry list, even one that
   // changes nothing (an index out of range is ignored).
@@ -32,9 +32,9 @@ class nrShape : public nrNode {
   int replaceGeometry(nrGeometry* oldGeometry, nrGeometry* newGeometry);
   // Index of the first occurrence, -1 when absent.
   int findGeometry(nrGeometry* geometry);
-  int getGeometryCount();
+  int getGeometryCount() const;
   // Null for an index out of range.
-  nrGeometry* getGeometry(int index);
+  nrGeometry* getGeometry(int index) const;
 
   // Paths kept with the shape for the application; the shape does not own them.
   void appendPath(nrPtrArray* path);

@@ -15,7 +15,7 @@ class nrTriFanSet : public nrLengthGeoSet {
 
   void setFanLength(int count, const int* values) { setLengths(count, values); }
   void setFanLength(const nrIntArray& values) { setLengths(values); }
-  const nrIntArray& getFanLength() { return getLengths(); }
+  const nrIntArray& getFanLength() const { return getLengths(); }
 
   void draw(nrDrawAction* action) override { drawCompiled(action); }
   void compile(nrCompileAction* action) override { compileList(action); }

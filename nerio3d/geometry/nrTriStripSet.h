@@ -18,7 +18,7 @@ class nrTriStripSet : public nrLengthGeoSet {
 
   void setStripLength(int count, const int* values) { setLengths(count, values); }
   void setStripLength(const nrIntArray& values) { setLengths(values); }
-  const nrIntArray& getStripLength() { return getLengths(); }
+  const nrIntArray& getStripLength() const { return getLengths(); }
 
   void draw(nrDrawAction* action) override { drawCompiled(action); }
   void compile(nrCompileAction* action) override { compileList(action); }

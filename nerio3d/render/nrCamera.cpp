@@ -32,28 +32,29 @@ nrCamera::nrCamera(nrType* type) : nrContainer(type) {
   viewMatrix.makeIdent();
 }
 
-void nrCamera::getPosition(float* x, float* y, float* z) {
-  validateField(POSITION_FIELD);
-  *x = position[0];
-  *y = position[1];
-  *z = position[2];
+void nrCamera::getPosition(float* x, float* y, float* z) const {
+  const nrVec3f& p = getPosition();
+  *x = p[0];
+  *y = p[1];
+  *z = p[2];
 }
 
-void nrCamera::getOrientation(float* x, float* y, float* z, float* angle) {
-  validateField(ORIENTATION_FIELD);
-  *x = orientation.axis[0];
-  *y = orientation.axis[1];
-  *z = orientation.axis[2];
-  *angle = orientation.angle;
+void nrCamera::getOrientation(float* x, float* y, float* z, float* angle) const {
+  const nrRotation& r = getOrientation();
+  *x = r.axis[0];
+  *y = r.axis[1];
+  *z = r.axis[2];
+  *angle = r.angle;
 }
 
-const nrMatrix4f& nrCamera::getViewMatrix() {
-  cleanPendingFields();
+// Bringing the fields up to date does not change what the camera stands for.
+const nrMatrix4f& nrCamera::getViewMatrix() const {
+  const_cast<nrCamera*>(this)->cleanPendingFields();
   return viewMatrix;
 }
 
-const nrFrustum& nrCamera::getFrustum() {
-  cleanPendingFields();
+const nrFrustum& nrCamera::getFrustum() const {
+  const_cast<nrCamera*>(this)->cleanPendingFields();
   return frustum;
 }
 

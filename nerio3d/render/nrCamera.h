@@ -23,23 +23,23 @@ class nrCamera : public nrContainer {
   explicit nrCamera(nrType* type);
 
   void setPosition(float x, float y, float z) { setFieldValue(position, nrVec3f(x, y, z), POSITION_FIELD); }
-  void getPosition(float* x, float* y, float* z);
+  void getPosition(float* x, float* y, float* z) const;
   // Turns the camera, which looks down its own -z axis, by angle about (x, y, z).
   void setOrientation(float x, float y, float z, float angle) {
     setFieldValue(orientation, nrRotation(x, y, z, angle), ORIENTATION_FIELD);
   }
-  void getOrientation(float* x, float* y, float* z, float* angle);
-  const nrVec3f& getPosition() { return getFieldValue(position, POSITION_FIELD); }
-  const nrRotation& getOrientation() { return getFieldValue(orientation, ORIENTATION_FIELD); }
-  void getPosition(nrVec3f& v) { v = getPosition(); }
-  void getOrientation(nrRotation& r) { r = getOrientation(); }
+  void getOrientation(float* x, float* y, float* z, float* angle) const;
+  const nrVec3f& getPosition() const { return getFieldValue(position, POSITION_FIELD); }
+  const nrRotation& getOrientation() const { return getFieldValue(orientation, ORIENTATION_FIELD); }
+  void getPosition(nrVec3f& v) const { v = getPosition(); }
+  void getOrientation(nrRotation& r) const { r = getOrientation(); }
 
   // World to eye coordinates: the inverse of the camera's placement.
-  const nrMatrix4f& getViewMatrix();
-  void getViewMatrix(nrMatrix4f& m) { m = getViewMatrix(); }
+  const nrMatrix4f& getViewMatrix() const;
+  void getViewMatrix(nrMatrix4f& m) const { m = getViewMatrix(); }
   // The projection in eye coordinates.
-  const nrFrustum& getFrustum();
-  void getFrustum(nrFrustum& f) { f = getFrustum(); }
+  const nrFrustum& getFrustum() const;
+  void getFrustum(nrFrustum& f) const { f = getFrustum(); }
 
   // Loads the projection and the viewing matrix into OpenGL, after making the
   // action's context current.

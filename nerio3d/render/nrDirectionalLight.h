@@ -13,9 +13,9 @@ class nrDirectionalLight : public nrLight {
 
   void setDirection(float x, float y, float z) { setDirection(nrVec3f(x, y, z)); }
   void setDirection(const nrVec3f& value) { setFieldValue(direction, value, DIRECTION_FIELD); }
-  const nrVec3f& getDirection() { return getFieldValue(direction, DIRECTION_FIELD); }
-  void getDirection(nrVec3f& value) { value = getDirection(); }
-  void getDirection(float* x, float* y, float* z) { split(getDirection(), x, y, z); }
+  const nrVec3f& getDirection() const { return getFieldValue(direction, DIRECTION_FIELD); }
+  void getDirection(nrVec3f& value) const { value = getDirection(); }
+  void getDirection(float* x, float* y, float* z) const { split(getDirection(), x, y, z); }
 
  protected:
   void define(int slot) override;

@@ -27,14 +27,14 @@ void nrEnvironment::addLight(nrLight* value) {
 
 bool nrEnvironment::removeLight(nrLight* value) { return static_cast<nrMFRef*>(getField(LIGHT_FIELD))->remove(value); }
 
-nrLight* nrEnvironment::getLight(int i) {
+nrLight* nrEnvironment::getLight(int i) const {
   if (i < 0 || i >= getNumLights()) return nullptr;
   return static_cast<nrLight*>(light[static_cast<unsigned>(i)]);
 }
 
 void nrEnvironment::setFog(nrFog* value) { static_cast<nrSFRef*>(getField(FOG_FIELD))->set(value); }
 
-nrFog* nrEnvironment::getFog() { return static_cast<nrFog*>(getFieldValue(fog, FOG_FIELD)); }
+nrFog* nrEnvironment::getFog() const { return static_cast<nrFog*>(getFieldValue(fog, FOG_FIELD)); }
 
 void nrEnvironment::fieldChanged(short index) {
   if (index == FOG_FIELD && fog && !fog->isOfType(nrFog::getClassType())) {

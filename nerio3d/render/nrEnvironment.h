@@ -18,11 +18,11 @@ class nrEnvironment : public nrGroup {
   void addLight(nrLight* light);
   // Removes the first occurrence; false when light is not one of the lights.
   bool removeLight(nrLight* light);
-  int getNumLights() { return static_cast<int>(getFieldValue(light, LIGHT_FIELD).getCount()); }
+  int getNumLights() const { return static_cast<int>(getFieldValue(light, LIGHT_FIELD).getCount()); }
   // Null for an index out of range.
-  nrLight* getLight(int i);
+  nrLight* getLight(int i) const;
   void setFog(nrFog* fog);
-  nrFog* getFog();
+  nrFog* getFog() const;
 
   // Pushes the context's lights and fog, places this environment's lights and
   // fog, draws the children and pops both again.

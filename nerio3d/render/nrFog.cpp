@@ -18,7 +18,7 @@ NR_DEFINE_TYPE(nrFog, nrNode, "Fog") {
   nrSFVec4f::addTypeField(type, "color", COLOR_FIELD, nrVec4f(0, 0, 0, 0), &nrFog::color);
 }
 
-void nrFog::getColor(float* r, float* g, float* b, float* a) {
+void nrFog::getColor(float* r, float* g, float* b, float* a) const {
   const nrVec4f& c = getColor();
   *r = c[0];
   *g = c[1];

@@ -16,23 +16,23 @@ class nrFog : public nrNode {
   explicit nrFog(nrType* typeOfClass) : nrNode(typeOfClass) { initFieldDefaults(classType); }
 
   void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
-  unsigned char getOn() { return getFieldValue(on, ON_FIELD); }
+  unsigned char getOn() const { return getFieldValue(on, ON_FIELD); }
   void setMode(FogModeEnum value) { setFieldValue(mode, static_cast<int>(value), MODE_FIELD); }
-  FogModeEnum getMode() { return static_cast<FogModeEnum>(getFieldValue(mode, MODE_FIELD)); }
+  FogModeEnum getMode() const { return static_cast<FogModeEnum>(getFieldValue(mode, MODE_FIELD)); }
   void setDensity(float value) { setFieldValue(density, value, DENSITY_FIELD); }
-  float getDensity() { return getFieldValue(density, DENSITY_FIELD); }
+  float getDensity() const { return getFieldValue(density, DENSITY_FIELD); }
   void setStart(float value) { setFieldValue(start, value, START_FIELD); }
-  float getStart() { return getFieldValue(start, START_FIELD); }
+  float getStart() const { return getFieldValue(start, START_FIELD); }
   void setEnd(float value) { setFieldValue(end, value, END_FIELD); }
-  float getEnd() { return getFieldValue(end, END_FIELD); }
+  float getEnd() const { return getFieldValue(end, END_FIELD); }
   // The fog colour index in colour-index mode.
   void setIndex(float value) { setFieldValue(index, value, INDEX_FIELD); }
-  float getIndex() { return getFieldValue(index, INDEX_FIELD); }
+  float getIndex() const { return getFieldValue(index, INDEX_FIELD); }
   void setColor(float r, float g, float b, float a) { setColor(nrVec4f(r, g, b, a)); }
   void setColor(const nrVec4f& value) { setFieldValue(color, value, COLOR_FIELD); }
-  const nrVec4f& getColor() { return getFieldValue(color, COLOR_FIELD); }
-  void getColor(nrVec4f& value) { value = getColor(); }
-  void getColor(float* r, float* g, float* b, float* a);
+  const nrVec4f& getColor() const { return getFieldValue(color, COLOR_FIELD); }
+  void getColor(nrVec4f& value) const { value = getColor(); }
+  void getColor(float* r, float* g, float* b, float* a) const;
 
   // A fog met outside an environment becomes the current fog.
   nrTravDirective drawVisit(nrDrawAction* action) override;

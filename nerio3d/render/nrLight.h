@@ -16,16 +16,16 @@ class nrLight : public nrNode {
 
   // A light that is off keeps its slot with the OpenGL light disabled.
   void setOn(unsigned char value) { setFieldValue(on, value, ON_FIELD); }
-  unsigned char getOn() { return getFieldValue(on, ON_FIELD); }
+  unsigned char getOn() const { return getFieldValue(on, ON_FIELD); }
   void setIntensity(float value) { setFieldValue(intensity, value, INTENSITY_FIELD); }
-  float getIntensity() { return getFieldValue(intensity, INTENSITY_FIELD); }
+  float getIntensity() const { return getFieldValue(intensity, INTENSITY_FIELD); }
   void setAmbientIntensity(float value) { setFieldValue(ambientIntensity, value, AMBIENT_INTENSITY_FIELD); }
-  float getAmbientIntensity() { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY_FIELD); }
+  float getAmbientIntensity() const { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY_FIELD); }
   void setColor(float r, float g, float b) { setColor(nrVec3f(r, g, b)); }
   void setColor(const nrVec3f& value) { setFieldValue(color, value, COLOR_FIELD); }
-  const nrVec3f& getColor() { return getFieldValue(color, COLOR_FIELD); }
-  void getColor(nrVec3f& value) { value = getColor(); }
-  void getColor(float* r, float* g, float* b) { split(getColor(), r, g, b); }
+  const nrVec3f& getColor() const { return getFieldValue(color, COLOR_FIELD); }
+  void getColor(nrVec3f& value) const { value = getColor(); }
+  void getColor(float* r, float* g, float* b) const { split(getColor(), r, g, b); }
 
   // A light met outside an environment is placed in the light slots of the
   // current context level.

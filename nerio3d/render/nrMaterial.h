@@ -38,37 +38,37 @@ class nrMaterial : public nrContainer {
   // best turns the diffuse colour into it.
   // Getters bring a value arriving through a connection up to date first.
   void setAmbientIntensity(float intensity) { setFieldValue(ambientIntensity, intensity, AMBIENT_INTENSITY); }
-  float getAmbientIntensity() { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY); }
+  float getAmbientIntensity() const { return getFieldValue(ambientIntensity, AMBIENT_INTENSITY); }
   void setAmbientColor(float r, float g, float b) { setAmbientColor(nrVec3f(r, g, b)); }
   void setAmbientColor(const nrVec3f& color) { setFieldValue(ambientColor, color, AMBIENT_COLOR); }
-  const nrVec3f& getAmbientColor() { return getFieldValue(ambientColor, AMBIENT_COLOR); }
-  void getAmbientColor(nrVec3f& color) { color = getAmbientColor(); }
-  void getAmbientColor(float* r, float* g, float* b) { split(getAmbientColor(), r, g, b); }
+  const nrVec3f& getAmbientColor() const { return getFieldValue(ambientColor, AMBIENT_COLOR); }
+  void getAmbientColor(nrVec3f& color) const { color = getAmbientColor(); }
+  void getAmbientColor(float* r, float* g, float* b) const { split(getAmbientColor(), r, g, b); }
   void setDiffuseColor(float r, float g, float b) { setDiffuseColor(nrVec3f(r, g, b)); }
   void setDiffuseColor(const nrVec3f& color) { setFieldValue(diffuseColor, color, DIFFUSE_COLOR); }
-  const nrVec3f& getDiffuseColor() { return getFieldValue(diffuseColor, DIFFUSE_COLOR); }
-  void getDiffuseColor(nrVec3f& color) { color = getDiffuseColor(); }
-  void getDiffuseColor(float* r, float* g, float* b) { split(getDiffuseColor(), r, g, b); }
+  const nrVec3f& getDiffuseColor() const { return getFieldValue(diffuseColor, DIFFUSE_COLOR); }
+  void getDiffuseColor(nrVec3f& color) const { color = getDiffuseColor(); }
+  void getDiffuseColor(float* r, float* g, float* b) const { split(getDiffuseColor(), r, g, b); }
   void setSpecularColor(float r, float g, float b) { setSpecularColor(nrVec3f(r, g, b)); }
   void setSpecularColor(const nrVec3f& color) { setFieldValue(specularColor, color, SPECULAR_COLOR); }
-  const nrVec3f& getSpecularColor() { return getFieldValue(specularColor, SPECULAR_COLOR); }
-  void getSpecularColor(nrVec3f& color) { color = getSpecularColor(); }
-  void getSpecularColor(float* r, float* g, float* b) { split(getSpecularColor(), r, g, b); }
+  const nrVec3f& getSpecularColor() const { return getFieldValue(specularColor, SPECULAR_COLOR); }
+  void getSpecularColor(nrVec3f& color) const { color = getSpecularColor(); }
+  void getSpecularColor(float* r, float* g, float* b) const { split(getSpecularColor(), r, g, b); }
   void setEmissiveColor(float r, float g, float b) { setEmissiveColor(nrVec3f(r, g, b)); }
   void setEmissiveColor(const nrVec3f& color) { setFieldValue(emissiveColor, color, EMISSIVE_COLOR); }
-  const nrVec3f& getEmissiveColor() { return getFieldValue(emissiveColor, EMISSIVE_COLOR); }
-  void getEmissiveColor(nrVec3f& color) { color = getEmissiveColor(); }
-  void getEmissiveColor(float* r, float* g, float* b) { split(getEmissiveColor(), r, g, b); }
+  const nrVec3f& getEmissiveColor() const { return getFieldValue(emissiveColor, EMISSIVE_COLOR); }
+  void getEmissiveColor(nrVec3f& color) const { color = getEmissiveColor(); }
+  void getEmissiveColor(float* r, float* g, float* b) const { split(getEmissiveColor(), r, g, b); }
   void setAmbientIndex(short index) { setFieldValue(ambientIndex, index, AMBIENT_INDEX); }
-  short getAmbientIndex() { return getFieldValue(ambientIndex, AMBIENT_INDEX); }
+  short getAmbientIndex() const { return getFieldValue(ambientIndex, AMBIENT_INDEX); }
   void setDiffuseIndex(short index) { setFieldValue(diffuseIndex, index, DIFFUSE_INDEX); }
-  short getDiffuseIndex() { return getFieldValue(diffuseIndex, DIFFUSE_INDEX); }
+  short getDiffuseIndex() const { return getFieldValue(diffuseIndex, DIFFUSE_INDEX); }
   void setSpecularIndex(short index) { setFieldValue(specularIndex, index, SPECULAR_INDEX); }
-  short getSpecularIndex() { return getFieldValue(specularIndex, SPECULAR_INDEX); }
+  short getSpecularIndex() const { return getFieldValue(specularIndex, SPECULAR_INDEX); }
   void setShininess(float amount) { setFieldValue(shininess, amount, SHININESS); }
-  float getShininess() { return getFieldValue(shininess, SHININESS); }
+  float getShininess() const { return getFieldValue(shininess, SHININESS); }
   void setTransparency(float amount) { setFieldValue(transparency, amount, TRANSPARENCY); }
-  float getTransparency() { return getFieldValue(transparency, TRANSPARENCY); }
+  float getTransparency() const { return getFieldValue(transparency, TRANSPARENCY); }
 
   // Without the ambient colour, which the intensity and the diffuse colour
   // give again when the text is read (in any order of the fields).

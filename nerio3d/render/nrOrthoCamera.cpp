@@ -22,10 +22,10 @@ void nrOrthoCamera::makeRect() {
   frustum.makeOrtho(center[0] - width / 2, center[0] + width / 2, center[1] - height / 2, center[1] + height / 2);
 }
 
-void nrOrthoCamera::getCenter(float* x, float* y) {
-  validateField(CENTER_FIELD);
-  *x = center[0];
-  *y = center[1];
+void nrOrthoCamera::getCenter(float* x, float* y) const {
+  const nrVec2f& c = getFieldValue(center, CENTER_FIELD);
+  *x = c[0];
+  *y = c[1];
 }
 
 void nrOrthoCamera::fieldChanged(short index) {

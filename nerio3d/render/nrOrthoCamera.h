@@ -22,21 +22,21 @@ class nrOrthoCamera : public nrCamera {
   explicit nrOrthoCamera(nrType* type);
 
   void setWidth(float w) { setFieldValue(width, w, WIDTH_FIELD); }
-  float getWidth() { return getFieldValue(width, WIDTH_FIELD); }
+  float getWidth() const { return getFieldValue(width, WIDTH_FIELD); }
   void setHeight(float h) { setFieldValue(height, h, HEIGHT_FIELD); }
-  float getHeight() { return getFieldValue(height, HEIGHT_FIELD); }
+  float getHeight() const { return getFieldValue(height, HEIGHT_FIELD); }
   void setCenter(float x, float y) { setFieldValue(center, nrVec2f(x, y), CENTER_FIELD); }
-  void getCenter(float* x, float* y);
-  const nrVec2f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(float* x, float* y) const;
+  const nrVec2f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
   void setNearClip(float d) { setFieldValue(nearClip, d, NEAR_CLIP_FIELD); }
-  float getNearClip() { return getFieldValue(nearClip, NEAR_CLIP_FIELD); }
+  float getNearClip() const { return getFieldValue(nearClip, NEAR_CLIP_FIELD); }
   void setFarClip(float d) { setFieldValue(farClip, d, FAR_CLIP_FIELD); }
-  float getFarClip() { return getFieldValue(farClip, FAR_CLIP_FIELD); }
+  float getFarClip() const { return getFieldValue(farClip, FAR_CLIP_FIELD); }
   // A value of nrFrustum::AspectModeEnum.
   void setAspectMode(int mode) { setFieldValue(aspectMode, mode, ASPECT_MODE_FIELD); }
-  int getAspectMode() { return getFieldValue(aspectMode, ASPECT_MODE_FIELD); }
+  int getAspectMode() const { return getFieldValue(aspectMode, ASPECT_MODE_FIELD); }
   void setAspectRatio(float ratio) { setFieldValue(aspectRatio, ratio, ASPECT_RATIO_FIELD); }
-  float getAspectRatio() { return getFieldValue(aspectRatio, ASPECT_RATIO_FIELD); }
+  float getAspectRatio() const { return getFieldValue(aspectRatio, ASPECT_RATIO_FIELD); }
   void fieldChanged(short index) override;
 
  protected:

@@ -13,19 +13,19 @@ class nrPointLight : public nrLight {
 
   void setLocation(float x, float y, float z) { setLocation(nrVec3f(x, y, z)); }
   void setLocation(const nrVec3f& value) { setFieldValue(location, value, LOCATION_FIELD); }
-  const nrVec3f& getLocation() { return getFieldValue(location, LOCATION_FIELD); }
-  void getLocation(nrVec3f& value) { value = getLocation(); }
-  void getLocation(float* x, float* y, float* z) { split(getLocation(), x, y, z); }
+  const nrVec3f& getLocation() const { return getFieldValue(location, LOCATION_FIELD); }
+  void getLocation(nrVec3f& value) const { value = getLocation(); }
+  void getLocation(float* x, float* y, float* z) const { split(getLocation(), x, y, z); }
   // The reach of the light as scene files give it; OpenGL lights have no
   // radius, so it is kept but not sent.
   void setRadius(float value) { setFieldValue(radius, value, RADIUS_FIELD); }
-  float getRadius() { return getFieldValue(radius, RADIUS_FIELD); }
+  float getRadius() const { return getFieldValue(radius, RADIUS_FIELD); }
   // Constant, linear and quadratic attenuation.
   void setAttenuation(float c, float l, float q) { setAttenuation(nrVec3f(c, l, q)); }
   void setAttenuation(const nrVec3f& value) { setFieldValue(attenuation, value, ATTENUATION_FIELD); }
-  const nrVec3f& getAttenuation() { return getFieldValue(attenuation, ATTENUATION_FIELD); }
-  void getAttenuation(nrVec3f& value) { value = getAttenuation(); }
-  void getAttenuation(float* c, float* l, float* q) { split(getAttenuation(), c, l, q); }
+  const nrVec3f& getAttenuation() const { return getFieldValue(attenuation, ATTENUATION_FIELD); }
+  void getAttenuation(nrVec3f& value) const { value = getAttenuation(); }
+  void getAttenuation(float* c, float* l, float* q) const { split(getAttenuation(), c, l, q); }
 
  protected:
   void define(int slot) override;

@@ -39,7 +39,10 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   shape->addGeometry(b);
   EXPECT_EQ(a->getParentCount(), 1);
   EXPECT_EQ(shape->removeGeometry(stranger), 0);
-  EXPECT_EQ(shape->getGeometryCount(), 2);
+  const nrShape* seen = shape;
+  EXPECT_EQ(seen->getGeometryCount(), 2);
+  EXPECT_EQ(seen->getGeometry(1), b);
+  EXPECT_EQ(static_cast<const nrQuadSet*>(b)->getPrimCount(), 1);
   nrSphereBound sphere;
   shape->getSphereBound(sphere);
   EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(1.5f, 1.5f, 0), 1e-5f)) << "around the union of the boxes";

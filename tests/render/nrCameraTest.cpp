@@ -36,7 +36,9 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   const float h = 0.41421356f, fov = 0.785f;
   nrPerspCamera* persp = nrtest::held<nrPerspCamera>();
   expectExtents(persp, {-h, h, -h, h, 1, 1000}, "default perspective");
-  EXPECT_EQ(persp->getFrustum().getKind(), nrFrustum::PERSP_KIND);
+  const nrPerspCamera* seen = persp;
+  EXPECT_EQ(seen->getFrustum().getKind(), nrFrustum::PERSP_KIND);
+  EXPECT_EQ(std::make_pair(seen->getNearClip(), seen->getFarClip()), std::make_pair(1.0f, 1000.0f));
   // A positive horizontal offset moves the window toward -x, a positive
   // vertical one toward +y.
   persp->setHorizFOV(fov);

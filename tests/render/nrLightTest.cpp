@@ -97,6 +97,11 @@ TEST(nrLightFields, GettersReadWhatConnectionsBring) {
   EXPECT_EQ(to->getCutOffAngle(), 30);
   fogTo->getColor(&r, &g, &b, &a);
   EXPECT_EQ(a, 1);
+  // Read through const objects as well.
+  const nrSpotLight* seen = to;
+  const nrFog* seenFog = fogTo;
+  EXPECT_EQ(std::make_tuple(seen->getOn(), seen->getCutOffAngle(), seenFog->getColor()[3]),
+            std::make_tuple(0, 30.0f, 1.0f));
   nrtest::unref(from, to, fogFrom, fogTo);
 }
 

@@ -110,7 +110,7 @@ TEST(nrMaterialFields, AmbientColourFollowsIntensityAndDiffuseColour) {
   EXPECT_EQ(m->getAmbientColor()[0], 0.4f);
   m->setDiffuseColor(0.2f, 0.4f, 0.6f);
   float r, g, b;
-  m->getAmbientColor(&r, &g, &b);
+  static_cast<const nrMaterial*>(m)->getAmbientColor(&r, &g, &b);
   EXPECT_FLOAT_EQ(b, 0.3f);
   m->setAmbientColor(0.05f, 0.1f, 0.15f);
   EXPECT_FLOAT_EQ(m->getAmbientIntensity(), 0.25f);
