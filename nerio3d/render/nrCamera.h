@@ -29,6 +29,9 @@ class nrCamera : public nrContainer {
     setFieldValue(orientation, nrRotation(x, y, z, angle), ORIENTATION_FIELD);
   }
   void getOrientation(float* x, float* y, float* z, float* angle) const;
+  // The same, from a value in the form the getters hand back.
+  void setPosition(const nrVec3f& v) { setFieldValue(position, v, POSITION_FIELD); }
+  void setOrientation(const nrRotation& r) { setFieldValue(orientation, r, ORIENTATION_FIELD); }
   const nrVec3f& getPosition() const { return getFieldValue(position, POSITION_FIELD); }
   const nrRotation& getOrientation() const { return getFieldValue(orientation, ORIENTATION_FIELD); }
   void getPosition(nrVec3f& v) const { v = getPosition(); }

@@ -112,8 +112,8 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
 
 TEST_F(Camera, DrawLoadsTheFrustumProjectionAndTheViewMatrix) {
   nrPerspCamera* persp = nrtest::held<nrPerspCamera>();
-  persp->setPosition(1, 2, 3);
-  persp->setOrientation(0, 1, 0, float(M_PI / 2));
+  persp->setPosition(nrVec3f(1, 2, 3));
+  persp->setOrientation(nrRotation(0, 1, 0, float(M_PI / 2)));
   nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
   ortho->setCenter(2, 0);
   ortho->setWidth(4);
