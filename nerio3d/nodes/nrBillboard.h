@@ -30,6 +30,10 @@ class nrBillboard : public nrGroup {
     setFieldValue(axisOfRotation, nrVec3f(x, y, z), AXIS_OF_ROTATION_FIELD);
   }
   void getAxisOfRotation(float* x, float* y, float* z) { getVec(axisOfRotation, AXIS_OF_ROTATION_FIELD, x, y, z); }
+  // The same, as a vector.
+  void setAxisOfRotation(const nrVec3f& v) { setFieldValue(axisOfRotation, v, AXIS_OF_ROTATION_FIELD); }
+  const nrVec3f& getAxisOfRotation() { return getFieldValue(axisOfRotation, AXIS_OF_ROTATION_FIELD); }
+  void getAxisOfRotation(nrVec3f& v) { v = getAxisOfRotation(); }
   // The children's own axis that is turned toward the viewer.
   void setForward(VectorEnum v) { setFieldValue(forward, static_cast<int>(v), FORWARD_FIELD); }
   VectorEnum getForward() { return static_cast<VectorEnum>(getFieldValue(forward, FORWARD_FIELD)); }

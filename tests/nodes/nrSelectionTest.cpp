@@ -276,6 +276,11 @@ TEST_F(Selection, FacingRotationTurnsForwardToTheViewerAndKeepsTheChosenUp) {
     EXPECT_TRUE(forward.almostEqual(c.forward, 1e-4f) && up.almostEqual(c.up, 1e-4f) && x.almostEqual(sideways, 1e-4f))
         << c.camera << " " << c.mode;
   }
+  // The axis also goes in and comes out as a vector.
+  board->setAxisOfRotation(nrVec3f(1, 0, 0));
+  nrVec3f axis;
+  board->getAxisOfRotation(axis);
+  EXPECT_EQ(axis, nrVec3f(1, 0, 0));
   board->unref();
 }
 
