@@ -21,6 +21,10 @@ class nrTouchSensor : public nrPickSensor {
   nrVec3f getHitPoint() { return read(hitPoint, HIT_POINT_FIELD); }
   // Set only when the geometry hit has texture coordinates.
   nrVec2f getHitTexCoord() { return read(hitTexCoord, HIT_TEX_COORD_FIELD); }
+  // The same, read into a value passed by reference.
+  void getHitNormal(nrVec3f& v) { v = getHitNormal(); }
+  void getHitPoint(nrVec3f& v) { v = getHitPoint(); }
+  void getHitTexCoord(nrVec2f& v) { v = getHitTexCoord(); }
   unsigned char getIsOver() { return read(isOver, IS_OVER_FIELD); }
   nrTime getTouchTime() { return read(touchTime, TOUCH_TIME_FIELD); }
 

@@ -152,6 +152,9 @@ TEST_F(PointerSensors, TouchSensorsNearestTheGeometryReportHoverPressAndTouch) {
   // In the sensor's coordinates, on the tile's front face, at the pixel's centre.
   EXPECT_TRUE(inner->getHitPoint().almostEqual(nrVec3f(0.01f, 0.01f, 0.1f), 1e-4f));
   EXPECT_TRUE(inner->getHitNormal().almostEqual(nrVec3f(0, 0, 1), 1e-4f));
+  nrVec3f point;
+  inner->getHitPoint(point);
+  EXPECT_EQ(point, inner->getHitPoint());
   // A copy made under the pointer is over too, until the pointer leaves it.
   auto* copy = static_cast<nrTouchSensor*>(inner->clone(nrContainer::SHALLOW_CLONE));
   copy->ref();
