@@ -28,6 +28,8 @@ class nrOrthoCamera : public nrCamera {
   void setCenter(float x, float y) { setFieldValue(center, nrVec2f(x, y), CENTER_FIELD); }
   void getCenter(float* x, float* y) const;
   const nrVec2f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void setCenter(const nrVec2f& value) { setFieldValue(center, value, CENTER_FIELD); }
+  void getCenter(nrVec2f& value) const { value = getCenter(); }
   void setNearClip(float d) { setFieldValue(nearClip, d, NEAR_CLIP_FIELD); }
   float getNearClip() const { return getFieldValue(nearClip, NEAR_CLIP_FIELD); }
   void setFarClip(float d) { setFieldValue(farClip, d, FAR_CLIP_FIELD); }

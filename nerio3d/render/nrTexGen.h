@@ -37,6 +37,14 @@ class nrTexGen : public nrContainer {
   const nrVec4f& getPlaneT() const { return getFieldValue(planeT, PLANE_T); }
   const nrVec4f& getPlaneR() const { return getFieldValue(planeR, PLANE_R); }
   const nrVec4f& getPlaneQ() const { return getFieldValue(planeQ, PLANE_Q); }
+  void setPlaneS(const nrVec4f& p) { setPlane(PLANE_S, p[0], p[1], p[2], p[3]); }
+  void setPlaneT(const nrVec4f& p) { setPlane(PLANE_T, p[0], p[1], p[2], p[3]); }
+  void setPlaneR(const nrVec4f& p) { setPlane(PLANE_R, p[0], p[1], p[2], p[3]); }
+  void setPlaneQ(const nrVec4f& p) { setPlane(PLANE_Q, p[0], p[1], p[2], p[3]); }
+  void getPlaneS(nrVec4f& p) const { p = getPlaneS(); }
+  void getPlaneT(nrVec4f& p) const { p = getPlaneT(); }
+  void getPlaneR(nrVec4f& p) const { p = getPlaneR(); }
+  void getPlaneQ(nrVec4f& p) const { p = getPlaneQ(); }
 
   // The generator's id in the id space shared by all contexts, and its change counter.
   int getId() const { return id; }

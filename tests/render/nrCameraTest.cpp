@@ -62,9 +62,12 @@ TEST(nrCamera, FieldsShapeTheFrustumAndThePlacementTheViewMatrix) {
   nrOrthoCamera* ortho = nrtest::held<nrOrthoCamera>();
   expectExtents(ortho, {-0.5f, 0.5f, -0.5f, 0.5f, 1, 1000}, "default orthographic");
   EXPECT_EQ(ortho->getFrustum().getKind(), nrFrustum::ORTHO_KIND);
-  ortho->setCenter(2, 0);
+  ortho->setCenter(nrVec2f(2, 0));
   ortho->setWidth(4);
   expectExtents(ortho, {0, 4, -0.5f, 0.5f, 1, 1000}, "centre and width");
+  nrVec2f centre;
+  ortho->getCenter(centre);
+  EXPECT_EQ(centre, nrVec2f(2, 0));
 
   nrFrustumCamera* given = nrtest::held<nrFrustumCamera>();
   nrFrustum f;

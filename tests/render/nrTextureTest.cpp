@@ -322,7 +322,10 @@ TEST_F(Texture, GenerationGivesEveryPlaneAsObjectPlane) {
   texGen->setModeT(nrTexGen::EYE_LINEAR_IDENT);
   texGen->setModeR(nrTexGen::OBJECT_LINEAR);
   texGen->setModeQ(nrTexGen::SPHERE_MAP);
-  texGen->setPlaneR(1, 2, 3, 4);
+  texGen->setPlaneR(nrVec4f(1, 2, 3, 4));
+  nrVec4f planeR;
+  texGen->getPlaneR(planeR);
+  EXPECT_EQ(planeR, nrVec4f(1, 2, 3, 4));
   context->setTexGenEnable(1);
   nrGLRecorder rec;
   context->setTexGen(texGen);
