@@ -50,7 +50,7 @@ const char* nrField::getName() const { return getFieldInfo()->getName().getStrin
 
 bool nrField::isDefault() { return getFieldInfo()->isDefault(container); }
 
-void nrField::validate() { container->validateKnownField(index, this); }
+void nrField::validate() const { container->validateKnownField(index, const_cast<nrField*>(this)); }
 
 void nrField::changed() { container->fieldChanged(index); }
 

@@ -93,7 +93,7 @@ class nrField {
   nrField(nrContainer* owner, short index);
 
   // Called by the kinds: bring the value up to date before a read, and report a change.
-  void validate();
+  void validate() const;
   void changed();
   // Reports a change of a list or reference: to the owner, or, for an engine
   // output, by applying the same change to each destination of the same kind.

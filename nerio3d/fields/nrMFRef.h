@@ -13,21 +13,21 @@ class nrMFRef : public nrMField {
     validate();
     return value->getCount();
   }
-  nrContainer* get(unsigned i) {
+  nrContainer* get(unsigned i) const {
     validate();
     return i < value->getCount() ? (*value)[i] : nullptr;
   }
-  void get(unsigned i, nrContainer*& v) { v = get(i); }
-  nrContainer* operator[](unsigned i) { return get(i); }
-  void getRange(unsigned start, unsigned n, nrContainer** out) {
+  void get(unsigned i, nrContainer*& v) const { v = get(i); }
+  nrContainer* operator[](unsigned i) const { return get(i); }
+  void getRange(unsigned start, unsigned n, nrContainer** out) const {
     validate();
     value->getRange(start, n, out);
   }
-  const nrRefArray& getArray() {
+  const nrRefArray& getArray() const {
     validate();
     return *value;
   }
-  long find(nrContainer* v) {
+  long find(nrContainer* v) const {
     validate();
     return value->find(v);
   }

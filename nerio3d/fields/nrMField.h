@@ -29,23 +29,23 @@ class nrMFieldOf : public nrMField {
   typedef nrMFInfo<Field> Info;
 
   // Reads bring the value up to date first.
-  unsigned getCount() {
+  unsigned getCount() const {
     validate();
     return value->getCount();
   }
   // A read past the end gives the element type's default, not memory past the list.
-  const T& operator[](unsigned i) {
+  const T& operator[](unsigned i) const {
     validate();
     static const T none{};
     return i < value->getCount() ? (*value)[i] : none;
   }
-  T get(unsigned i) { return (*this)[i]; }
-  void get(unsigned i, T& v) { v = (*this)[i]; }
-  void getRange(unsigned start, unsigned n, T* out) {
+  T get(unsigned i) const { return (*this)[i]; }
+  void get(unsigned i, T& v) const { v = (*this)[i]; }
+  void getRange(unsigned start, unsigned n, T* out) const {
     validate();
     value->getRange(start, n, out);
   }
-  const A& getArray() {
+  const A& getArray() const {
     validate();
     return *value;
   }

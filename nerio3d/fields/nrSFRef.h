@@ -28,7 +28,7 @@ class nrSFRef : public nrField {
   NR_DECLARE_TYPE(nrSFRef)
   nrType* getType() const override { return getClassType(); }
 
-  nrContainer* get() {
+  nrContainer* get() const {
     validate();
     return *value;
   }

@@ -61,11 +61,11 @@ class nrSFieldOf : public nrField {
   typedef std::conditional_t<std::is_scalar_v<T>, T, const T&> Param;
   typedef nrSFInfo<Field> Info;
 
-  T get() {
+  T get() const {
     validate();
     return *value;
   }
-  void get(T& v) {
+  void get(T& v) const {
     validate();
     v = *value;
   }

@@ -18,6 +18,7 @@ TEST(nrField, SetNotifiesTheOwnerOnceAndListsEditInPlace) {
   nrMFVec3f* list = field<nrMFVec3f>(c, tstAll::MFVEC3F);
   list->set(2, nrVec3f(1, 2, 3));
   EXPECT_EQ((*list)[2][1], 2.0f);
+  EXPECT_EQ(static_cast<const nrMFVec3f*>(list)->get(2)[1], 2.0f) << "reads through a const field";
   list->edit()[0] = nrVec3f(9, 9, 9);
   EXPECT_EQ(c->mfVec3f[0][0], 9.0f);
   nrVec3f fill[2] = {nrVec3f(1, 1, 1), nrVec3f(2, 2, 2)};
@@ -69,6 +70,8 @@ TEST(nrField, RoutesPullTheSourceValueOnTheNextRead) {
   EXPECT_EQ(b->floatValue, 0.5f) << "nothing is copied before the read";
   EXPECT_EQ(fb->get(), 5.0f);
   EXPECT_FALSE(fb->isDirty() || !b->getStaleInputMask().isZero());
+  fa->set(6.0f);
+  EXPECT_EQ(static_cast<const nrSFFloat*>(fb)->get(), 6.0f) << "a const field pulls too";
 
   // Fan-in: the last source to push staleness wins.
   c->connect(tstAll::FLOAT, b, tstAll::FLOAT);
