@@ -16,11 +16,8 @@ class nrEngineIO : public Base {
 
   // The output, brought up to date first: reading it after an input changed
   // evaluates the engine.
-  const Out& getValue() {
-    this->validateField(Base::VALUE_FIELD);
-    return value;
-  }
-  void getValue(Out& v) { v = getValue(); }
+  const Out& getValue() const { return this->getFieldValue(value, Base::VALUE_FIELD); }
+  void getValue(Out& v) const { v = getValue(); }
 
  protected:
   explicit nrEngineIO(nrType* typeOfClass) : Base(typeOfClass) {

@@ -19,10 +19,7 @@ nrInterpolator::~nrInterpolator() { destroyFieldContents(getClassType()); }
 
 void nrInterpolator::setFraction(float f) { static_cast<nrSFFloat*>(getField(FRACTION_FIELD))->set(f); }
 
-float nrInterpolator::getFraction() {
-  validateField(FRACTION_FIELD);
-  return fraction;
-}
+float nrInterpolator::getFraction() const { return getFieldValue(fraction, FRACTION_FIELD); }
 
 void nrInterpolator::setKey(const nrFloatArray& keys) { static_cast<nrMFFloat*>(getField(KEY_FIELD))->set(keys); }
 

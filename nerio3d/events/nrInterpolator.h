@@ -19,7 +19,7 @@ class nrInterpolator : public nrEngine {
   ~nrInterpolator() override;
 
   void setFraction(float f);
-  float getFraction();
+  float getFraction() const;
   void setKey(const nrFloatArray& keys);
 
  protected:

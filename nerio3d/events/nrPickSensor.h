@@ -24,8 +24,8 @@ class nrPickSensor : public nrNode {
   ~nrPickSensor() override;
 
   void setEnabled(unsigned char on) { setFieldValue(enabled, on, ENABLED_FIELD); }
-  unsigned char getEnabled() { return read(enabled, ENABLED_FIELD); }
-  unsigned char getIsActive() { return read(isActive, IS_ACTIVE_FIELD); }
+  unsigned char getEnabled() const { return read(enabled, ENABLED_FIELD); }
+  unsigned char getIsActive() const { return read(isActive, IS_ACTIVE_FIELD); }
 
   // The pointer went down over the sensor, moved, went up. hit is the pick of
   // this update; it is empty when the pointer is over nothing.
@@ -70,9 +70,8 @@ class nrPickSensor : public nrNode {
   static bool getLocalPickRay(const nrMatrix4f& toLocal, nrSeg& ray);
 
   template <typename T>
-  T read(const T& member, short index) {
-    validateField(index);
-    return member;
+  T read(const T& member, short index) const {
+    return getFieldValue(member, index);
   }
 
   unsigned char enabled;

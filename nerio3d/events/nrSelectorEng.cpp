@@ -17,7 +17,4 @@ nrSelectorEng::~nrSelectorEng() { destroyFieldContents(getClassType()); }
 
 void nrSelectorEng::setSelector(int i) { static_cast<nrSFInt*>(getField(SELECTOR_FIELD))->set(i); }
 
-int nrSelectorEng::getSelector() {
-  validateField(SELECTOR_FIELD);
-  return selector;
-}
+int nrSelectorEng::getSelector() const { return getFieldValue(selector, SELECTOR_FIELD); }

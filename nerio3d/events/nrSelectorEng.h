@@ -14,7 +14,7 @@ class nrSelectorEng : public nrEngine {
   ~nrSelectorEng() override;
 
   void setSelector(int i);
-  int getSelector();
+  int getSelector() const;
 
  protected:
   // Sets value (held in member) to input[selector] when selector is in range.

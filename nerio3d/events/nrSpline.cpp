@@ -24,17 +24,11 @@ nrSpline::~nrSpline() { destroyFieldContents(getClassType()); }
 
 void nrSpline::setFraction(float f) { static_cast<nrSFFloat*>(getField(FRACTION_FIELD))->set(f); }
 
-float nrSpline::getFraction() {
-  validateField(FRACTION_FIELD);
-  return fraction;
-}
+float nrSpline::getFraction() const { return getFieldValue(fraction, FRACTION_FIELD); }
 
 void nrSpline::setBasis(const nrMatrix4f& m) { static_cast<nrSFMatrix4f*>(getField(BASIS_FIELD))->set(m); }
 
-void nrSpline::getBasis(nrMatrix4f& m) {
-  validateField(BASIS_FIELD);
-  m = basis;
-}
+void nrSpline::getBasis(nrMatrix4f& m) const { m = getFieldValue(basis, BASIS_FIELD); }
 
 void nrSpline::setKey(const nrFloatArray& keys) { static_cast<nrMFFloat*>(getField(KEY_FIELD))->set(keys); }
 
@@ -44,10 +38,7 @@ void nrSpline::setWeightCount(int n) {
   dirtyFieldOutputs(getField(TRIGGER_FIELD));
 }
 
-const nrFloatArray& nrSpline::getWeight() {
-  validateField(WEIGHT_FIELD);
-  return weight;
-}
+const nrFloatArray& nrSpline::getWeight() const { return getFieldValue(weight, WEIGHT_FIELD); }
 
 void nrSpline::eval() {
   unsigned count = weight.getCount();

@@ -18,14 +18,14 @@ class nrSpline : public nrEngine {
   ~nrSpline() override;
 
   void setFraction(float f);
-  float getFraction();
+  float getFraction() const;
   void setBasis(const nrMatrix4f& m);
-  void getBasis(nrMatrix4f& m);
+  void getBasis(nrMatrix4f& m) const;
   void setKey(const nrFloatArray& keys);
   // Sizes the weight list (and the lists it is routed to); the weights are
   // computed on the next read.
   void setWeightCount(int n);
-  const nrFloatArray& getWeight();
+  const nrFloatArray& getWeight() const;
 
   void eval() override;
 

@@ -19,7 +19,4 @@ nrTransformEng::~nrTransformEng() { destroyFieldContents(getClassType()); }
 
 void nrTransformEng::setMatrix(const nrMatrix4f& m) { static_cast<nrSFMatrix4f*>(getField(MATRIX_FIELD))->set(m); }
 
-void nrTransformEng::getMatrix(nrMatrix4f& m) {
-  validateField(MATRIX_FIELD);
-  m = matrix;
-}
+void nrTransformEng::getMatrix(nrMatrix4f& m) const { m = getFieldValue(matrix, MATRIX_FIELD); }

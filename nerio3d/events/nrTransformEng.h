@@ -14,7 +14,7 @@ class nrTransformEng : public nrEngine {
   ~nrTransformEng() override;
 
   void setMatrix(const nrMatrix4f& m);
-  void getMatrix(nrMatrix4f& m);
+  void getMatrix(nrMatrix4f& m) const;
 
  protected:
   nrMatrix4f matrix;
