@@ -61,17 +61,16 @@ void nrBillboard::setPosition(int i, float x, float y, float z) {
 
 nrVec3f nrBillboard::positionOf(unsigned i) const { return i < position.getCount() ? position[i] : nrVec3f(0, 0, 0); }
 
-void nrBillboard::getPosition(int i, float* x, float* y, float* z) {
-  validateField(POSITION_FIELD);
+void nrBillboard::getPosition(int i, float* x, float* y, float* z) const {
+  getFieldValue(position, POSITION_FIELD);
   nrVec3f p = i < 0 ? nrVec3f(0, 0, 0) : positionOf(static_cast<unsigned>(i));
   *x = p[0];
   *y = p[1];
   *z = p[2];
 }
 
-int nrBillboard::getNumPositions() {
-  validateField(POSITION_FIELD);
-  return static_cast<int>(position.getCount());
+int nrBillboard::getNumPositions() const {
+  return static_cast<int>(getFieldValue(position, POSITION_FIELD).getCount());
 }
 
 void nrBillboard::fieldChanged(short index) {

@@ -22,24 +22,24 @@ class nrBillboard : public nrGroup {
   // last position sit at the origin, and setting a position past the last
   // fills the gap with the origin.
   void setPosition(int i, float x, float y, float z);
-  void getPosition(int i, float* x, float* y, float* z);
-  int getNumPositions();
+  void getPosition(int i, float* x, float* y, float* z) const;
+  int getNumPositions() const;
   void setMode(ModeEnum m) { setFieldValue(mode, static_cast<int>(m), MODE_FIELD); }
-  ModeEnum getMode() { return static_cast<ModeEnum>(getFieldValue(mode, MODE_FIELD)); }
+  ModeEnum getMode() const { return static_cast<ModeEnum>(getFieldValue(mode, MODE_FIELD)); }
   void setAxisOfRotation(float x, float y, float z) {
     setFieldValue(axisOfRotation, nrVec3f(x, y, z), AXIS_OF_ROTATION_FIELD);
   }
-  void getAxisOfRotation(float* x, float* y, float* z) { getVec(axisOfRotation, AXIS_OF_ROTATION_FIELD, x, y, z); }
+  void getAxisOfRotation(float* x, float* y, float* z) const { getVec(axisOfRotation, AXIS_OF_ROTATION_FIELD, x, y, z); }
   // The same, as a vector.
   void setAxisOfRotation(const nrVec3f& v) { setFieldValue(axisOfRotation, v, AXIS_OF_ROTATION_FIELD); }
-  const nrVec3f& getAxisOfRotation() { return getFieldValue(axisOfRotation, AXIS_OF_ROTATION_FIELD); }
-  void getAxisOfRotation(nrVec3f& v) { v = getAxisOfRotation(); }
+  const nrVec3f& getAxisOfRotation() const { return getFieldValue(axisOfRotation, AXIS_OF_ROTATION_FIELD); }
+  void getAxisOfRotation(nrVec3f& v) const { v = getAxisOfRotation(); }
   // The children's own axis that is turned toward the viewer.
   void setForward(VectorEnum v) { setFieldValue(forward, static_cast<int>(v), FORWARD_FIELD); }
-  VectorEnum getForward() { return static_cast<VectorEnum>(getFieldValue(forward, FORWARD_FIELD)); }
+  VectorEnum getForward() const { return static_cast<VectorEnum>(getFieldValue(forward, FORWARD_FIELD)); }
   // The children's own up axis (POINT_SCREEN and POINT_OBJECT).
   void setUp(VectorEnum v) { setFieldValue(up, static_cast<int>(v), UP_FIELD); }
-  VectorEnum getUp() { return static_cast<VectorEnum>(getFieldValue(up, UP_FIELD)); }
+  VectorEnum getUp() const { return static_cast<VectorEnum>(getFieldValue(up, UP_FIELD)); }
 
   // The rotation R (children's coordinates to the billboard's, p' = p * R)
   // that turns forward toward the viewer seen through the action's view

@@ -14,9 +14,8 @@ nrCollision::nrCollision(nrType* type) : nrGroup(type) { initFieldDefaults(getCl
 
 nrCollision::~nrCollision() { destroyFieldContents(getClassType()); }
 
-unsigned char nrCollision::getCollide() {
-  validateField(COLLIDE_FIELD);
-  return collide;
+unsigned char nrCollision::getCollide() const {
+  return getFieldValue(collide, COLLIDE_FIELD);
 }
 
 void nrCollision::setProxy(nrNode* node) {
@@ -25,7 +24,6 @@ void nrCollision::setProxy(nrNode* node) {
   fieldChanged(PROXY_FIELD);
 }
 
-nrNode* nrCollision::getProxy() {
-  validateField(PROXY_FIELD);
-  return static_cast<nrNode*>(proxy);
+nrNode* nrCollision::getProxy() const {
+  return static_cast<nrNode*>(getFieldValue(proxy, PROXY_FIELD));
 }

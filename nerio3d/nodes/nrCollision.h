@@ -16,16 +16,16 @@ class nrCollision : public nrGroup {
   ~nrCollision() override;
 
   void setCollide(unsigned char on) { setFieldValue(collide, on, COLLIDE_FIELD); }
-  unsigned char getCollide();
+  unsigned char getCollide() const;
   // Held, never drawn.
   void setProxy(nrNode* node);
-  nrNode* getProxy();
+  nrNode* getProxy() const;
   // The box the file declares around the children (a size of -1 declares
   // none); kept as given, the bound is computed from the children.
   void setBboxCenter(float x, float y, float z) { setFieldValue(bboxCenter, nrVec3f(x, y, z), BBOX_CENTER_FIELD); }
-  void getBboxCenter(float* x, float* y, float* z) { getVec(bboxCenter, BBOX_CENTER_FIELD, x, y, z); }
+  void getBboxCenter(float* x, float* y, float* z) const { getVec(bboxCenter, BBOX_CENTER_FIELD, x, y, z); }
   void setBboxSize(float x, float y, float z) { setFieldValue(bboxSize, nrVec3f(x, y, z), BBOX_SIZE_FIELD); }
-  void getBboxSize(float* x, float* y, float* z) { getVec(bboxSize, BBOX_SIZE_FIELD, x, y, z); }
+  void getBboxSize(float* x, float* y, float* z) const { getVec(bboxSize, BBOX_SIZE_FIELD, x, y, z); }
 
  protected:
   unsigned char collide;

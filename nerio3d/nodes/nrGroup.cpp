@@ -81,13 +81,12 @@ int nrGroup::findChild(nrNode* node) {
   return static_cast<int>(children.find(node));
 }
 
-int nrGroup::getNumChildren() {
-  validateField(CHILDREN_FIELD);
-  return static_cast<int>(children.getCount());
+int nrGroup::getNumChildren() const {
+  return static_cast<int>(getFieldValue(children, CHILDREN_FIELD).getCount());
 }
 
-nrNode* nrGroup::getChild(int index) {
-  validateField(CHILDREN_FIELD);
+nrNode* nrGroup::getChild(int index) const {
+  getFieldValue(children, CHILDREN_FIELD);
   if (index < 0 || static_cast<unsigned>(index) >= children.getCount()) return nullptr;
   return static_cast<nrNode*>(children[static_cast<unsigned>(index)]);
 }

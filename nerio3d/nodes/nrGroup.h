@@ -37,11 +37,11 @@ class nrGroup : public nrNode {
   bool replaceChild(nrNode* oldNode, nrNode* newNode);
   // Index of the first occurrence, -1 when node is not a child.
   int findChild(nrNode* node);
-  int getNumChildren();
+  int getNumChildren() const;
   // The counterpart of setChildCount.
-  int getChildCount() { return getNumChildren(); }
+  int getChildCount() const { return getNumChildren(); }
   // Null for an index out of range.
-  nrNode* getChild(int index);
+  nrNode* getChild(int index) const;
 
   // The sphere around the children's spheres, each brought up to date first;
   // null children count as empty.

@@ -20,7 +20,6 @@ void nrInline::setUrl(unsigned index, const char* text) {
 
 void nrInline::write(nrOutput* out) { writeFields(out, {URL_FIELD, BBOX_CENTER_FIELD, BBOX_SIZE_FIELD}); }
 
-const nrStringArray& nrInline::getUrl() {
-  validateField(URL_FIELD);
-  return url;
+const nrStringArray& nrInline::getUrl() const {
+  return getFieldValue(url, URL_FIELD);
 }

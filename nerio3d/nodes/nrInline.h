@@ -18,13 +18,13 @@ class nrInline : public nrSwitch {
 
   // Sets element index of the URL list, growing it as needed.
   void setUrl(unsigned index, const char* text);
-  const nrStringArray& getUrl();
+  const nrStringArray& getUrl() const;
   // The box the file declares around the loaded scene (a size of -1 declares
   // none); kept as given, the bound is computed from the child.
   void setBboxCenter(float x, float y, float z) { setFieldValue(bboxCenter, nrVec3f(x, y, z), BBOX_CENTER_FIELD); }
-  void getBboxCenter(float* x, float* y, float* z) { getVec(bboxCenter, BBOX_CENTER_FIELD, x, y, z); }
+  void getBboxCenter(float* x, float* y, float* z) const { getVec(bboxCenter, BBOX_CENTER_FIELD, x, y, z); }
   void setBboxSize(float x, float y, float z) { setFieldValue(bboxSize, nrVec3f(x, y, z), BBOX_SIZE_FIELD); }
-  void getBboxSize(float* x, float* y, float* z) { getVec(bboxSize, BBOX_SIZE_FIELD, x, y, z); }
+  void getBboxSize(float* x, float* y, float* z) const { getVec(bboxSize, BBOX_SIZE_FIELD, x, y, z); }
 
   // The url and the box only: the scene comes back from the url when the
   // text is read.

@@ -26,9 +26,8 @@ nrLOD::nrLOD(nrType* type) : nrSwitch(type), centerUnset(1), chosenNothing(0) {
 
 nrLOD::~nrLOD() { destroyFieldContents(getClassType()); }
 
-void nrLOD::getCenter(nrVec3f& c) {
-  validateField(CENTER_FIELD);
-  c = center;
+void nrLOD::getCenter(nrVec3f& c) const {
+  c = getFieldValue(center, CENTER_FIELD);
 }
 
 void nrLOD::setBoundary(int range, int k, float distance) {
@@ -59,27 +58,26 @@ void nrLOD::setRangeFar(int i, float distance) {
   fieldChanged(RANGES_FIELD);
 }
 
-int nrLOD::getNumRanges() {
-  validateField(RANGES_FIELD);
+int nrLOD::getNumRanges() const {
+  getFieldValue(ranges, RANGES_FIELD);
   return ranges.getCount() > 1 ? static_cast<int>(ranges.getCount()) - 1 : 0;
 }
 
-float nrLOD::getBoundary(int range, int k, const char* who) {
+float nrLOD::getBoundary(int range, int k, const char* who) const {
   if (range < 0 || range >= getNumRanges()) {
-    fprintf(stderr, "nrLOD(0x%p)::%s: attempting to read uninitialized range %d\n", static_cast<void*>(this), who,
+    fprintf(stderr, "nrLOD(0x%p)::%s: attempting to read uninitialized range %d\n", static_cast<const void*>(this), who,
             range);
     return -1;
   }
   return ranges[static_cast<unsigned>(range + k)];
 }
 
-float nrLOD::getRangeNear(int i) { return getBoundary(i, 0, "getRangeNear"); }
+float nrLOD::getRangeNear(int i) const { return getBoundary(i, 0, "getRangeNear"); }
 
-float nrLOD::getRangeFar(int i) { return getBoundary(i, 1, "getRangeFar"); }
+float nrLOD::getRangeFar(int i) const { return getBoundary(i, 1, "getRangeFar"); }
 
-int nrLOD::getOffsetOverride() {
-  validateField(OFFSET_OVERRIDE_FIELD);
-  return offsetOverride;
+int nrLOD::getOffsetOverride() const {
+  return getFieldValue(offsetOverride, OFFSET_OVERRIDE_FIELD);
 }
 
 void nrLOD::fieldChanged(short index) {

@@ -21,8 +21,8 @@ class nrLOD : public nrSwitch {
   // Until a centre is given, the first selection takes the centre of the
   // node's bounding sphere and keeps it.
   void setCenter(const nrVec3f& c) { setFieldValue(center, c, CENTER_FIELD); }
-  void getCenter(nrVec3f& c);
-  const nrVec3f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(nrVec3f& c) const;
+  const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
 
   // Sets boundaries i and i + 1; ignored unless 0 <= i < MAX_RANGES.
   void setRange(int i, float nearDistance, float farDistance);
@@ -30,18 +30,18 @@ class nrLOD : public nrSwitch {
   void setRangeNear(int i, float distance);
   void setRangeFar(int i, float distance);
   // The number of ranges: one less than the number of boundaries.
-  int getNumRanges();
+  int getNumRanges() const;
   // Boundary i and i + 1 of range i; -1 after a message for a range that
   // does not exist.
-  float getRangeNear(int i);
-  float getRangeFar(int i);
+  float getRangeNear(int i) const;
+  float getRangeFar(int i) const;
 
   // Added to every LOD's range index to find its child, unless the node's
   // offsetOverride is greater than 0.
   static void setOffset(int o) { offset = o; }
   static int getOffset() { return offset; }
   void setOffsetOverride(int o) { setFieldValue(offsetOverride, o, OFFSET_OVERRIDE_FIELD); }
-  int getOffsetOverride();
+  int getOffsetOverride() const;
 
   // The child for the distance from the eye to the centre, carried into eye
   // coordinates by the action's top matrix: -1 below the first boundary, else
@@ -80,7 +80,7 @@ class nrLOD : public nrSwitch {
 
  private:
   void setBoundary(int range, int k, float distance);
-  float getBoundary(int range, int k, const char* who);
+  float getBoundary(int range, int k, const char* who) const;
 
   static int offset;
 };

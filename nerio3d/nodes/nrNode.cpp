@@ -23,9 +23,8 @@ void nrNode::setSphereBound(const nrSphereBound& sphere) {
   fieldChanged(SPHERE_BOUND_FIELD);
 }
 
-void nrNode::getSphereBound(nrSphereBound& sphere) {
-  validateField(SPHERE_BOUND_FIELD);
-  sphere = sphereBound;
+void nrNode::getSphereBound(nrSphereBound& sphere) const {
+  sphere = getSphereBound();
 }
 
 void nrNode::setBoundMode(BoundModeEnum mode) {
@@ -33,9 +32,8 @@ void nrNode::setBoundMode(BoundModeEnum mode) {
   fieldChanged(BOUND_MODE_FIELD);
 }
 
-nrNode::BoundModeEnum nrNode::getBoundMode() {
-  validateField(BOUND_MODE_FIELD);
-  return static_cast<BoundModeEnum>(boundMode);
+nrNode::BoundModeEnum nrNode::getBoundMode() const {
+  return static_cast<BoundModeEnum>(getFieldValue(boundMode, BOUND_MODE_FIELD));
 }
 
 void nrNode::insertParent(nrGroup* g) {
@@ -81,8 +79,8 @@ void nrNode::copy(nrContainer* from, nrCloneTable* table) {
     propagateSideEffect(SPHERE_BOUND_FIELD);
 }
 
-void nrNode::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) {
-  validateField(index);
+void nrNode::getVec(const nrVec3f& v, short index, float* x, float* y, float* z) const {
+  getFieldValue(v, index);
   *x = v[0];
   *y = v[1];
   *z = v[2];

@@ -33,10 +33,10 @@ class nrNode : public nrContainer {
 
   void setSphereBound(const nrSphereBound& sphere);
   // The sphere in the node's own coordinates, brought up to date first.
-  void getSphereBound(nrSphereBound& sphere);
-  const nrSphereBound& getSphereBound() { return getFieldValue(sphereBound, SPHERE_BOUND_FIELD); }
+  void getSphereBound(nrSphereBound& sphere) const;
+  const nrSphereBound& getSphereBound() const { return getFieldValue(sphereBound, SPHERE_BOUND_FIELD); }
   void setBoundMode(BoundModeEnum mode);
-  BoundModeEnum getBoundMode();
+  BoundModeEnum getBoundMode() const;
 
   // Puts g between this node and each parent that is a group: this node is
   // appended to g, and g takes its place in that parent. Other parents keep it.
@@ -54,7 +54,7 @@ class nrNode : public nrContainer {
 
  protected:
   // The vector member v of field index, brought up to date, as three floats.
-  void getVec(const nrVec3f& v, short index, float* x, float* y, float* z);
+  void getVec(const nrVec3f& v, short index, float* x, float* y, float* z) const;
   // node's sphere, brought up to date; null for a null node.
   static const nrSphereBound* validSphereBound(nrNode* node);
   // Pulls the values routed into this node that are still on their way; the

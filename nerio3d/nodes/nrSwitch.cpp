@@ -21,9 +21,8 @@ void nrSwitch::aliasChildren(nrType* type, const char* alias) {
   type->getFieldInfo(CHILDREN_FIELD)->addAlias(alias);
 }
 
-int nrSwitch::getWhichChild() {
-  validateField(WHICH_CHILD_FIELD);
-  return whichChildIndex;
+int nrSwitch::getWhichChild() const {
+  return getFieldValue(whichChildIndex, WHICH_CHILD_FIELD);
 }
 
 void nrSwitch::selected(unsigned& first, unsigned& end) const {

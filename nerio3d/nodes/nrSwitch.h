@@ -16,7 +16,7 @@ class nrSwitch : public nrGroup {
   ~nrSwitch() override;
 
   void setWhichChild(int i) { setFieldValue(whichChildIndex, i, WHICH_CHILD_FIELD); }
-  int getWhichChild();
+  int getWhichChild() const;
 
   // whichChild -1 returns 1 at once, without cull test or hooks; otherwise
   // the group's cull test and hooks around the selected children.

@@ -70,7 +70,7 @@ nrTransform::nrTransform(nrType* type) : nrGroup(type), kind(0), state(0), saved
 
 nrTransform::~nrTransform() { destroyFieldContents(getClassType()); }
 
-void nrTransform::getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle) {
+void nrTransform::getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle) const {
   getVec(r.axis, index, x, y, z);
   *angle = r.angle;
 }
@@ -86,9 +86,12 @@ void nrTransform::setMatrix(const nrMatrix4f& m) {
   }
 }
 
-const nrMatrix4f& nrTransform::getMatrix() {
-  for (short i = TRANSLATION_FIELD; i <= CENTER_FIELD; ++i) validateField(i);
-  if (state & MATRIX_STALE) cleanMatrix();
+const nrMatrix4f& nrTransform::getMatrix() const {
+  // Bringing the parts up to date and the matrix in line with them does not
+  // change what the transform stands for.
+  nrTransform* self = const_cast<nrTransform*>(this);
+  for (short i = TRANSLATION_FIELD; i <= CENTER_FIELD; ++i) self->validateField(i);
+  if (state & MATRIX_STALE) self->cleanMatrix();
   return matrix;
 }
 

@@ -44,31 +44,31 @@ class nrTransform : public nrGroup {
   void setScaleOrientation(const nrRotation& r) { setPart(scaleOrientation, r, SCALE_ORIENTATION_FIELD); }
   void setCenter(const nrVec3f& v) { setPart(center, v, CENTER_FIELD); }
 
-  void getTranslation(float* x, float* y, float* z) { getVec(translation, TRANSLATION_FIELD, x, y, z); }
-  void getRotation(float* x, float* y, float* z, float* angle) { getRot(rotation, ROTATION_FIELD, x, y, z, angle); }
-  void getScale(float* x, float* y, float* z) { getVec(scale, SCALE_FIELD, x, y, z); }
-  void getScaleOrientation(float* x, float* y, float* z, float* angle) {
+  void getTranslation(float* x, float* y, float* z) const { getVec(translation, TRANSLATION_FIELD, x, y, z); }
+  void getRotation(float* x, float* y, float* z, float* angle) const { getRot(rotation, ROTATION_FIELD, x, y, z, angle); }
+  void getScale(float* x, float* y, float* z) const { getVec(scale, SCALE_FIELD, x, y, z); }
+  void getScaleOrientation(float* x, float* y, float* z, float* angle) const {
     getRot(scaleOrientation, SCALE_ORIENTATION_FIELD, x, y, z, angle);
   }
-  void getCenter(float* x, float* y, float* z) { getVec(center, CENTER_FIELD, x, y, z); }
-  const nrVec3f& getTranslation() { return getFieldValue(translation, TRANSLATION_FIELD); }
-  const nrRotation& getRotation() { return getFieldValue(rotation, ROTATION_FIELD); }
-  const nrVec3f& getScale() { return getFieldValue(scale, SCALE_FIELD); }
-  const nrRotation& getScaleOrientation() { return getFieldValue(scaleOrientation, SCALE_ORIENTATION_FIELD); }
-  const nrVec3f& getCenter() { return getFieldValue(center, CENTER_FIELD); }
-  void getTranslation(nrVec3f& v) { v = getTranslation(); }
-  void getRotation(nrRotation& r) { r = getRotation(); }
-  void getScale(nrVec3f& v) { v = getScale(); }
-  void getScaleOrientation(nrRotation& r) { r = getScaleOrientation(); }
-  void getCenter(nrVec3f& v) { v = getCenter(); }
+  void getCenter(float* x, float* y, float* z) const { getVec(center, CENTER_FIELD, x, y, z); }
+  const nrVec3f& getTranslation() const { return getFieldValue(translation, TRANSLATION_FIELD); }
+  const nrRotation& getRotation() const { return getFieldValue(rotation, ROTATION_FIELD); }
+  const nrVec3f& getScale() const { return getFieldValue(scale, SCALE_FIELD); }
+  const nrRotation& getScaleOrientation() const { return getFieldValue(scaleOrientation, SCALE_ORIENTATION_FIELD); }
+  const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void getTranslation(nrVec3f& v) const { v = getTranslation(); }
+  void getRotation(nrRotation& r) const { r = getRotation(); }
+  void getScale(nrVec3f& v) const { v = getScale(); }
+  void getScaleOrientation(nrRotation& r) const { r = getScaleOrientation(); }
+  void getCenter(nrVec3f& v) const { v = getCenter(); }
 
   // Takes m as the matrix of the node, drawn exactly as given (shear and
   // reflection included) until a part is set again; the parts are derived
   // from it at once.
   void setMatrix(const nrMatrix4f& m);
   // The matrix from the children's coordinates to the parent's.
-  const nrMatrix4f& getMatrix();
-  void getMatrix(nrMatrix4f& m) { m = getMatrix(); }
+  const nrMatrix4f& getMatrix() const;
+  void getMatrix(nrMatrix4f& m) const { m = getMatrix(); }
   // The classification of the parts (bits above).
   int getKind() const { return kind; }
 
@@ -123,7 +123,7 @@ class nrTransform : public nrGroup {
     member = value;
     fieldChanged(index);
   }
-  void getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle);
+  void getRot(const nrRotation& r, short index, float* x, float* y, float* z, float* angle) const;
   // The scale bits that scale and scaleOrientation call for.
   int scaleKind() const;
 };

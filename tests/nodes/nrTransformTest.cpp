@@ -242,7 +242,8 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   parts->setScale(t->getScale());
   parts->setScaleOrientation(orientation);
   parts->setCenter(t->getCenter());
-  EXPECT_TRUE(parts->getMatrix().almostEqual(m, 1e-5f)) << "the parts set as values rebuild the matrix";
+  const nrTransform* readOnly = parts;
+  EXPECT_TRUE(readOnly->getMatrix().almostEqual(m, 1e-5f)) << "the parts set as values rebuild the matrix";
   parts->unref();
   nrTransform* copy = static_cast<nrTransform*>(t->clone(nrContainer::COPY_CLONE));
   EXPECT_EQ(copy->getMatrix(), m) << "a copy takes the matrix as it was set";
