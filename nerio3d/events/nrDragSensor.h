@@ -12,9 +12,9 @@ template <typename Value>
 class nrDragSensor : public nrPickSensor {
  public:
   void setAutoOffset(unsigned char on) { setFieldValue(autoOffset, on, autoOffsetIndex); }
-  unsigned char getAutoOffset() const { return read(autoOffset, autoOffsetIndex); }
-  Value getOffset() const { return read(offset, offsetIndex); }
-  nrVec3f getTrackPoint() const { return read(trackPoint, trackPointIndex); }
+  unsigned char getAutoOffset() const { return getFieldValue(autoOffset, autoOffsetIndex); }
+  Value getOffset() const { return getFieldValue(offset, offsetIndex); }
+  nrVec3f getTrackPoint() const { return getFieldValue(trackPoint, trackPointIndex); }
 
   void beginGrab(const nrHit& hit) override {
     calcLocalHit(hit, toLocal, start);

@@ -24,8 +24,8 @@ class nrPickSensor : public nrNode {
   ~nrPickSensor() override;
 
   void setEnabled(unsigned char on) { setFieldValue(enabled, on, ENABLED_FIELD); }
-  unsigned char getEnabled() const { return read(enabled, ENABLED_FIELD); }
-  unsigned char getIsActive() const { return read(isActive, IS_ACTIVE_FIELD); }
+  unsigned char getEnabled() const { return getFieldValue(enabled, ENABLED_FIELD); }
+  unsigned char getIsActive() const { return getFieldValue(isActive, IS_ACTIVE_FIELD); }
 
   // The pointer went down over the sensor, moved, went up. hit is the pick of
   // this update; it is empty when the pointer is over nothing.
@@ -68,11 +68,6 @@ class nrPickSensor : public nrNode {
   // The pointer's ray of this update through toLocal, with a unit direction;
   // false without a ray.
   static bool getLocalPickRay(const nrMatrix4f& toLocal, nrSeg& ray);
-
-  template <typename T>
-  T read(const T& member, short index) const {
-    return getFieldValue(member, index);
-  }
 
   unsigned char enabled;
   unsigned char isActive;

@@ -29,11 +29,11 @@ class nrPlaneSensor : public nrDragSensor<nrVec3f> {
   ~nrPlaneSensor() override;
 
   void setMaxPosition(float x, float y) { setFieldValue(maxPosition, nrVec2f(x, y), MAX_POSITION_FIELD); }
-  nrVec2f getMaxPosition() const { return read(maxPosition, MAX_POSITION_FIELD); }
+  nrVec2f getMaxPosition() const { return getFieldValue(maxPosition, MAX_POSITION_FIELD); }
   void setMinPosition(float x, float y) { setFieldValue(minPosition, nrVec2f(x, y), MIN_POSITION_FIELD); }
-  nrVec2f getMinPosition() const { return read(minPosition, MIN_POSITION_FIELD); }
+  nrVec2f getMinPosition() const { return getFieldValue(minPosition, MIN_POSITION_FIELD); }
   void setOffset(float x, float y, float z) { setFieldValue(offset, nrVec3f(x, y, z), OFFSET_FIELD); }
-  nrVec3f getTranslation() const { return read(output, TRANSLATION_FIELD); }
+  nrVec3f getTranslation() const { return getFieldValue(output, TRANSLATION_FIELD); }
 
   void motion(const nrHit& hit) override;
 

@@ -22,7 +22,7 @@ class nrSphereSensor : public nrDragSensor<nrRotation> {
   void setOffset(float x, float y, float z, float angle) {
     setFieldValue(offset, nrRotation(x, y, z, angle), OFFSET_FIELD);
   }
-  nrRotation getRotation() const { return read(output, ROTATION_FIELD); }
+  nrRotation getRotation() const { return getFieldValue(output, ROTATION_FIELD); }
 
   void motion(const nrHit& hit) override;
 };

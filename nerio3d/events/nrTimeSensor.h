@@ -27,20 +27,20 @@ class nrTimeSensor : public nrNode {
   ~nrTimeSensor() override;
 
   void setCycleInterval(nrTime interval) { setFieldValue(cycleInterval, interval, CYCLE_INTERVAL_FIELD); }
-  nrTime getCycleInterval() const { return read(cycleInterval, CYCLE_INTERVAL_FIELD); }
+  nrTime getCycleInterval() const { return getFieldValue(cycleInterval, CYCLE_INTERVAL_FIELD); }
   void setEnabled(unsigned char on) { setFieldValue(enabled, on, ENABLED_FIELD); }
-  unsigned char getEnabled() const { return read(enabled, ENABLED_FIELD); }
+  unsigned char getEnabled() const { return getFieldValue(enabled, ENABLED_FIELD); }
   void setLoop(unsigned char on) { setFieldValue(loop, on, LOOP_FIELD); }
-  unsigned char getLoop() const { return read(loop, LOOP_FIELD); }
+  unsigned char getLoop() const { return getFieldValue(loop, LOOP_FIELD); }
   void setStartTime(nrTime t) { setFieldValue(startTime, t, START_TIME_FIELD); }
-  nrTime getStartTime() const { return read(startTime, START_TIME_FIELD); }
+  nrTime getStartTime() const { return getFieldValue(startTime, START_TIME_FIELD); }
   void setStopTime(nrTime t) { setFieldValue(stopTime, t, STOP_TIME_FIELD); }
-  nrTime getStopTime() const { return read(stopTime, STOP_TIME_FIELD); }
+  nrTime getStopTime() const { return getFieldValue(stopTime, STOP_TIME_FIELD); }
 
-  nrTime getCycleTime() const { return read(cycleTime, CYCLE_TIME_FIELD); }
-  float getFractionChanged() const { return read(fraction, FRACTION_CHANGED_FIELD); }
-  unsigned char getIsActive() const { return read(isActive, IS_ACTIVE_FIELD); }
-  nrTime getTime() const { return read(time, TIME_FIELD); }
+  nrTime getCycleTime() const { return getFieldValue(cycleTime, CYCLE_TIME_FIELD); }
+  float getFractionChanged() const { return getFieldValue(fraction, FRACTION_CHANGED_FIELD); }
+  unsigned char getIsActive() const { return getFieldValue(isActive, IS_ACTIVE_FIELD); }
+  nrTime getTime() const { return getFieldValue(time, TIME_FIELD); }
 
   // Evaluates every listed sensor at the time of day, and lets field changes
   // take the time of day as "now" again.
@@ -70,10 +70,6 @@ class nrTimeSensor : public nrNode {
   using nrNode::copy;
 
  private:
-  template <typename T>
-  T read(const T& member, short index) const {
-    return getFieldValue(member, index);
-  }
   static void stamp(nrTime t);
   void evalWrapper();
   void leaveList();

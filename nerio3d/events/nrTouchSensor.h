@@ -17,16 +17,16 @@ class nrTouchSensor : public nrPickSensor {
   explicit nrTouchSensor(nrType* type);
   ~nrTouchSensor() override;
 
-  nrVec3f getHitNormal() const { return read(hitNormal, HIT_NORMAL_FIELD); }
-  nrVec3f getHitPoint() const { return read(hitPoint, HIT_POINT_FIELD); }
+  nrVec3f getHitNormal() const { return getFieldValue(hitNormal, HIT_NORMAL_FIELD); }
+  nrVec3f getHitPoint() const { return getFieldValue(hitPoint, HIT_POINT_FIELD); }
   // Set only when the geometry hit has texture coordinates.
-  nrVec2f getHitTexCoord() const { return read(hitTexCoord, HIT_TEX_COORD_FIELD); }
+  nrVec2f getHitTexCoord() const { return getFieldValue(hitTexCoord, HIT_TEX_COORD_FIELD); }
   // The same, read into a value passed by reference.
   void getHitNormal(nrVec3f& v) const { v = getHitNormal(); }
   void getHitPoint(nrVec3f& v) const { v = getHitPoint(); }
   void getHitTexCoord(nrVec2f& v) const { v = getHitTexCoord(); }
-  unsigned char getIsOver() const { return read(isOver, IS_OVER_FIELD); }
-  nrTime getTouchTime() const { return read(touchTime, TOUCH_TIME_FIELD); }
+  unsigned char getIsOver() const { return getFieldValue(isOver, IS_OVER_FIELD); }
+  nrTime getTouchTime() const { return getFieldValue(touchTime, TOUCH_TIME_FIELD); }
 
   void beginGrab(const nrHit& hit) override;
   void motion(const nrHit& hit) override;

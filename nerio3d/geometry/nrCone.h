@@ -16,16 +16,16 @@ class nrCone : public nrGeometry {
   ~nrCone() override;
 
   void setBottomRadius(float r) { setValue(bottomRadius, r, BOTTOM_RADIUS_FIELD); }
-  float getBottomRadius() const { return valid(bottomRadius, BOTTOM_RADIUS_FIELD); }
+  float getBottomRadius() const { return getFieldValue(bottomRadius, BOTTOM_RADIUS_FIELD); }
   void setHeight(float h) { setValue(height, h, HEIGHT_FIELD); }
-  float getHeight() const { return valid(height, HEIGHT_FIELD); }
+  float getHeight() const { return getFieldValue(height, HEIGHT_FIELD); }
   void setSide(unsigned char on) { setValue(side, on, SIDE_FIELD); }
-  unsigned char getSide() const { return valid(side, SIDE_FIELD); }
+  unsigned char getSide() const { return getFieldValue(side, SIDE_FIELD); }
   void setBottom(unsigned char on) { setValue(bottom, on, BOTTOM_FIELD); }
-  unsigned char getBottom() const { return valid(bottom, BOTTOM_FIELD); }
+  unsigned char getBottom() const { return getFieldValue(bottom, BOTTOM_FIELD); }
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
-  const nrVec3f& getCenter() const { return valid(center, CENTER_FIELD); }
+  const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
 
   // The shared unit parts (radius 1 at y = -1, apex at y = 1).
   static nrTriStripSet* getUnitSide();

@@ -16,18 +16,18 @@ class nrCylinder : public nrGeometry {
   ~nrCylinder() override;
 
   void setRadius(float r) { setValue(radius, r, RADIUS_FIELD); }
-  float getRadius() const { return valid(radius, RADIUS_FIELD); }
+  float getRadius() const { return getFieldValue(radius, RADIUS_FIELD); }
   void setHeight(float h) { setValue(height, h, HEIGHT_FIELD); }
-  float getHeight() const { return valid(height, HEIGHT_FIELD); }
+  float getHeight() const { return getFieldValue(height, HEIGHT_FIELD); }
   void setSide(unsigned char on) { setValue(side, on, SIDE_FIELD); }
-  unsigned char getSide() const { return valid(side, SIDE_FIELD); }
+  unsigned char getSide() const { return getFieldValue(side, SIDE_FIELD); }
   void setTop(unsigned char on) { setValue(top, on, TOP_FIELD); }
-  unsigned char getTop() const { return valid(top, TOP_FIELD); }
+  unsigned char getTop() const { return getFieldValue(top, TOP_FIELD); }
   void setBottom(unsigned char on) { setValue(bottom, on, BOTTOM_FIELD); }
-  unsigned char getBottom() const { return valid(bottom, BOTTOM_FIELD); }
+  unsigned char getBottom() const { return getFieldValue(bottom, BOTTOM_FIELD); }
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
-  const nrVec3f& getCenter() const { return valid(center, CENTER_FIELD); }
+  const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
 
   // A disc of segments vertices around the y axis at height y, facing +y
   // (facing > 0) or -y, as one strip.

@@ -240,14 +240,16 @@ nrGeoSet::~nrGeoSet() {
 // ---- fields ----
 
 void nrGeoSet::setCoordSet(nrCoordSet* set) { setRef(coordSet, set, COORD_SET_FIELD); }
-nrCoordSet* nrGeoSet::getCoordSet() const { return static_cast<nrCoordSet*>(valid(coordSet, COORD_SET_FIELD)); }
+nrCoordSet* nrGeoSet::getCoordSet() const { return static_cast<nrCoordSet*>(getFieldValue(coordSet, COORD_SET_FIELD)); }
 void nrGeoSet::setNormalSet(nrNormalSet* set) { setRef(normalSet, set, NORMAL_SET_FIELD); }
-nrNormalSet* nrGeoSet::getNormalSet() const { return static_cast<nrNormalSet*>(valid(normalSet, NORMAL_SET_FIELD)); }
+nrNormalSet* nrGeoSet::getNormalSet() const {
+  return static_cast<nrNormalSet*>(getFieldValue(normalSet, NORMAL_SET_FIELD));
+}
 void nrGeoSet::setColorSet(nrColorSet* set) { setRef(colorSet, set, COLOR_SET_FIELD); }
-nrColorSet* nrGeoSet::getColorSet() const { return static_cast<nrColorSet*>(valid(colorSet, COLOR_SET_FIELD)); }
+nrColorSet* nrGeoSet::getColorSet() const { return static_cast<nrColorSet*>(getFieldValue(colorSet, COLOR_SET_FIELD)); }
 void nrGeoSet::setTexCoordSet(nrTexCoordSet* set) { setRef(texCoordSet, set, TEX_COORD_SET_FIELD); }
 nrTexCoordSet* nrGeoSet::getTexCoordSet() const {
-  return static_cast<nrTexCoordSet*>(valid(texCoordSet, TEX_COORD_SET_FIELD));
+  return static_cast<nrTexCoordSet*>(getFieldValue(texCoordSet, TEX_COORD_SET_FIELD));
 }
 
 void nrGeoSet::setRef(nrContainer*& member, nrContainer* value, short index) {
@@ -257,7 +259,7 @@ void nrGeoSet::setRef(nrContainer*& member, nrContainer* value, short index) {
 }
 
 nrIndexSet* nrGeoSet::indexSet(nrContainer* const& member, short index) const {
-  return static_cast<nrIndexSet*>(valid(member, index));
+  return static_cast<nrIndexSet*>(getFieldValue(member, index));
 }
 
 void nrGeoSet::fieldChanged(short index) {

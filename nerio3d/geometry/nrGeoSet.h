@@ -67,13 +67,15 @@ class nrGeoSet : public nrGeometry {
   ~nrGeoSet() override;
 
   void setPrimCount(int count) { setValue(primCount, count, PRIM_COUNT_FIELD); }
-  int getPrimCount() const { return valid(primCount, PRIM_COUNT_FIELD); }
+  int getPrimCount() const { return getFieldValue(primCount, PRIM_COUNT_FIELD); }
   void setNormalBind(NormalBindEnum bind) { setValue(normalBind, int(bind), NORMAL_BIND_FIELD); }
-  NormalBindEnum getNormalBind() const { return NormalBindEnum(valid(normalBind, NORMAL_BIND_FIELD)); }
+  NormalBindEnum getNormalBind() const { return NormalBindEnum(getFieldValue(normalBind, NORMAL_BIND_FIELD)); }
   void setColorBind(ColorBindEnum bind) { setValue(colorBind, int(bind), COLOR_BIND_FIELD); }
-  ColorBindEnum getColorBind() const { return ColorBindEnum(valid(colorBind, COLOR_BIND_FIELD)); }
+  ColorBindEnum getColorBind() const { return ColorBindEnum(getFieldValue(colorBind, COLOR_BIND_FIELD)); }
   void setTexCoordBind(TexCoordBindEnum bind) { setValue(texCoordBind, int(bind), TEX_COORD_BIND_FIELD); }
-  TexCoordBindEnum getTexCoordBind() const { return TexCoordBindEnum(valid(texCoordBind, TEX_COORD_BIND_FIELD)); }
+  TexCoordBindEnum getTexCoordBind() const {
+    return TexCoordBindEnum(getFieldValue(texCoordBind, TEX_COORD_BIND_FIELD));
+  }
   void setCoordSet(nrCoordSet* set);
   nrCoordSet* getCoordSet() const;
   void setNormalSet(nrNormalSet* set);
@@ -92,7 +94,9 @@ class nrGeoSet : public nrGeometry {
   nrIndexSet* getTexCoordIndexSet() const { return indexSet(texCoordIndexSet, TEX_COORD_INDEX_SET_FIELD); }
   // Once written (even to the value in force) the set's cull face replaces the context's.
   void setCullFace(nrContext::CullFaceEnum face) { setValue(cullFace, int(face), CULL_FACE_FIELD); }
-  nrContext::CullFaceEnum getCullFace() const { return nrContext::CullFaceEnum(valid(cullFace, CULL_FACE_FIELD)); }
+  nrContext::CullFaceEnum getCullFace() const {
+    return nrContext::CullFaceEnum(getFieldValue(cullFace, CULL_FACE_FIELD));
+  }
 
   // The bindings in force: a field's binding while its attribute set is present, else none.
   NormalBindEnum getNormalBinding() const { return NormalBindEnum(normalBinding); }

@@ -81,10 +81,6 @@ class nrGeometry : public nrContainer {
     member = value;
     fieldChanged(index);
   }
-  template <typename T>
-  const T& valid(const T& member, short index) const {
-    return getFieldValue(member, index);
-  }
   // The nearest surface point a solid's exact pick found: the distance along
   // the segment, the part of the solid (its primitive) and the normal there.
   struct SolidHit {

@@ -28,29 +28,29 @@ class nrIndexedFaceSet : public nrPolySet {
   // solid and ccw choose the set's own cull face: none when not solid, else
   // the back of counter-clockwise faces or the front of clockwise ones.
   void setCcw(unsigned char on) { setValue(ccw, on, CCW_FIELD); }
-  unsigned char getCcw() const { return valid(ccw, CCW_FIELD); }
+  unsigned char getCcw() const { return getFieldValue(ccw, CCW_FIELD); }
   void setSolid(unsigned char on) { setValue(solid, on, SOLID_FIELD); }
-  unsigned char getSolid() const { return valid(solid, SOLID_FIELD); }
+  unsigned char getSolid() const { return getFieldValue(solid, SOLID_FIELD); }
   // Kept for normal generation; drawing does not use them.
   void setConvex(unsigned char on) { setValue(convex, on, CONVEX_FIELD); }
-  unsigned char getConvex() const { return valid(convex, CONVEX_FIELD); }
+  unsigned char getConvex() const { return getFieldValue(convex, CONVEX_FIELD); }
   void setCreaseAngle(float angle) { setValue(creaseAngle, angle, CREASE_ANGLE_FIELD); }
-  float getCreaseAngle() const { return valid(creaseAngle, CREASE_ANGLE_FIELD); }
+  float getCreaseAngle() const { return getFieldValue(creaseAngle, CREASE_ANGLE_FIELD); }
   void setColorPerVertex(unsigned char on) { setValue(colorPerVertex, on, COLOR_PER_VERTEX_FIELD); }
-  unsigned char getColorPerVertex() const { return valid(colorPerVertex, COLOR_PER_VERTEX_FIELD); }
+  unsigned char getColorPerVertex() const { return getFieldValue(colorPerVertex, COLOR_PER_VERTEX_FIELD); }
   void setNormalPerVertex(unsigned char on) { setValue(normalPerVertex, on, NORMAL_PER_VERTEX_FIELD); }
-  unsigned char getNormalPerVertex() const { return valid(normalPerVertex, NORMAL_PER_VERTEX_FIELD); }
+  unsigned char getNormalPerVertex() const { return getFieldValue(normalPerVertex, NORMAL_PER_VERTEX_FIELD); }
 
   // The VRML index lists. An attribute whose list is empty follows the
   // coordinate indices: it shares the coordinates' index set object.
   void setCoordIndex(int count, const int* values) { setList(coordIndex, count, values, COORD_INDEX_FIELD); }
-  const nrIntArray& getCoordIndex() const { return valid(coordIndex, COORD_INDEX_FIELD); }
+  const nrIntArray& getCoordIndex() const { return getFieldValue(coordIndex, COORD_INDEX_FIELD); }
   void setColorIndex(int count, const int* values) { setList(colorIndex, count, values, COLOR_INDEX_FIELD); }
-  const nrIntArray& getColorIndex() const { return valid(colorIndex, COLOR_INDEX_FIELD); }
+  const nrIntArray& getColorIndex() const { return getFieldValue(colorIndex, COLOR_INDEX_FIELD); }
   void setTexCoordIndex(int count, const int* values) { setList(texCoordIndex, count, values, TEX_COORD_INDEX_FIELD); }
-  const nrIntArray& getTexCoordIndex() const { return valid(texCoordIndex, TEX_COORD_INDEX_FIELD); }
+  const nrIntArray& getTexCoordIndex() const { return getFieldValue(texCoordIndex, TEX_COORD_INDEX_FIELD); }
   void setNormalIndex(int count, const int* values) { setList(normalIndex, count, values, NORMAL_INDEX_FIELD); }
-  const nrIntArray& getNormalIndex() const { return valid(normalIndex, NORMAL_INDEX_FIELD); }
+  const nrIntArray& getNormalIndex() const { return getFieldValue(normalIndex, NORMAL_INDEX_FIELD); }
 
   // Puts the face set's own normal index set (made on first need) in use
   // with count indices, one per face corner, for normal generation to fill

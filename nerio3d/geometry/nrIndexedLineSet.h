@@ -17,11 +17,11 @@ class nrIndexedLineSet : public nrLineStripSet {
   // The VRML index lists. Without a list of their own the colours follow
   // the coordinate indices: they share the coordinates' index set object.
   void setCoordIndex(int count, const int* values) { setList(coordIndex, count, values, COORD_INDEX_FIELD); }
-  const nrIntArray& getCoordIndex() const { return valid(coordIndex, COORD_INDEX_FIELD); }
+  const nrIntArray& getCoordIndex() const { return getFieldValue(coordIndex, COORD_INDEX_FIELD); }
   void setColorIndex(int count, const int* values) { setList(colorIndex, count, values, COLOR_INDEX_FIELD); }
-  const nrIntArray& getColorIndex() const { return valid(colorIndex, COLOR_INDEX_FIELD); }
+  const nrIntArray& getColorIndex() const { return getFieldValue(colorIndex, COLOR_INDEX_FIELD); }
   void setColorPerVertex(unsigned char on) { setValue(colorPerVertex, on, COLOR_PER_VERTEX_FIELD); }
-  unsigned char getColorPerVertex() const { return valid(colorPerVertex, COLOR_PER_VERTEX_FIELD); }
+  unsigned char getColorPerVertex() const { return getFieldValue(colorPerVertex, COLOR_PER_VERTEX_FIELD); }
 
   // Switches lighting and texturing off for the lines inside a pushed
   // context state, so that the state around them is left as it was.

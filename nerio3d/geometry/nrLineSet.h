@@ -14,7 +14,7 @@ class nrLineSet : public nrGeoSet {
   ~nrLineSet() override;
 
   void setWidth(float w) { setValue(width, w, WIDTH_FIELD); }
-  float getWidth() const { return valid(width, WIDTH_FIELD); }
+  float getWidth() const { return getFieldValue(width, WIDTH_FIELD); }
 
   int getPrimLen(int) override { return 2; }
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;

@@ -14,7 +14,7 @@ class nrLineStripSet : public nrLengthGeoSet {
   ~nrLineStripSet() override;
 
   void setWidth(float w) { setValue(width, w, WIDTH_FIELD); }
-  float getWidth() const { return valid(width, WIDTH_FIELD); }
+  float getWidth() const { return getFieldValue(width, WIDTH_FIELD); }
 
   void setStripLength(int count, const int* values) { setLengths(count, values); }
   void setStripLength(const nrIntArray& values) { setLengths(values); }

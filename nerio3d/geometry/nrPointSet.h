@@ -13,7 +13,7 @@ class nrPointSet : public nrGeoSet {
   ~nrPointSet() override;
 
   void setSize(float s) { setValue(size, s, SIZE_FIELD); }
-  float getSize() const { return valid(size, SIZE_FIELD); }
+  float getSize() const { return getFieldValue(size, SIZE_FIELD); }
 
   int getPrimLen(int) override { return 1; }
   bool beginDraw(nrGLAttrSet& attrs, nrContext* context) override;

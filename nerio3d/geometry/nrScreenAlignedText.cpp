@@ -73,14 +73,14 @@ nrScreenAlignedText::~nrScreenAlignedText() {
 }
 
 void nrScreenAlignedText::getPosition(float* x, float* y, float* z) const {
-  const nrVec3f& p = valid(position, POSITION_FIELD);
+  const nrVec3f& p = getFieldValue(position, POSITION_FIELD);
   *x = p[0];
   *y = p[1];
   *z = p[2];
 }
 
 void nrScreenAlignedText::getColor(float* r, float* g, float* b, float* a) const {
-  const nrVec4f& c = valid(color, COLOR_FIELD);
+  const nrVec4f& c = getFieldValue(color, COLOR_FIELD);
   *r = c[0];
   *g = c[1];
   *b = c[2];

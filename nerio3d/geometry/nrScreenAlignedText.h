@@ -34,23 +34,23 @@ class nrScreenAlignedText : public nrGeometry {
   ~nrScreenAlignedText() override;
 
   void setText(const nrString& value) { setValue(text, value, TEXT_FIELD); }
-  void getText(nrString& value) const { value = valid(text, TEXT_FIELD); }
+  void getText(nrString& value) const { value = getFieldValue(text, TEXT_FIELD); }
   void setPosition(float x, float y, float z) { setValue(position, nrVec3f(x, y, z), POSITION_FIELD); }
   void getPosition(float* x, float* y, float* z) const;
   void setPosition(const nrVec3f& value) { setValue(position, value, POSITION_FIELD); }
-  const nrVec3f& getPosition() const { return valid(position, POSITION_FIELD); }
+  const nrVec3f& getPosition() const { return getFieldValue(position, POSITION_FIELD); }
   void getPosition(nrVec3f& value) const { value = getPosition(); }
   void setColor(float r, float g, float b, float a) { setValue(color, nrVec4f(r, g, b, a), COLOR_FIELD); }
   void getColor(float* r, float* g, float* b, float* a) const;
   void setColor(const nrVec4f& value) { setValue(color, value, COLOR_FIELD); }
-  const nrVec4f& getColor() const { return valid(color, COLOR_FIELD); }
+  const nrVec4f& getColor() const { return getFieldValue(color, COLOR_FIELD); }
   void getColor(nrVec4f& value) const { value = getColor(); }
   // The height of a line in pixels.
   void setSize(int size) { setValue(fontSize, size, FONT_SIZE_FIELD); }
-  int getSize() const { return valid(fontSize, FONT_SIZE_FIELD); }
+  int getSize() const { return getFieldValue(fontSize, FONT_SIZE_FIELD); }
   // A FontFaceEnum value.
   void setFace(int face) { setValue(fontFace, face, FONT_FACE_FIELD); }
-  int getFace() const { return valid(fontFace, FONT_FACE_FIELD); }
+  int getFace() const { return getFieldValue(fontFace, FONT_FACE_FIELD); }
 
   // Sets the colour and the raster position at the text's position, then
   // calls one character list per character; the current colour is white after.

@@ -17,9 +17,9 @@ class nrSphere : public nrGeometry {
 
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
-  const nrVec3f& getCenter() const { return valid(center, CENTER_FIELD); }
+  const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
   void setRadius(float r) { setValue(radius, r, RADIUS_FIELD); }
-  float getRadius() const { return valid(radius, RADIUS_FIELD); }
+  float getRadius() const { return getFieldValue(radius, RADIUS_FIELD); }
 
   // The unit sphere as a subdivided octahedron: k = (int)sqrt(n / 8)
   // subdivisions per octant edge, k strips per octant, 8k strips in all.
