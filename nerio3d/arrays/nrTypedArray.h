@@ -82,7 +82,7 @@ class nrTypedArray : public nrArray {
     return *this;
   }
   ~nrTypedArray() {
-    if constexpr (!std::is_trivially_destructible_v<T>) {
+    if (!std::is_trivially_destructible<T>::value) {
       if (!data)
         for (unsigned i = 0; i < capacity; ++i) (*this)[i].~T();
     }
@@ -187,7 +187,7 @@ class nrTypedArray : public nrArray {
   // Owned elements past a smaller capacity are emptied first, so that texts
   // they hold are freed.
   void setSize(unsigned n) {
-    if constexpr (!std::is_trivially_destructible_v<T>) {
+    if (!std::is_trivially_destructible<T>::value) {
       if (!data)
         for (unsigned i = n; i < capacity; ++i) (*this)[i] = T();
     }

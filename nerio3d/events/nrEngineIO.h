@@ -12,7 +12,7 @@ template <typename Derived, typename Base, typename InField, typename OutField>
 class nrEngineIO : public Base {
  public:
   typedef typename InField::Array InArray;
-  typedef std::remove_pointer_t<decltype(std::declval<OutField&>().getStorage())> Out;
+  typedef typename std::remove_pointer<decltype(std::declval<OutField&>().getStorage())>::type Out;
 
   // The output, brought up to date first: reading it after an input changed
   // evaluates the engine.

@@ -58,7 +58,7 @@ class nrSFieldOf : public nrField {
  public:
   typedef T Value;
   // Scalars travel by value, composite values by const reference.
-  typedef std::conditional_t<std::is_scalar_v<T>, T, const T&> Param;
+  typedef typename std::conditional<std::is_scalar<T>::value, T, const T&>::type Param;
   typedef nrSFInfo<Field> Info;
 
   T get() const {

@@ -6,12 +6,15 @@ class nrOutput;
 class nrVec2f {
  public:
   // The components by index or by name: vec[0] and x are the same float.
+#pragma GCC diagnostic push  // clang too: the named struct is an extension it warns of
+#pragma GCC diagnostic ignored "-Wpedantic"
   union {
     float vec[2];
     __extension__ struct {
       float x, y;
     };
   };
+#pragma GCC diagnostic pop
 
   nrVec2f() = default;
   nrVec2f(float x0, float y0) : vec{x0, y0} {}

@@ -9,12 +9,15 @@ class nrMatrix4f;
 class nrVec3f {
  public:
   // The components by index or by name: vec[0] and x are the same float.
+#pragma GCC diagnostic push  // clang too: the named struct is an extension it warns of
+#pragma GCC diagnostic ignored "-Wpedantic"
   union {
     float vec[3];
     __extension__ struct {
       float x, y, z;
     };
   };
+#pragma GCC diagnostic pop
 
   nrVec3f() = default;
   nrVec3f(float x0, float y0, float z0) : vec{x0, y0, z0} {}

@@ -7,12 +7,15 @@ class nrMatrix4f;
 class nrVec4f {
  public:
   // The components by index or by name: vec[0] and x are the same float.
+#pragma GCC diagnostic push  // clang too: the named struct is an extension it warns of
+#pragma GCC diagnostic ignored "-Wpedantic"
   union {
     float vec[4];
     __extension__ struct {
       float x, y, z, w;
     };
   };
+#pragma GCC diagnostic pop
 
   nrVec4f() = default;
   nrVec4f(float x0, float y0, float z0, float w0) : vec{x0, y0, z0, w0} {}
