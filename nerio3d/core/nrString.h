@@ -1,12 +1,15 @@
 // Owned, possibly null, heap copy of a zero-terminated text; null is the empty state.
 #pragma once
 
+#include <string>
+
 class nrOutput;
 
 class nrString {
  public:
   nrString() = default;
   nrString(const char* s) { *this = s; }
+  nrString(const std::string& s) { *this = s.c_str(); }
   nrString(const nrString& other) { *this = other.str; }
   ~nrString();
 

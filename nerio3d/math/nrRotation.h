@@ -13,9 +13,14 @@ class nrRotation {
 
   nrRotation() = default;
   nrRotation(float x, float y, float z, float a) : axis(x, y, z), angle(a) {}
+  nrRotation(const nrVec3f& axisOfRotation, float a) : axis(axisOfRotation), angle(a) {}
 
   void set(float x, float y, float z, float a) {
     axis.set(x, y, z);
+    angle = a;
+  }
+  void set(const nrVec3f& axisOfRotation, float a) {
+    axis = axisOfRotation;
     angle = a;
   }
   // Components in storage order: axis x, y, z, then the angle.

@@ -43,6 +43,8 @@ TEST(nrString, AssignAppendAndCompare) {
   nrString copy(s);
   s.makeEmpty();
   EXPECT_TRUE(copy == "abcdef");
+  s = std::string("from a std::string");
+  EXPECT_TRUE(s == "from a std::string");
 }
 
 TEST(nrString, WriteIsInvertedOnPurpose) {

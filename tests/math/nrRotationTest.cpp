@@ -35,6 +35,7 @@ TEST(nrRotation, ComposesLikeMatrixProducts) {
 
   r.invert(b);
   EXPECT_EQ(r, nrRotation(0, 0.6f, 0.8f, 1.1f));
+  EXPECT_EQ(r, nrRotation(nrVec3f(0, 0.6f, 0.8f), 1.1f));
   // Components read by index in storage order, the angle last.
   const nrRotation& cr = r;
   EXPECT_EQ(cr[1], 0.6f);
