@@ -15,9 +15,11 @@ class nrBox : public nrGeometry {
   void setSize(const nrVec3f& s) { setValue(size, s, SIZE_FIELD); }
   void setSize(float x, float y, float z) { setValue(size, nrVec3f(x, y, z), SIZE_FIELD); }
   const nrVec3f& getSize() const { return getFieldValue(size, SIZE_FIELD); }
+  void getSize(nrVec3f& value) const { value = getSize(); }
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(nrVec3f& value) const { value = getCenter(); }
 
   void draw(nrDrawAction* action) override;
   // The exact box: where the segment enters it (or, from inside, leaves it),

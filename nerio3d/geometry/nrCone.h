@@ -26,6 +26,7 @@ class nrCone : public nrGeometry {
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(nrVec3f& value) const { value = getCenter(); }
 
   // The shared unit parts (radius 1 at y = -1, apex at y = 1).
   static nrTriStripSet* getUnitSide();

@@ -28,6 +28,7 @@ class nrCylinder : public nrGeometry {
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(nrVec3f& value) const { value = getCenter(); }
 
   // A disc of segments vertices around the y axis at height y, facing +y
   // (facing > 0) or -y, as one strip.

@@ -18,6 +18,7 @@ class nrSphere : public nrGeometry {
   void setCenter(const nrVec3f& c) { setValue(center, c, CENTER_FIELD); }
   void setCenter(float x, float y, float z) { setValue(center, nrVec3f(x, y, z), CENTER_FIELD); }
   const nrVec3f& getCenter() const { return getFieldValue(center, CENTER_FIELD); }
+  void getCenter(nrVec3f& value) const { value = getCenter(); }
   void setRadius(float r) { setValue(radius, r, RADIUS_FIELD); }
   float getRadius() const { return getFieldValue(radius, RADIUS_FIELD); }
 

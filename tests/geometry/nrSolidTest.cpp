@@ -129,6 +129,12 @@ TEST_F(Solid, BoundsComeFromTheFieldsNamedAsTheSceneReaderSetsThem) {
     EXPECT_EQ(c.solid->getBoxBound().max, c.max) << c.solid->getType()->getName();
     for (const char* name : c.names) EXPECT_NE(c.solid->getField(name), nullptr) << name;
   }
+  // The vector fields also read into a value of the caller's.
+  nrVec3f size, center;
+  static_cast<const nrBox*>(box)->getSize(size);
+  sphere->getCenter(center);
+  EXPECT_EQ(size, nrVec3f(2, -4, 6));
+  EXPECT_EQ(center, nrVec3f(0, 0, -1));
 }
 
 TEST_F(Solid, PickingMeetsTheDrawnSurfacesExactly) {
