@@ -11,10 +11,14 @@ class nrSphereBound;
 class nrPlane {
  public:
   nrVec3f normal{0.0f, 0.0f, 1.0f};
-  float offset = 0.0f;
+  // The offset answers to both names: d, as in normal . p = d, and offset.
+  union {
+    float offset = 0.0f;
+    float d;
+  };
 
   nrPlane() = default;
-  nrPlane(const nrVec3f& n, float d) : normal(n), offset(d) {}
+  nrPlane(const nrVec3f& n, float dist) : normal(n), offset(dist) {}
 
   // Through three points; the normal points to where a, b, c turn counter-clockwise.
   void makePts(const nrVec3f& a, const nrVec3f& b, const nrVec3f& c);

@@ -31,6 +31,7 @@ TEST(nrPlane, ConstructionProjectionAndSegments) {
   p.makeNormPt(nrVec3f(0, 3, 4), nrVec3f(0, 0, 5));
   EXPECT_TRUE(p.normal.almostEqual(nrVec3f(0, 0.6f, 0.8f), 1e-6f));
   EXPECT_FLOAT_EQ(p.offset, 4.0f);
+  EXPECT_FLOAT_EQ(p.d, 4.0f);  // the offset's other name
   nrVec3f q;
   p.closestPtOn(nrVec3f(1, 3, 4), &q);
   EXPECT_TRUE(q.almostEqual(nrVec3f(1, 3 - 0.6f, 4 - 0.8f), 1e-5f));
