@@ -93,6 +93,27 @@ class nrTypedArray : public nrArray {
   const T& get(unsigned i) const { return (*this)[i]; }
   T* getArray() const { return reinterpret_cast<T*>(elements); }
 
+  // Range-for over the first getCount() elements, a view's at its stride.
+  template <typename Element>
+  class Cursor {
+   public:
+    Cursor(unsigned char* at, unsigned step) : p(at), stride(step) {}
+    Element& operator*() const { return *reinterpret_cast<Element*>(p); }
+    Cursor& operator++() {
+      p += stride;
+      return *this;
+    }
+    bool operator!=(const Cursor& c) const { return p != c.p; }
+
+   private:
+    unsigned char* p;
+    unsigned stride;
+  };
+  Cursor<T> begin() { return Cursor<T>(at(0), stride); }
+  Cursor<T> end() { return Cursor<T>(at(count), stride); }
+  Cursor<const T> begin() const { return Cursor<const T>(at(0), stride); }
+  Cursor<const T> end() const { return Cursor<const T>(at(count), stride); }
+
   // v may be an element of this array: growing moves the storage, so a value
   // that must survive growth or shifting is copied first. A store that finds
   // no storage (a view that cannot grow, memory exhausted) is dropped.

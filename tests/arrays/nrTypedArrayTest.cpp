@@ -157,6 +157,13 @@ TEST(nrTypedArray, ViewsOfASharedBlock) {
     view.set(1, nrVec3f(1, 2, 3));
     const float* payload = reinterpret_cast<const float*>(static_cast<char*>(block->getPayload()) + 4 + 24);
     EXPECT_EQ(payload[2], 3.0f);
+    // Range-for steps at the view's stride over its counted elements.
+    view.set(0, nrVec3f(0, 0, 0));
+    for (nrVec3f& v : view) v.x += 1;
+    float sum = 0;
+    for (const nrVec3f& v : static_cast<const nrVec3fArray&>(view)) sum += v.x + v.y + v.z;
+    EXPECT_EQ(sum, 1 + (2 + 2 + 3));
+    EXPECT_EQ(payload[0], 2.0f);
 
     EXPECT_EQ(nrtest::captureStderr([&] { view.setCount(9); }), "(FATAL, RESOURCE): Cannot resize interleaved array\n");
     EXPECT_EQ(view.getSize(), 8u);
