@@ -15,6 +15,8 @@ class nrData : public nrObject {
   static nrData* create(unsigned payloadBytes) { return new (payloadBytes) nrData; }
 
   void* operator new(size_t headerSize, unsigned payloadBytes) noexcept;
+  // Plain new nrData: a block without payload.
+  void* operator new(size_t headerSize) noexcept { return operator new(headerSize, 0u); }
   void operator delete(void* p);
 
   // A new block of the same size holding a byte copy of the payload; null

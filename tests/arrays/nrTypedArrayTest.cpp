@@ -171,6 +171,10 @@ TEST(nrTypedArray, ViewsOfASharedBlock) {
   }
   EXPECT_EQ(block->getRefCount(), 1);
   block->unref();
+
+  nrData* empty = new nrData;
+  EXPECT_EQ(empty->getSize(), 0u);
+  EXPECT_TRUE(empty->unref());
 }
 
 TEST(nrTypedArray, HostileIndicesRangesAndViewsStoreNothingOutside) {
