@@ -175,6 +175,10 @@ class nrContext : public nrObject {
   // slots hold enabled lights. sameIndex is the slot too when the light already
   // sits there unchanged, so its parameters need not be sent again; else -1.
   int getLightTarget(nrLight* light, const nrMatrix4f& matrix, int& sameIndex);
+  // The same with sameIndex given by address, as C callers write it.
+  int getLightTarget(nrLight* light, const nrMatrix4f& matrix, int* sameIndex) {
+    return getLightTarget(light, matrix, *sameIndex);
+  }
   void disableLightTargets();
   static void disableLight(nrLight* light);
 

@@ -54,9 +54,11 @@ class nrFog : public nrNode {
   float index;
   nrVec4f color;
 
+  // Sends the mode, the scalar parameters and the colour; a fog subclass may
+  // send more.
+  virtual void define();
+
  private:
-  // Sends the mode, the scalar parameters and the colour.
-  void define();
   // Applies the fog's on state and loads it when it is to be drawn.
   void apply(nrContext* context);
 };

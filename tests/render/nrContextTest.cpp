@@ -487,7 +487,8 @@ TEST_F(Lights, PoppingDisablesNewcomersAndRestoresTheLevelBelow) {
   EXPECT_TRUE(l[1]->pops.empty());
   EXPECT_EQ(l[0]->getRefCount(), 2);
   EXPECT_EQ(context->getLight(6), nullptr);
-  EXPECT_EQ(context->getLightTarget(l[0], placed, same), 7);
+  same = 0;
+  EXPECT_EQ(context->getLightTarget(l[0], placed, &same), 7);
   EXPECT_EQ(same, 7);
 
   l[0]->setOn(0);

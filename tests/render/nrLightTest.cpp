@@ -162,6 +162,15 @@ TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {
   hold(new nrFog)->draw(&fresh);
   EXPECT_EQ(lightParameters(rec.calls()).size(), 9u);
   EXPECT_EQ(nrtest::callsStarting(rec.calls(), "glFog").size(), 6u);
+  struct tstFog : nrFog {
+    void define() override {
+      nrgl::Hint(GL_FOG_HINT, GL_NICEST);
+      nrFog::define();
+    }
+  };
+  rec.clear();
+  hold(new tstFog)->draw(&fresh);
+  EXPECT_EQ(rec.calls().size(), 7u) << "a subclass's define loads the fog";
 }
 
 TEST_F(Light, AnEnvironmentScopesItsLightsAndFogToItsChildren) {
