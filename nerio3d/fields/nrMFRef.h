@@ -9,7 +9,7 @@ class nrMFRef : public nrMField {
   NR_DECLARE_TYPE(nrMFRef)
   nrType* getType() const override { return getClassType(); }
 
-  unsigned getCount() {
+  unsigned getCount() const {
     validate();
     return value->getCount();
   }

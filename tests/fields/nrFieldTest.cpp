@@ -233,7 +233,8 @@ TEST(nrField, ReferencesRefuseContainersOfTheWrongType) {
   for (const auto& [call, message] : table) EXPECT_EQ(nrtest::captureStderr(call), message);
 
   EXPECT_EQ(ref->get(), nullptr);
-  EXPECT_EQ(std::pair(list->getCount(), list->get(0)), std::pair(1u, static_cast<nrContainer*>(good)));
+  const nrMFRef* readOnly = list;
+  EXPECT_EQ(std::pair(readOnly->getCount(), readOnly->get(0)), std::pair(1u, static_cast<nrContainer*>(good)));
   EXPECT_EQ(std::pair(bad->getRefCount(), bad->getParentCount()), std::pair(1, 0));
   EXPECT_EQ(owner->changes[tstAll::MFREF], 1);
   nrtest::unref(bad, owner);
