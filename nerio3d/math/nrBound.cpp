@@ -12,11 +12,11 @@ void nrBound::around(const nrVec3f[], int) {
   warn("WARNING: Shouldn't be in pure virtual around(const nrVec3f pts[], int npt)");
 }
 
-void nrBound::around(const nrSphereBound* const[], int) {
+void nrBound::around(const nrSphereBound*[], int) {
   warn("WARNING: Shouldn't be in pure virtual around(const nrSphereBound* sphs[], int nsph)");
 }
 
-void nrBound::around(const nrBoxBound* const[], int) {
+void nrBound::around(const nrBoxBound*[], int) {
   warn("WARNING: Shouldn't be in pure virtual around(const nrBoxBound* boxes[], int nbox)");
 }
 

@@ -14,8 +14,12 @@ class nrBound {
   virtual void around(const nrBoxBound* box);
   virtual void around(const nrSphereBound* sph);
   // Arrays of bounds skip null and empty members.
-  virtual void around(const nrBoxBound* const boxes[], int n);
-  virtual void around(const nrSphereBound* const sphs[], int n);
+  virtual void around(const nrBoxBound* boxes[], int n);
+  virtual void around(const nrSphereBound* sphs[], int n);
+  // Lists of const pointers, or of bounds the caller may change, take the same
+  // path (the list itself is only read).
+  void around(const nrBoxBound* const boxes[], int n) { around(const_cast<const nrBoxBound**>(boxes), n); }
+  void around(const nrSphereBound* const sphs[], int n) { around(const_cast<const nrSphereBound**>(sphs), n); }
   virtual void around(const nrVec3f pts[], int n);
   virtual void extendBy(const nrSphereBound* sph);
   virtual void extendBy(const nrBoxBound* box);

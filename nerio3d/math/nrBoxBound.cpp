@@ -25,13 +25,13 @@ int nrBoxBound::isEmpty() const {
 }
 
 // A null list, like a null element, adds nothing.
-void nrBoxBound::around(const nrBoxBound* const boxes[], int n) {
+void nrBoxBound::around(const nrBoxBound* boxes[], int n) {
   makeEmpty();
   for (int i = 0; boxes && i < n; ++i)
     if (boxes[i]) extendBy(boxes[i]);
 }
 
-void nrBoxBound::around(const nrSphereBound* const sphs[], int n) {
+void nrBoxBound::around(const nrSphereBound* sphs[], int n) {
   makeEmpty();
   for (int i = 0; sphs && i < n; ++i) {
     const nrSphereBound* s = sphs[i];

@@ -23,8 +23,8 @@ class nrBoxBound : public nrBound {
   // min = +1/10 of the largest float on every axis, max its negative.
   void makeEmpty() override;
   int isEmpty() const override;
-  void around(const nrBoxBound* const boxes[], int n) override;
-  void around(const nrSphereBound* const sphs[], int n) override;
+  void around(const nrBoxBound* boxes[], int n) override;
+  void around(const nrSphereBound* sphs[], int n) override;
   void around(const nrVec3f pts[], int n) override;
   void extendBy(const nrBoxBound* box) override;
   void extendBy(const nrVec3f& pt) override;

@@ -56,7 +56,7 @@ void nrSphereBound::makeEmpty() {
 
 int nrSphereBound::isEmpty() const { return radius < 0.0f; }
 
-void nrSphereBound::around(const nrBoxBound* const boxes[], int n) {
+void nrSphereBound::around(const nrBoxBound* boxes[], int n) {
   std::vector<nrVec3f> corners;
   for (int i = 0; boxes && i < n; ++i) {
     const nrBoxBound* b = boxes[i];
@@ -126,7 +126,7 @@ void nrSphereBound::around(const nrVec3f pts[], int n) {
 
 // As for points: the sphere centred on the bounding box of the spheres, or the
 // largest sphere extended by the others, whichever is smaller.
-void nrSphereBound::around(const nrSphereBound* const sphs[], int n) {
+void nrSphereBound::around(const nrSphereBound* sphs[], int n) {
   nrBoxBound box;
   box.around(sphs, n);
   if (box.isEmpty()) {

@@ -23,8 +23,8 @@ class nrSphereBound : public nrBound {
   void makeEmpty() override;
   int isEmpty() const override;
   // The arrays give a close enclosing sphere; empty input gives an empty sphere.
-  void around(const nrBoxBound* const boxes[], int n) override;
-  void around(const nrSphereBound* const sphs[], int n) override;
+  void around(const nrBoxBound* boxes[], int n) override;
+  void around(const nrSphereBound* sphs[], int n) override;
   void around(const nrVec3f pts[], int n) override;
   // The smallest sphere around this one and sph.
   void extendBy(const nrSphereBound* sph) override;

@@ -239,6 +239,24 @@ TEST(nrSphereBound, AroundArraysEnclosesTightly) {
   s.around(boxes, 2);
   EXPECT_TRUE(s.center.almostEqual(nrVec3f(1, 1, 1), 1e-6f));
   EXPECT_NEAR(s.radius, std::sqrt(3.0f), 1e-6f);
+
+  // A subclass overriding the list versions sees lists of changeable bounds
+  // and of const pointers as well.
+  struct Counted : nrSphereBound {
+    int lists = 0;
+    void around(const nrSphereBound* l[], int n) override { ++lists, nrSphereBound::around(l, n); }
+    void around(const nrBoxBound* l[], int n) override { ++lists, nrSphereBound::around(l, n); }
+    using nrSphereBound::around;
+  } counted;
+  nrSphereBound* changeable[] = {&big, &small};
+  const nrSphereBound* const fixed[] = {&small, &big};
+  counted.around(changeable, 2);
+  counted.around(fixed, 2);
+  counted.around(boxes, 2);
+  EXPECT_EQ(counted.lists, 3);
+  EXPECT_NEAR(counted.radius, std::sqrt(3.0f), 1e-6f);
+  counted.around(changeable, 2);
+  EXPECT_TRUE(counted.center.almostEqual(nrVec3f(1, 0, 0), 1e-5f));
 }
 
 TEST(nrSphereBound, SegmentsAndTransforms) {
