@@ -55,9 +55,9 @@ class nrGroup : public nrNode {
   nrTravDirective drawVisit(nrDrawAction* action) override;
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
+  void cleanSideEffect(short index) override;
 
  protected:
-  void cleanSideEffect(short index) override;
   bool closesCycle(nrNode* node, const char* who);
 
   // Every helper below takes the children from first up to (not including)

@@ -78,6 +78,7 @@ class nrTransform : public nrGroup {
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
+  void cleanSideEffect(short index) override;
   // The matrix and its classification come with the parts.
   void copy(nrContainer* from, nrCloneTable* table) override;
   using nrGroup::copy;
@@ -86,8 +87,6 @@ class nrTransform : public nrGroup {
   enum PathEnum { NO_PATH, TRANSLATE_PATH, ROTATE_PATH, MATRIX_PATH };
   // Bits of the state word.
   enum { MATRIX_STALE = 1, PARTS_CHANGED = 2, PARTS_STALE = 4, CHILD_SPHERE_STALE = 8, SPHERE_STALE = 16 };
-
-  void cleanSideEffect(short index) override;
 
   // Rebuilds the matrix from the parts.
   void cleanMatrix();

@@ -2,6 +2,7 @@
 
 #include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrSField.h"
+#include "nerio3d/nodes/nrTransform.h"
 #include "nrCapture.h"
 #include "nrHeld.h"
 #include "nrNodeTestTypes.h"
@@ -121,6 +122,23 @@ TEST(nrGroup, EmptyAndNullChildrenGiveWhatAroundGivesForThem) {
   g->setChild(3, leafAt(1, 2, 3, 1));
   expectSphere(g, 1, 2, 3, 1);
   g->unref();
+
+  // Cleaning the sphere by hand recomputes it from the children, even over a
+  // sphere set while STATIC; a transform places it as a read would.
+  nrGroup* plain = nrtest::held<nrGroup>();
+  nrTransform* placed = nrtest::held<nrTransform>();
+  plain->addChild(leafAt(1, 2, 3, 1));
+  placed->addChild(leafAt(1, 0, 0, 1));
+  placed->setScale(2, 2, 2);
+  for (nrGroup* h : {plain, static_cast<nrGroup*>(placed)}) {
+    h->setBoundMode(nrNode::STATIC);
+    h->setSphereBound(nrSphereBound(nrVec3f(0, 0, 0), 9));
+    h->cleanSideEffect(nrNode::SPHERE_BOUND_FIELD);
+  }
+  expectSphere(plain, 1, 2, 3, 1);
+  expectSphere(placed, 2, 0, 0, 2);
+  plain->unref();
+  placed->unref();
 }
 
 TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {
