@@ -56,10 +56,9 @@ class nrGeometry : public nrContainer {
   // in DYNAMIC mode it is recomputed.
   void copy(nrContainer* from, nrCloneTable* table) override;
   using nrContainer::copy;
-
- protected:
   void cleanSideEffect(short index) override;
 
+ protected:
   // Brings the pending fields up to date, as drawing and picking do first.
   void cleanPendingFields() {
     nrBitMask pending = getSideEffectMask() | getStaleInputMask();

@@ -65,9 +65,9 @@ class nrIndexedFaceSet : public nrPolySet {
   // VRML text: the attribute sets under their VRML names, the flags and the index lists.
   void write(nrOutput* out) override;
   void fieldChanged(short index) override;
+  void cleanSideEffect(short index) override;
 
  protected:
-  void cleanSideEffect(short index) override;
   // The index lists kept as index sets wait until they are read.
   void cleanFieldsForUse(const nrBitMask& pending) override;
 

@@ -56,10 +56,9 @@ class nrShape : public nrNode {
   void isect(nrIsectAction* action) override;
   void fieldChanged(short index) override;
   void childChanged(nrContainer* child, short index) override;
-
- protected:
   void cleanSideEffect(short index) override;
 
+ protected:
   nrContainer* appearance;
   nrRefArray geometry;
   nrPtrArray paths;

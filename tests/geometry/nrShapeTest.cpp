@@ -74,6 +74,10 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   shape->getGeometry(0)->copy(set<nrQuadSet>({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, 1));
   shape->getSphereBound(sphere);
   EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  // Bounds cleaned on request, as the application may call it, give the same.
+  shape->getGeometry(0)->cleanSideEffect(nrGeometry::BOX_BOUND_FIELD);
+  shape->cleanSideEffect(nrShape::SPHERE_BOUND_FIELD);
+  EXPECT_TRUE(shape->getSphereBound().center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
 }
 
 TEST_F(Shape, OutsideTheViewItIsNeitherDrawnNorVisited) {
