@@ -377,7 +377,7 @@ void nrContext::setAlphaFunc(AlphaFuncEnum func) {
   if (!known(alphaFuncGL, func, "setAlphaFunc") || !set(_nrGfx::ALPHA_FUNC_ELT, &_nrGfx::alphaFunc, func)) return;
   // The enumeration is compared with the OpenGL code of GL_ALWAYS (519), which
   // no enumeration value has: ALWAYS_AFUNC keeps the alpha test enabled. Kept so.
-  if (func == GL_ALWAYS) {
+  if (static_cast<int>(func) == GL_ALWAYS) {
     nrgl::Disable(GL_ALPHA_TEST);
   } else {
     nrgl::Enable(GL_ALPHA_TEST);
