@@ -287,12 +287,9 @@ TEST(nrSphereBound, SegmentsAndTransforms) {
   m.postScale(m, 2, 2, 2);
   moved.orthoXform(&s, m);
   EXPECT_NEAR(moved.radius, 3.0f, 1e-5f);
-  moved.orthoXform(empty, m);
-  EXPECT_TRUE(moved.isEmpty());
-  moved = s;
-  moved.xform(nullptr, m);
-  EXPECT_TRUE(moved.isEmpty());
-  moved = s;
-  moved.orthoXform(nullptr, m);
-  EXPECT_TRUE(moved.isEmpty());
+  for (int from = 0; from < 3; ++from) {
+    moved = s;
+    from == 0 ? moved.orthoXform(empty, m) : from == 1 ? moved.xform(nullptr, m) : moved.orthoXform(nullptr, m);
+    EXPECT_TRUE(moved.isEmpty()) << from;
+  }
 }

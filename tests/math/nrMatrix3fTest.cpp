@@ -9,6 +9,8 @@
 
 namespace {
 
+const float ident[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+
 void mul(const float a[3][3], const float b[3][3], float r[3][3], bool transposeB = false) {
   for (int i = 0; i < 3; ++i)
     for (int j = 0; j < 3; ++j) {
@@ -36,7 +38,6 @@ void upperLeft(const nrMatrix4f& m, float out[3][3]) {
 
 void expectRotation(const float m[3][3]) {
   float mmT[3][3];
-  const float ident[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
   mul(m, m, mmT, true);
   expectNear(mmT, ident, 1e-5f);
   EXPECT_NEAR(det(m), 1.0, 1e-5);
@@ -130,7 +131,6 @@ TEST(nrMatrix3f, AxisAndAngleOfARotation) {
       EXPECT_TRUE(back.almostEqual(m, 2e-5f)) << angle;
       EXPECT_NEAR(std::sqrt(axis[0] * axis[0] + axis[1] * axis[1] + axis[2] * axis[2]), 1.0f, 1e-6f);
     }
-  const float ident[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
   float axis[3], angle = 1;
   nrMatrix3f::getAxis(ident, axis, angle);
   EXPECT_EQ(angle, 0.0f);
