@@ -61,9 +61,7 @@ TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
 
   leaf->setSphereBound(nrSphereBound(nrVec3f(4, 0, 0), 1));
   leaf->setSphereBound(nrSphereBound(nrVec3f(6, 0, 0), 1));
-  EXPECT_EQ(low->childNotices, 2);
-  EXPECT_EQ(mid->childNotices, 1);
-  EXPECT_EQ(top->childNotices, 1);
+  EXPECT_EQ(std::vector({low->childNotices, mid->childNotices, top->childNotices}), std::vector({2, 1, 1}));
   for (tstGroup* g : levels) {
     EXPECT_TRUE(g->isSphereStale());
     EXPECT_EQ(g->boundsComputed, 1);
@@ -100,8 +98,7 @@ TEST(nrGroup, ChangesBelowMarkEveryDynamicLevelStaleOnceAndComputeOnRead) {
   nrVec3f apart;
   apart.sub(want.center, outer.center);
   EXPECT_GE(outer.radius + 1e-4f, apart.length() + want.radius);
-  built->unref();
-  top->unref();
+  nrtest::unref(built, top);
 }
 
 TEST(nrGroup, EmptyAndNullChildrenGiveWhatAroundGivesForThem) {
@@ -137,8 +134,7 @@ TEST(nrGroup, EmptyAndNullChildrenGiveWhatAroundGivesForThem) {
   }
   expectSphere(plain, 1, 2, 3, 1);
   expectSphere(placed, 2, 0, 0, 2);
-  plain->unref();
-  placed->unref();
+  nrtest::unref(plain, placed);
 }
 
 TEST(nrGroup, ChildrenAreOwnedByTheGroupsThatHoldThem) {

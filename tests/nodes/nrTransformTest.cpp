@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "../render/nrRenderFixture.h"
 #include "nerio3d/actions/nrDrawAction.h"
@@ -223,15 +224,14 @@ TEST(nrTransform, PartsComposeInOrderAndComeBackFromAMatrix) {
   t->setMatrix(m);
   EXPECT_EQ(t->getKind(), nrTransform::SCALE_KIND | nrTransform::MATRIX_KIND);
   float x, y, z;
-  t->getTranslation(&x, &y, &z);
-  EXPECT_EQ(nrVec3f(x, y, z), nrVec3f(4, 5, 6));
-  EXPECT_EQ(t->getCenter(), nrVec3f(0, 0, 0));
-  EXPECT_TRUE(t->getScale().almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
   nrVec3f translation;
   nrRotation orientation;
+  t->getTranslation(&x, &y, &z);
   t->getTranslation(translation);
   t->getScaleOrientation(orientation);
-  EXPECT_EQ(translation, nrVec3f(4, 5, 6));
+  EXPECT_EQ(std::pair(nrVec3f(x, y, z), translation), std::pair(nrVec3f(4, 5, 6), nrVec3f(4, 5, 6)));
+  EXPECT_EQ(t->getCenter(), nrVec3f(0, 0, 0));
+  EXPECT_TRUE(t->getScale().almostEqual(nrVec3f(3, 2, -0.5f), 1e-5f)) << "the reflection is the last scale";
   EXPECT_EQ(orientation, t->getScaleOrientation());
   nrMatrix4f back;
   t->getMatrix(back);
