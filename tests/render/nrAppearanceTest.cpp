@@ -1,5 +1,7 @@
 #include "nerio3d/render/nrAppearance.h"
 
+#include <tuple>
+
 #include "nerio3d/actions/nrDrawAction.h"
 #include "nerio3d/fields/nrFieldInfo.h"
 #include "nerio3d/render/_nrGfx.h"
@@ -90,21 +92,18 @@ TEST_F(Appearance, DrawingAndGettersTakeWhatConnectionsBring) {
   EXPECT_EQ(to->getAlphaRef(), 0.5f);
   from->setColorMask(1, 0, 1, 0);
   from->setBlendColor(0.5f, 0.25f, 0, 1);
-  unsigned char mask[4];
-  to->getColorMask(&mask[0], &mask[1], &mask[2], &mask[3]);
-  EXPECT_EQ(nrVec4ub(mask[0], mask[1], mask[2], mask[3]), nrVec4ub(1, 0, 1, 0));
-  float color[4];
-  to->getBlendColor(&color[0], &color[1], &color[2], &color[3]);
-  EXPECT_EQ(nrVec4f(color[0], color[1], color[2], color[3]), nrVec4f(0.5f, 0.25f, 0, 1));
-  nrVec4ub maskOut;
-  nrVec4f colorOut;
+  nrVec4ub mask, maskOut;
+  nrVec4f color, colorOut;
   nrMatrix4f transformOut;
+  to->getColorMask(&mask[0], &mask[1], &mask[2], &mask[3]);
+  to->getBlendColor(&color[0], &color[1], &color[2], &color[3]);
   to->getColorMask(maskOut);
   to->getBlendColor(colorOut);
   to->getTexTransform(transformOut);
-  EXPECT_EQ(maskOut, nrVec4ub(1, 0, 1, 0));
-  EXPECT_EQ(colorOut, nrVec4f(0.5f, 0.25f, 0, 1));
-  EXPECT_EQ(transformOut, to->getTexTransform());
+  EXPECT_EQ(mask, nrVec4ub(1, 0, 1, 0));
+  EXPECT_EQ(color, nrVec4f(0.5f, 0.25f, 0, 1));
+  EXPECT_EQ(std::make_tuple(maskOut, colorOut, transformOut), std::make_tuple(mask, color, to->getTexTransform()))
+      << "by reference";
   EXPECT_EQ(genTo->getPlaneT(), nrVec4f(1, 2, 3, 4));
   nrtest::unref(from, to, genFrom, genTo);
 }

@@ -1,6 +1,7 @@
 #include "nerio3d/render/nrContext.h"
 
 #include <climits>
+#include <tuple>
 
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrAppearance.h"
@@ -127,8 +128,7 @@ TEST_F(Context, BlendFollowsTheFactorsAndTheTransparencyMode) {
   context->setTranspMode(nrContext::NICE_TRANSP);
   EXPECT_EQ(blendAndStipple(), std::make_pair(true, false));
   context->setTranspEnable(0);
-  EXPECT_FALSE(isOn(GL_BLEND));
-  EXPECT_EQ(getInt(GL_BLEND_SRC), GL_ONE);
+  EXPECT_EQ(std::make_pair(isOn(GL_BLEND), getInt(GL_BLEND_SRC)), std::make_pair(false, GL_ONE));
 
   context->setTranspMode(nrContext::FAST_TRANSP);
   EXPECT_FALSE(isOn(GL_POLYGON_STIPPLE)) << "a mode change while off changes nothing";
@@ -232,9 +232,8 @@ TEST_F(Context, ValuesOutsideAnEnumerationAreRefusedAndNullsIgnored) {
             "nrContext::setLineWidth() - value 0 out of range\n"
             "nrContext::setPointSize() - value -2.5 out of range\n");
   EXPECT_EQ(nrgl::GetError(), GLenum(GL_NO_ERROR));
-  EXPECT_EQ(getInt(GL_POLYGON_MODE), GL_FILL);
-  EXPECT_FALSE(isOn(GL_BLEND));
-  EXPECT_FALSE(isOn(GL_CULL_FACE));
+  EXPECT_EQ(std::make_tuple(getInt(GL_POLYGON_MODE), isOn(GL_BLEND), isOn(GL_CULL_FACE)),
+            std::make_tuple(GL_FILL, false, false));
 
   nrFog* fog = nrtest::held<nrFog>();
   nrPointLight* light = nrtest::held<nrPointLight>();
@@ -359,8 +358,8 @@ TEST_F(Context, TextureGeneratorAndMaterialHooksRunOnChangeOnly) {
   context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
   context->setMaterialModeEnable(nrContext::NO_COLOR_MATERIAL);
   context->setBackMaterial(nullptr);
-  EXPECT_EQ(front->faces, "FF") << "switching colour tracking off re-sends the materials";
-  EXPECT_EQ(back->faces, "BB");
+  EXPECT_EQ(std::make_pair(front->faces, back->faces), std::make_pair(std::string("FF"), std::string("BB")))
+      << "switching colour tracking off re-sends the materials";
   EXPECT_EQ(rec.calls(),
             (Calls{"glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1)", "glEnable(GL_COLOR_MATERIAL)",
                    "glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE)", "glDisable(GL_COLOR_MATERIAL)",
@@ -510,10 +509,9 @@ TEST_F(Lights, PoppingDisablesNewcomersAndRestoresTheLevelBelow) {
   EXPECT_EQ(context->getLight(7), l[8]);
   context->popLights();
   EXPECT_EQ(context->getLight(7), l[0]);
-  EXPECT_TRUE(isOn(GL_LIGHT7));
+  EXPECT_EQ(std::make_pair(isOn(GL_LIGHT7), isOn(GL_LIGHT0)), std::make_pair(true, false));
   EXPECT_EQ(l[0]->pops, (std::vector<int>{7, 7, 7, 7}));
   EXPECT_TRUE(l[0]->lastMatrix == placed);
-  EXPECT_FALSE(isOn(GL_LIGHT0));
 }
 
 // A fog whose stack hooks are visible.

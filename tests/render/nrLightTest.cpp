@@ -125,17 +125,16 @@ TEST_F(Light, DefineLoadsTheParametersInOrderOnlyWhenTheSlotOrTheLightChanged) {
   rec.clear();
   sun->draw(&action);
   EXPECT_EQ(rec.calls(), Calls{"glGetFloatv(GL_MODELVIEW_MATRIX, ptr)"}) << "same slot, same matrix";
-  sun->setIntensity(1);
-  sun->draw(&action);
-  EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "a changed light is loaded again";
-  rec.clear();
-  sun->copy(hold(new nrDirectionalLight));
-  sun->draw(&action);
-  EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "and so is one copied into";
-  rec.clear();
-  nrgl::Translatef(1, 0, 0);
-  sun->draw(&action);
-  EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << "so is one under another matrix";
+  const std::pair<std::function<void()>, const char*> reloads[] = {
+      {[&] { sun->setIntensity(1); }, "a changed light"},
+      {[&] { sun->copy(hold(new nrDirectionalLight)); }, "a light copied into"},
+      {[] { nrgl::Translatef(1, 0, 0); }, "a light under another matrix"}};
+  for (const auto& [change, what] : reloads) {
+    rec.clear();
+    change();
+    sun->draw(&action);
+    EXPECT_EQ(lightParameters(rec.calls()).size(), 9u) << what << " is loaded again";
+  }
 
   nrSpotLight* spot = hold(new nrSpotLight);
   spot->setLocation(1, 2, 3);
