@@ -18,9 +18,7 @@
 #include "nerio3d/audio/nrSound.h"
 #include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/events/nrTimeSensor.h"
-#include "nerio3d/fields/nrMFRef.h"
 #include "nerio3d/fields/nrMField.h"
-#include "nerio3d/fields/nrSField.h"
 #include "nerio3d/geometry/nrIndexedFaceSet.h"
 #include "nerio3d/geometry/nrNormalSet3f.h"
 #include "nerio3d/geometry/nrShape.h"
@@ -30,7 +28,6 @@
 #include "nerio3d/nodes/nrTransform.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrMaterial.h"
-#include "nerio3d/render/nrTexture.h"
 #include "nrCapture.h"
 #include "nrOutputCapture.h"
 
@@ -44,16 +41,29 @@ std::string readError(const std::string& message, int line) {
   return "vl read error: " + message + "\n" + location + "\n";
 }
 
-// A scene read from a file, with what the read printed; the root is held
-// while the scene lives.
+// The text of a file after its header line.
+struct Text {
+  std::string body;
+};
+
+// A scene read from a file or from text, with what the read printed; the root
+// is held while the scene lives.
 struct Scene {
   nrContainer* root = nullptr;
   unsigned char ok = 0;
   std::string messages;
 
-  explicit Scene(const std::string& path) {
+  explicit Scene(const std::string& path) { read(nullptr, path); }
+  explicit Scene(Text text) {
+    text.body.insert(0, "#VRML V2.0 utf8\n");
+    FILE* stream = fmemopen(text.body.data(), text.body.size(), "r");
+    read(stream, "");
+    fclose(stream);
+  }
+  void read(FILE* stream, const std::string& path) {
     nrPtrArray list;
-    messages = nrtest::captureStderr([&] { ok = vlDB::readFile(path.c_str(), root, list); });
+    messages = nrtest::captureStderr(
+        [&] { ok = stream ? vlDB::readStream(stream, root, list) : vlDB::readFile(path.c_str(), root, list); });
     if (root) root->ref();
   }
   ~Scene() {
@@ -247,16 +257,6 @@ TEST(vlDB, EdgeCaseFilesPostTheirMessagesAndReadTheRest) {
 }
 
 TEST(vlDB, StatementsCutShortNameWhatIsMissingAndLongListsGrow) {
-  auto read = [](const std::string& body, std::string& messages) {
-    std::string text = "#VRML V2.0 utf8\n" + body;
-    FILE* stream = fmemopen(text.data(), text.size(), "r");
-    nrContainer* root = nullptr;
-    nrPtrArray list;
-    messages = nrtest::captureStderr([&] { vlDB::readStream(stream, root, list); });
-    fclose(stream);
-    root->ref();
-    return root;
-  };
   auto notANode = [](const char* token) {
     return readError(std::string("Expected a node or ROUTE; got \"") + token + "\"", 2);
   };
@@ -274,11 +274,7 @@ TEST(vlDB, StatementsCutShortNameWhatIsMissingAndLongListsGrow) {
       {sensor + "T.time TO T", readError("Expected ., got EOF", 2)},
       {sensor + "T.time TO T.", readError("Expected route destination, got EOF", 2)},
   };
-  for (const auto& [body, expected] : cases) {
-    std::string messages;
-    read(body, messages)->unref();
-    EXPECT_EQ(messages, expected) << body;
-  }
+  for (const auto& [body, expected] : cases) EXPECT_EQ(Scene(Text{body}).messages, expected) << body;
 
   // Four-component values, and lists read element by element past the
   // initial room of their arrays.
@@ -287,30 +283,24 @@ TEST(vlDB, StatementsCutShortNameWhatIsMissingAndLongListsGrow) {
     urls += " \"u" + std::to_string(i) + "\"";
     rotations += " 0 0 2 " + std::to_string(i);
   }
-  std::string messages;
-  nrContainer* root = read("Shape { appearance Appearance { blendColor 0.25 0.5 0.75 1 } }\n"
-                           "Inline { url [" + urls + " ] }\n"
-                           "OrientationInterpolator { keyValue [" + rotations + " ] }",
-                           messages);
-  nrGroup* group = static_cast<nrGroup*>(root);
-  ASSERT_EQ(group->getNumChildren(), 3);
-  EXPECT_EQ(appearanceOf(group->getChild(0))->getBlendColor(), nrVec4f(0.25f, 0.5f, 0.75f, 1));
-  const nrStringArray& url = field<nrMFString>(group->getChild(1), "url")->getArray();
+  Scene lists(Text{"Shape { appearance Appearance { blendColor 0.25 0.5 0.75 1 } }\n"
+                   "Inline { url [" + urls + " ] }\n"
+                   "OrientationInterpolator { keyValue [" + rotations + " ] }"});
+  ASSERT_EQ(lists.group()->getNumChildren(), 3);
+  EXPECT_EQ(appearanceOf(lists.child(0))->getBlendColor(), nrVec4f(0.25f, 0.5f, 0.75f, 1));
+  const nrStringArray& url = field<nrMFString>(lists.child(1), "url")->getArray();
   ASSERT_EQ(url.getCount(), 40u);
   EXPECT_STREQ(url[39].getString(), "u39");
-  const nrRotationArray& keyValue = field<nrMFRotation>(group->getChild(2), "keyValue")->getArray();
+  const nrRotationArray& keyValue = field<nrMFRotation>(lists.child(2), "keyValue")->getArray();
   ASSERT_EQ(keyValue.getCount(), 40u);
   EXPECT_EQ(keyValue[39], nrRotation(0, 0, 1, 39));
-  root->unref();
 
   // The text output writes an enumeration value without a name as nothing:
   // the next field's name follows.
-  root = read("Switch { boundMode whichChild 0 }", messages);
-  EXPECT_EQ(messages, "");
-  group = static_cast<nrGroup*>(root);
-  ASSERT_EQ(group->getNumChildren(), 1);
-  EXPECT_EQ(static_cast<nrSwitch*>(group->getChild(0))->getWhichChild(), 0);
-  root->unref();
+  Scene unnamed(Text{"Switch { boundMode whichChild 0 }"});
+  EXPECT_EQ(unnamed.messages, "");
+  ASSERT_EQ(unnamed.group()->getNumChildren(), 1);
+  EXPECT_EQ(unnamed.child<nrSwitch>(0)->getWhichChild(), 0);
 }
 
 TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
@@ -327,22 +317,14 @@ TEST(vlDB, FilesThatCannotBeReadGiveNoRoot) {
 }
 
 TEST(vlDB, HostileInputReadsToItsEnd) {
-  char path[] = "/tmp/vlDBTest-XXXXXX";
-  int fd = mkstemp(path);
-  ASSERT_GE(fd, 0);
-  std::string nested = "#VRML V2.0 utf8\n";
+  std::string nested;
   for (int i = 0; i < 300; ++i) nested += "Group { children [ ";
   for (int i = 0; i < 300; ++i) nested += "] } ";
-  ASSERT_EQ(write(fd, nested.data(), nested.size()), ssize_t(nested.size()));
-  close(fd);
-  {
-    Scene deep(path);
-    EXPECT_EQ(deep.messages, readError("Nodes nested deeper than 200 levels", 2));
-    int depth = 0;
-    for (nrGroup* g = deep.group(); g->getNumChildren(); g = static_cast<nrGroup*>(g->getChild(0))) ++depth;
-    EXPECT_EQ(depth, 200);
-  }
-  unlink(path);
+  Scene deep(Text{nested});
+  EXPECT_EQ(deep.messages, readError("Nodes nested deeper than 200 levels", 2));
+  int depth = 0;
+  for (nrGroup* g = deep.group(); g->getNumChildren(); g = static_cast<nrGroup*>(g->getChild(0))) ++depth;
+  EXPECT_EQ(depth, 200);
 
   // Inputs that once broke the reader.
   std::string regressions = DATA + "/fuzz-regressions";
