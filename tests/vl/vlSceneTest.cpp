@@ -2,7 +2,6 @@
 // cell of its grid shows its colour, the routed clock included.
 #include <cmath>
 #include <string>
-#include <vector>
 
 #include "../geometry/nrGeometryFixture.h"
 #include "nerio3d/events/nrTimeSensor.h"
