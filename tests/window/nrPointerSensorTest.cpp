@@ -39,12 +39,10 @@ class tstTouch : public nrTouchSensor {
     sent += event;
     if (event == "out ") outs += name;
     nrTouchSensor::fieldChanged(index);
-    if (!event.empty() && event == leaveOn && instead) {
-      instead();
-    } else if (!event.empty() && event == leaveOn) {
-      nrGroup* group = static_cast<nrGroup*>(getParent(0));
-      group->removeChild(group->findChild(this));
-    }
+    if (event.empty() || event != leaveOn) return;
+    if (instead) return instead();
+    nrGroup* group = static_cast<nrGroup*>(getParent(0));
+    group->removeChild(group->findChild(this));
   }
 };
 
@@ -242,9 +240,7 @@ TEST_F(PointerSensors, DragSensorsFollowThePointerOnTheirPlaneAndSphere) {
   left(true);
   hover(1, -2.5f);
   left(false);
-  float x, y, z;
-  dragged->getTranslation(&x, &y, &z);
-  EXPECT_TRUE(nrVec3f(x, y, z).almostEqual(nrVec3f(1, 0, 0), 1e-4f));
+  EXPECT_TRUE(dragged->getTranslation().almostEqual(nrVec3f(1, 0, 0), 1e-4f));
   // The front face, under the centre of the pixel now under the pointer.
   EXPECT_TRUE(plane->getTrackPoint().almostEqual(nrVec3f(1.01f, -2.49f, 0.1f), 1e-4f));
   EXPECT_TRUE(plane->getOffset().almostEqual(nrVec3f(1, 0, 0), 1e-4f));
@@ -259,8 +255,7 @@ TEST_F(PointerSensors, DragSensorsFollowThePointerOnTheirPlaneAndSphere) {
   copy->ref();
   hover(1, -3.5f);
   left(false);
-  dragged->getTranslation(&x, &y, &z);
-  EXPECT_TRUE(nrVec3f(x, y, z).almostEqual(nrVec3f(1, -0.5f, 0), 1e-4f));
+  EXPECT_TRUE(dragged->getTranslation().almostEqual(nrVec3f(1, -0.5f, 0), 1e-4f));
   EXPECT_EQ(plane->getIsActive(), 0);
   EXPECT_EQ(copy->getIsActive(), 0);
   EXPECT_TRUE(copy->getTranslation().almostEqual(nrVec3f(1, -0.5f, 0), 1e-4f));

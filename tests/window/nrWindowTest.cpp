@@ -60,10 +60,8 @@ TEST_F(WindowInput, PointerAndKeyRecordsFlipYKeepButtonMasksAndRecycleRecords) {
   nrWindow::initSize(400, 500);
   Recorder& r = open();
   nrWindow* w = r.window;
-  EXPECT_EQ(nrWindow::getCurrent(), w);
-  EXPECT_EQ(nrWindow::getContext(), w->getThisWindowContext());
-  EXPECT_EQ(nrContext::getCurrent(), w->getThisWindowContext());
-  EXPECT_EQ(nrWindow::isRGB(), 1);
+  EXPECT_EQ(std::tuple(nrWindow::getCurrent(), nrWindow::getContext(), nrContext::getCurrent(), nrWindow::isRGB()),
+            std::tuple(w, w->getThisWindowContext(), w->getThisWindowContext(), 1));
   auto click = [&](int x, int y) {
     const size_t before = r.count(nrEvent::BUTTON_UP_EVENT);
     input.moveTo(w, x, y);
