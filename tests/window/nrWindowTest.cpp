@@ -131,11 +131,9 @@ TEST_F(WindowInput, FullScreenBareWindowsAndTitles) {
   nrWindow::initPosition(0, 0);
   nrWindow::initSize(width, height);
   nrWindow* full = open("full").window;
-  std::vector<int> placement;
-  for (nrWindow::QueryEnum q : {nrWindow::WINDOW_X_QUERY, nrWindow::WINDOW_Y_QUERY, nrWindow::WINDOW_WIDTH_QUERY,
-                nrWindow::WINDOW_HEIGHT_QUERY})
-    placement.push_back(nrWindow::get(q));
-  EXPECT_EQ(placement, (std::vector<int>{0, 0, width, height}));
+  EXPECT_EQ(std::tuple(nrWindow::get(nrWindow::WINDOW_X_QUERY), nrWindow::get(nrWindow::WINDOW_Y_QUERY),
+                       nrWindow::get(nrWindow::WINDOW_WIDTH_QUERY), nrWindow::get(nrWindow::WINDOW_HEIGHT_QUERY)),
+            std::tuple(0, 0, width, height));
   EXPECT_EQ(nrWindow::get(GLUT_WINDOW_WIDTH), width) << "the toolkit's own code";
   EXPECT_EQ(input.decorations(full), 0);
   delete full;
