@@ -86,9 +86,7 @@ TEST_F(GeoSet, AllFiveStrategiesDrawTheSamePixelsEachWithItsOwnCalls) {
     nrTriSet* s = halves(strategy);
     ASSERT_EQ(s->getStrategy(), strategy);
     clearFrame();
-    nrGLRecorder rec;
-    s->draw(action);
-    EXPECT_EQ(only(rec, {"glBegin", "glEnd", "glDraw", "glColor3fv"}), expected[strategy]) << strategy;
+    EXPECT_EQ(drawn(s, {"glBegin", "glEnd", "glDraw", "glColor3fv"}), expected[strategy]) << strategy;
     if (strategy == 0) {
       first = frame();
       std::map<uint32_t, int> h = histogram();
@@ -100,9 +98,7 @@ TEST_F(GeoSet, AllFiveStrategiesDrawTheSamePixelsEachWithItsOwnCalls) {
   }
   nrTriSet* again = halves(1);
   again->draw(action);
-  nrGLRecorder rec;
-  again->draw(action);
-  EXPECT_EQ(only(rec, {"glEnable", "glDisable"}), Calls{}) << "client arrays are enabled only when they change";
+  EXPECT_EQ(drawn(again, {"glEnable", "glDisable"}), Calls{}) << "client arrays are enabled only when they change";
 }
 
 TEST_F(GeoSet, EveryPerVertexCombinationSendsItsAttributesInOrderAndArraysDrawAlike) {
@@ -116,8 +112,7 @@ TEST_F(GeoSet, EveryPerVertexCombinationSendsItsAttributesInOrderAndArraysDrawAl
       {"glColor3fv({0, 0, 1})", "glNormal3sv({23170, 0, 23170})", "glTexCoord2fv({0, 1})", "glVertex3fv({-1, 1, 0})"}};
   const char* pointers[3] = {"glColorPointer(3, GL_FLOAT, 12, ptr)", "glNormalPointer(GL_SHORT, 6, ptr)",
                              "glTexCoordPointer(2, GL_FLOAT, 8, ptr)"};
-  nrNormalSet3s* shorts = make<nrNormalSet3s>();
-  for (const nrVec3s& n : {nrVec3s(0, 0, 32767), nrVec3s(0, 23170, 23170), nrVec3s(23170, 0, 23170)}) shorts->append(n);
+  auto* shorts = filled<nrNormalSet3s>({nrVec3s(0, 0, 32767), nrVec3s(0, 23170, 23170), nrVec3s(23170, 0, 23170)});
   nrTexCoordSet2f* texCoords = filled<nrTexCoordSet2f>({nrVec2f(0, 0), nrVec2f(1, 0), nrVec2f(0, 1)});
   for (int attrs = 0; attrs < 8; ++attrs) {  // bit 0 colour, 1 normal, 2 texture coordinate
     std::vector<uint32_t> frames[2];
@@ -162,14 +157,10 @@ TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
   nrColorSet3f* blue = keep(new nrColorSet3f(block, 12, 24));
   EXPECT_EQ(points->getCount(), 3u);
   EXPECT_EQ(blue->getCount(), 3u);
-  nrTriSet* s = make<nrTriSet>();
-  s->setCoordSet(points);
+  nrTriSet* s = set<nrTriSet>(points, 1);
   s->setColorSet(blue);
   s->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
-  s->setPrimCount(1);
-  nrGLRecorder rec;
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glColorPointer", "glVertexPointer"}),
+  EXPECT_EQ(drawn(s, {"glColorPointer", "glVertexPointer"}),
             (Calls{"glColorPointer(3, GL_FLOAT, 24, ptr)", "glVertexPointer(3, GL_FLOAT, 24, ptr)"}));
   EXPECT_EQ(pixel(5, 5), BLUE);
 }
@@ -178,16 +169,12 @@ TEST_F(GeoSet, BeginDrawAppliesWhiteForColourMaterialAndTheCullFaceRule) {
   nrTriSet* s = set<nrTriSet>({{-1, -1, 0}, {1, -1, 0}, {-1, 1, 0}}, 1);
   context->setMaterialModeEnable(nrContext::COLOR_MATERIAL);
   context->setCullFace(nrContext::FRONT_CULL);
-  nrGLRecorder rec;
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glColor", "glCullFace", "glEnable(GL_CULL"}), Calls{"glColor4f(1, 1, 1, 1)"})
+  EXPECT_EQ(drawn(s, {"glColor", "glCullFace", "glEnable(GL_CULL"}), Calls{"glColor4f(1, 1, 1, 1)"})
       << "an unwritten cull face leaves the application's in force";
 
   s->setCullFace(nrContext::FRONT_CULL);
   context->setCullFace(nrContext::NO_CULL);
-  rec.clear();
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glCullFace", "glEnable(GL_CULL", "glDisable(GL_CULL"}),
+  EXPECT_EQ(drawn(s, {"glCullFace", "glEnable(GL_CULL", "glDisable(GL_CULL"}),
             (Calls{"glEnable(GL_CULL_FACE)", "glCullFace(GL_FRONT)"}))
       << "written once, even to the value in force, the set's own wins";
   EXPECT_EQ(context->getGlobalState().cullFace, nrContext::NO_CULL) << "drawing records nothing";
@@ -216,14 +203,12 @@ TEST_F(GeoSet, ScreenDoorOpacityComesFromTheFourthByteOfTheColour) {
     s->setNormalSet(normals({{0, 0, 1}, {0, 0, 1}}));
     s->setColorBind(perPrim ? nrGeoSet::PER_PRIM_COLOR : nrGeoSet::OVERALL_COLOR);
     s->setNormalBind(perPrim ? nrGeoSet::PER_PRIM_NORMAL : nrGeoSet::OVERALL_NORMAL);
-    clearFrame();
-    nrGLRecorder rec;
-    s->draw(action);
     Calls expected = stippled;
     if (perPrim)
       expected.insert(expected.end(),
                       {"glPolygonStipple(ptr)", "glColor4fv({0.5, 1, 0, 1})", "glNormal3fv({0, 0, 1})"});
-    EXPECT_EQ(only(rec, {"glPolygonStipple", "glColor4fv", "glNormal3fv"}), expected) << perPrim;
+    clearFrame();
+    EXPECT_EQ(drawn(s, {"glPolygonStipple", "glColor4fv", "glNormal3fv"}), expected) << perPrim;
     EXPECT_EQ(pixel(60, 3), GREEN);
     EXPECT_EQ(pixel(3, 60), perPrim ? BLACK : GREEN);
   }
@@ -251,10 +236,7 @@ TEST_F(GeoSet, ChangesRaiseTheVersionAndKeepTheBoundCurrent) {
   // A box set while a recomputation is pending holds, as one set by name does,
   // until the contents change again.
   points->set(2, nrVec3f(0, 6, 0));
-  nrBoxBound given;
-  given.min.set(-1, -1, -1);
-  given.max.set(1, 1, 1);
-  s->setBoxBound(given);
+  s->setBoxBound(nrBoxBound(nrVec3f(-1, -1, -1), nrVec3f(1, 1, 1)));
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 1, 1));
   points->set(2, nrVec3f(0, 4, 0));
   EXPECT_EQ(s->getBoxBound().max, nrVec3f(1, 4, 0));
@@ -299,9 +281,7 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   EXPECT_EQ((*s->getBPCullDelta())[0], 0.0f) << "one flat face: a single direction";
   action->setBPCullEnable(1);
   action->setViewVector(nrVec3f(0, 0, 1));
-  nrGLRecorder rec;
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
+  EXPECT_EQ(drawn(s), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
   // Copies and clones take the culling data and settings along.
   s->setBPCullEpsilon(0.001f);
   s->setBPCullDynamicBuildMode(0);
@@ -311,9 +291,7 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
     EXPECT_EQ(clone->getBPCullDynamicBuildMode(), 0);
     ASSERT_TRUE(clone->existsBPCullData());
     EXPECT_NE(clone->getBPCullDelta(), s->getBPCullDelta());
-    rec.clear();
-    clone->draw(action);
-    EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"}) << "mode " << mode;
+    EXPECT_EQ(drawn(clone), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"}) << "mode " << mode;
   }
   s->setBPCullEpsilon(0.000001f);
   s->setBPCullDynamicBuildMode(1);
@@ -333,8 +311,7 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
 
   // Under a perspective camera the view vector is the eye: behind the plane
   // of the first triangle it faces away, in front of it towards the eye.
-  nrPerspCamera* camera = make<nrPerspCamera>();
-  action->setCamera(camera);
+  action->setCamera(make<nrPerspCamera>());
   action->apply(nullptr);
   ASSERT_EQ(action->getOrthographic(), 0);
   action->setViewVector(nrVec3f(-0.5f, 0, -5));
@@ -348,9 +325,7 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   // Replacing the coordinates rebuilds the data: now the first faces away.
   s->setCoordSet(coords({{-1, -1, 0}, {-1, 1, 0}, {0, -1, 0}, {0, -1, 0}, {1, -1, 0}, {1, 1, 0}}));
   action->setViewVector(nrVec3f(0, 0, 1));
-  rec.clear();
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 3, 3)"});
+  EXPECT_EQ(drawn(s), Calls{"glDrawArrays(GL_TRIANGLES, 3, 3)"});
 
   // Normals that cancel out give a cone that is never culled.
   nrTriSet* t = set<nrTriSet>({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, 1);
@@ -379,32 +354,28 @@ TEST_F(GeoSet, BackFacingPrimitivesAreSkippedByTheirNormalCones) {
   u->setColorBind(nrGeoSet::PER_VERTEX_COLOR);
   u->setBPCullPrimNormModeEnable(1);
   u->buildBPCullData();
-  auto drawn = [&] {
-    nrGLRecorder r;
-    u->draw(action);
-    return only(r, {"glNormal3fv", "glColor3fv({1", "glVertex3fv({-1, -1"});
-  };
+  auto drawnU = [&] { return drawn(u, {"glNormal3fv", "glColor3fv({1", "glVertex3fv({-1, -1"}); };
   const Calls first = {"glNormal3fv({0, 0, -1})", "glColor3fv({1, 0, 0})", "glVertex3fv({-1, -1, 0})",
                        "glColor3fv({1, 0, 0})", "glColor3fv({1, 0, 0})"};
   const Calls second = {"glNormal3fv({0, 0, 1})"};
-  EXPECT_EQ(drawn(), second);
+  EXPECT_EQ(drawnU(), second);
   nrVec3fArray* axes = new nrVec3fArray;
   axes->append(nrVec3f(0, 0, 1));
   axes->append(nrVec3f(0, 0, -1));
   u->setBPCullCenter(axes);
-  EXPECT_EQ(drawn(), first);
+  EXPECT_EQ(drawnU(), first);
   nrFloatArray* shortDeltas = new nrFloatArray;
   shortDeltas->append(0);
   u->setBPCullDelta(shortDeltas);
   Calls both = first;
   both.insert(both.end(), second.begin(), second.end());
-  EXPECT_EQ(drawn(), both);
+  EXPECT_EQ(drawnU(), both);
   u->setBPCullPoint(nullptr);
   u->setBPCullCenter(nullptr);
   nrVec3fArray* points = new nrVec3fArray;
   points->append(nrVec3f(0, 0, 0));
   u->setBPCullPoint(points);
-  EXPECT_EQ(drawn(), both);
+  EXPECT_EQ(drawnU(), both);
   nrVec3f wide(1, 0, 1);
   wide.normalize();
   EXPECT_NEAR(t->getNormBBDelta(nrVec3f(0, 0, 1), nrVec3f(1, 0, 1), wide), -std::sqrt(0.5f), 1e-5);
@@ -460,9 +431,7 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   // Hostile lengths and counts: no overflow, no read past exactly three coordinates.
   nrData* block = keep(nrData::create(3 * 12));
   std::fill_n(static_cast<float*>(block->getPayload()), 9, 0.5f);
-  nrTriStripSet* strips = make<nrTriStripSet>();
-  strips->setCoordSet(keep(new nrCoordSet3f(block, 0, 12)));
-  strips->setPrimCount(3);
+  auto* strips = set<nrTriStripSet>(keep(new nrCoordSet3f(block, 0, 12)), 3);
   const int lengths[] = {3, 0, INT_MAX};
   strips->setStripLength(3, lengths);
   strips->buildBPCullData();
@@ -481,22 +450,16 @@ TEST_F(GeoSet, PrimitivesWithMissingDataAreLeftOutSilently) {
   EXPECT_EQ(max, nrVec3f(0, 0, 0));
   EXPECT_EQ(strips->getRefPoint(0, -1, 3), nrVec3f(0, 0, 0));
   nrLineSet* lines = set<nrLineSet>({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, INT_MAX);
-  rec.clear();
-  lines->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_LINES, 0, 2)"})
+  EXPECT_EQ(drawn(lines), Calls{"glDrawArrays(GL_LINES, 0, 2)"})
       << "counted up to where the coordinates end, not to the count";
 
   // Coordinates routed into a set that had none are taken before the
   // drawable part is counted again.
-  nrTriSet* late = make<nrTriSet>();
-  late->setCoordSet(make<nrCoordSet3f>());
-  late->setPrimCount(1);
+  nrTriSet* late = set<nrTriSet>(make<nrCoordSet3f>(), 1);
   late->draw(action);
   coords({{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}})->connect(nrCoordSet3f::ARRAY_FIELD, late->getCoordSet(),
                                                         nrCoordSet3f::ARRAY_FIELD);
-  rec.clear();
-  late->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
+  EXPECT_EQ(drawn(late), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
 }
 
 }  // namespace

@@ -57,12 +57,14 @@ class GeometryTest : public ContextTest {
   nrIndexSet* indices(std::initializer_list<int> v) { return filled<nrIndexSet>(v); }
   // A set of type T over points with primCount primitives.
   template <typename T>
-  T* set(std::initializer_list<nrVec3f> points, int primCount) {
+  T* set(nrCoordSet3f* points, int primCount) {
     T* s = make<T>();
-    s->setCoordSet(coords(points));
+    s->setCoordSet(points);
     s->setPrimCount(primCount);
     return s;
   }
+  template <typename T>
+  T* set(std::initializer_list<nrVec3f> points, int primCount) { return set<T>(coords(points), primCount); }
 
   nrShape* shapeOf(nrGeometry* g, nrAppearance* app = nullptr) {
     nrShape* s = make<nrShape>();
@@ -101,6 +103,13 @@ class GeometryTest : public ContextTest {
       if (std::any_of(prefixes.begin(), prefixes.end(), [&](const char* p) { return call.rfind(p, 0) == 0; }))
         kept.push_back(call);
     return kept;
+  }
+  // The calls starting with one of prefixes that one draw of g makes.
+  template <typename T>
+  Calls drawn(T* g, std::initializer_list<const char*> prefixes = {"glDraw"}) {
+    nrGLRecorder rec;
+    g->draw(action);
+    return only(rec, prefixes);
   }
 
   static constexpr uint32_t BLACK = 0xff000000, RED = 0xff0000ff, GREEN = 0xff00ff00, BLUE = 0xffff0000;
