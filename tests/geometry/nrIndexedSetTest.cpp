@@ -41,13 +41,10 @@ TEST_F(IndexedSet, IndexListsConvertOnNextUseAndEmptyListsFollowTheCoordinates) 
   // A face set with only coordIndex shares one index list: vertex arrays.
   s->setNormalSet(normals({{0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {0, 0, 1}}));
   s->setColorSet(colors({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}, {1, 1, 0}, {0, 1, 1}}));
-  nrGLRecorder rec;
-  s->draw(action);
+  EXPECT_EQ(drawn(s), Calls(2, "glDrawElements(GL_POLYGON, 4, GL_UNSIGNED_INT, ptr)"));
   EXPECT_EQ(s->getNormalIndexSet(), s->getCoordIndexSet());
   EXPECT_EQ(s->getColorIndexSet(), s->getCoordIndexSet());
   EXPECT_EQ(s->getStrategy(), nrGeoSet::ELEMENTS_STRATEGY);
-  EXPECT_EQ(only(rec, {"glDraw"}).size(), 2u);
-  EXPECT_EQ(only(rec, {"glDrawElements"}).size(), 2u);
 
   // A list of its own gives the attribute its own set; emptying it shares again.
   const int normalList[] = {5, 4, 3, 2, -1, 1, 0, 0, 0, -1};
@@ -103,9 +100,7 @@ TEST_F(IndexedSet, ConvertedCoordinateListsStayIndexSetsWhileDrawnAndReadBackOrT
   const int secondQuad[] = {1, 4, 5, 2, -1};
   source->setCoordIndex(5, secondQuad);
   source->connect(nrIndexedFaceSet::COORD_INDEX_FIELD, s, nrIndexedFaceSet::COORD_INDEX_FIELD);
-  nrGLRecorder rec;
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}).size(), 1u);
+  EXPECT_EQ(drawn(s).size(), 1u);
   EXPECT_EQ(s->getPrimCount(), 1);
 }
 
@@ -117,11 +112,9 @@ TEST_F(IndexedSet, PerFaceColoursComeFromTheirOwnIndexSet) {
   const int faceColors[] = {2, 1};
   s->setColorIndex(2, faceColors);
   s->setSolid(0);
-  nrGLRecorder rec;
-  s->draw(action);
+  EXPECT_EQ(drawn(s, {"glColor3fv"}).size(), 2u);
   EXPECT_EQ(s->getColorBind(), nrGeoSet::PER_PRIM_COLOR);
   EXPECT_EQ(values(s->getColorIndexSet()->getArray()), (std::vector<int>{2, 1}));
-  EXPECT_EQ(only(rec, {"glColor3fv"}).size(), 2u);
   EXPECT_EQ(pixel(SIZE / 4, SIZE / 2), BLUE);
   EXPECT_EQ(pixel(3 * SIZE / 4, SIZE / 2), GREEN);
 }
@@ -143,9 +136,7 @@ TEST_F(IndexedSet, LinesConvertAtOnceAndDrawWhiteWithoutLightOrTexture) {
 
   context->setLightEnable(1);
   context->setTexEnable(1);
-  nrGLRecorder rec;
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glColor3f(", "glEnable(", "glDisable("}),
+  EXPECT_EQ(drawn(s, {"glColor3f(", "glEnable(", "glDisable("}),
             (Calls{"glColor3f(1, 1, 1)", "glDisable(GL_TEXTURE_2D)", "glDisable(GL_LIGHTING)",
                    "glEnable(GL_TEXTURE_2D)", "glEnable(GL_LIGHTING)"}));
   EXPECT_EQ(context->getShadowState().lightEnable, 1);
@@ -155,9 +146,7 @@ TEST_F(IndexedSet, LinesConvertAtOnceAndDrawWhiteWithoutLightOrTexture) {
   // Unlit, untextured state needs no push.
   context->setLightEnable(0);
   context->setTexEnable(0);
-  rec.clear();
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glEnable(", "glDisable("}), Calls{});
+  EXPECT_EQ(drawn(s, {"glEnable(", "glDisable("}), Calls{});
 }
 
 TEST_F(IndexedSet, WrittenInVRMLFormAndClonedWithIndexSetsOfTheirOwn) {
