@@ -35,9 +35,7 @@ TEST_F(PrimSet, PolygonsBatchTrianglesAndQuadsInImmediateMode) {
   EXPECT_EQ(only(rec, {"glColor3fv"}).size(), 4u);
 
   s->setColorBind(nrGeoSet::NO_COLOR);
-  rec.clear();
-  s->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw"}), (Calls{"glDrawArrays(GL_POLYGON, 0, 3)", "glDrawArrays(GL_POLYGON, 3, 3)",
+  EXPECT_EQ(drawn(s), (Calls{"glDrawArrays(GL_POLYGON, 0, 3)", "glDrawArrays(GL_POLYGON, 3, 3)",
                                            "glDrawArrays(GL_POLYGON, 6, 4)", "glDrawArrays(GL_POLYGON, 10, 5)"}));
 }
 
@@ -54,9 +52,7 @@ TEST_F(PrimSet, EachKindDrawsItsPrimitiveAndBoundsItsVertices) {
   };
   for (const Case& c : cases) {
     if (auto* withLengths = dynamic_cast<nrLengthGeoSet*>(c.set)) withLengths->setLengths(2, lengths);
-    nrGLRecorder rec;
-    c.set->draw(action);
-    EXPECT_EQ(only(rec, {"glDraw"}), c.calls) << c.set->getType()->getName();
+    EXPECT_EQ(drawn(c.set), c.calls) << c.set->getType()->getName();
   }
   // Bounds cover exactly the vertices used: points use 3, quads 8.
   EXPECT_EQ(cases[0].set->getBoxBound().max, nrVec3f(0, 0, 0));

@@ -31,13 +31,9 @@ TEST_F(Solid, CurvedSolidsDrawTheSharedTessellationUnderTheirOwnPlacement) {
   nrCylinder* big = make<nrCylinder>();
   big->setRadius(2);
   big->setHeight(4);
-  rec.clear();
-  big->draw(action);
-  EXPECT_EQ(only(rec, placement), (Calls{"glPushMatrix()", "glScalef(2, 2, 2)", "glEnable(GL_NORMALIZE)", "glPopMatrix()"}));
+  EXPECT_EQ(drawn(big, placement), (Calls{"glPushMatrix()", "glScalef(2, 2, 2)", "glEnable(GL_NORMALIZE)", "glPopMatrix()"}));
   EXPECT_EQ(context->getNormalizeEnable(), 1) << "left on for what follows in the frame";
-  rec.clear();
-  big->draw(action);
-  EXPECT_EQ(only(rec, placement), (Calls{"glPushMatrix()", "glScalef(2, 2, 2)", "glPopMatrix()"}));
+  EXPECT_EQ(drawn(big, placement), (Calls{"glPushMatrix()", "glScalef(2, 2, 2)", "glPopMatrix()"}));
 
   nrCone* cone = make<nrCone>();
   cone->setBottom(0);
@@ -52,9 +48,7 @@ TEST_F(Solid, CurvedSolidsDrawTheSharedTessellationUnderTheirOwnPlacement) {
   make<nrSphere>()->draw(action);
   EXPECT_EQ(only(rec, {"glDraw"}), Calls{"glDrawElements(GL_TRIANGLES, 600, GL_UNSIGNED_INT, ptr)"});
   EXPECT_EQ(only(rec, {"glDisable(GL_COLOR"}), Calls{"glDisable(GL_COLOR_MATERIAL)"}) << "solids carry no colours";
-  rec.clear();
-  make<nrSphere>()->draw(action);
-  EXPECT_EQ(only(rec, {"glDraw", "glNewList", "glCallList"}),
+  EXPECT_EQ(drawn(make<nrSphere>(), {"glDraw", "glNewList", "glCallList"}),
             Calls{"glCallList(" + std::to_string(nrSphere::getUnitSphere()->getDisplayListId()) + ")"})
       << "the shared tessellation is recorded once";
   nrTriStripSet* shared = nrSphere::getUnitSphere();
