@@ -90,9 +90,7 @@ class PickTree : public nrtest::GeometryTest {
   // A set of kind T over points with count primitives, culling as given.
   template <typename T>
   T* over(nrCoordSet3f* points, int count, int face = -1) {
-    T* s = make<T>();
-    s->setCoordSet(points);
-    s->setPrimCount(count);
+    T* s = set<T>(points, count);
     if (face >= 0) s->setCullFace(nrContext::CullFaceEnum(face));
     return s;
   }

@@ -91,10 +91,8 @@ TEST_F(Solid, UnitTessellationsFaceOutwardWithTheirNormalsAndMapTextures) {
       }
     }
     EXPECT_GT(triangles, 0);
-    for (unsigned i = 0; i < texCoords->getCount(); ++i) {
-      const nrVec2f& tc = texCoords->get(i);
-      EXPECT_TRUE(tc[0] >= 0 && tc[0] <= 1 && tc[1] >= 0 && tc[1] <= 1);
-    }
+    for (unsigned i = 0; i < texCoords->getCount(); ++i)
+      for (float c : {texCoords->get(i)[0], texCoords->get(i)[1]}) EXPECT_TRUE(c >= 0 && c <= 1) << part << " " << i;
   }
   // The side's seam is at the back: s = 0 and s = 1 both lie on -z.
   auto* side = static_cast<nrCoordSet3f*>(nrCylinder::getUnitSide()->getCoordSet());
