@@ -43,9 +43,8 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   EXPECT_EQ(seen->getGeometryCount(), 2);
   EXPECT_EQ(seen->getGeometry(1), b);
   EXPECT_EQ(static_cast<const nrQuadSet*>(b)->getPrimCount(), 1);
-  nrSphereBound sphere;
-  shape->getSphereBound(sphere);
-  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(1.5f, 1.5f, 0), 1e-5f)) << "around the union of the boxes";
+  auto centre = [](nrShape* s) { nrSphereBound sphere; s->getSphereBound(sphere); return sphere.center; };
+  EXPECT_TRUE(centre(shape).almostEqual(nrVec3f(1.5f, 1.5f, 0), 1e-5f)) << "around the union of the boxes";
 
   EXPECT_EQ(shape->replaceGeometry(a, stranger), 1);
   EXPECT_EQ(a->getParentCount(), 0);
@@ -55,25 +54,21 @@ TEST_F(Shape, GeometryListEditsKeepReferencesAndTheBound) {
   EXPECT_EQ(shape->removeGeometry(b), 1);
   shape->setGeometryCount(1);
   EXPECT_EQ(stranger->getParentCount(), 0);
-  shape->getSphereBound(sphere);
-  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(0, 0, 0), 1e-5f));
+  EXPECT_TRUE(centre(shape).almostEqual(nrVec3f(0, 0, 0), 1e-5f));
 
   // A deep clone's geometry, fresh from its constructor, reports its changes
   // to the cloned shape, whose copied bound it then moves.
   shape->setGeometry(0, make<nrBox>());
-  shape->getSphereBound(sphere);
+  centre(shape);
   auto* clone = keep(static_cast<nrShape*>(shape->clone(nrContainer::DEEP_CLONE)));
   static_cast<nrBox*>(clone->getGeometry(0))->setCenter(5, 0, 0);
-  clone->getSphereBound(sphere);
-  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  EXPECT_TRUE(centre(clone).almostEqual(nrVec3f(5, 0, 0), 1e-5f));
   // Copied into, the shape's geometry moves the shape's bound as a change
   // does; a box copied from another kind of geometry keeps a box's bound.
   shape->getGeometry(0)->copy(clone->getGeometry(0));
-  shape->getSphereBound(sphere);
-  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  EXPECT_TRUE(centre(shape).almostEqual(nrVec3f(5, 0, 0), 1e-5f));
   shape->getGeometry(0)->copy(set<nrQuadSet>({{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, 1));
-  shape->getSphereBound(sphere);
-  EXPECT_TRUE(sphere.center.almostEqual(nrVec3f(5, 0, 0), 1e-5f));
+  EXPECT_TRUE(centre(shape).almostEqual(nrVec3f(5, 0, 0), 1e-5f));
   // Bounds cleaned on request, as the application may call it, give the same.
   shape->getGeometry(0)->cleanSideEffect(nrGeometry::BOX_BOUND_FIELD);
   shape->cleanSideEffect(nrShape::SPHERE_BOUND_FIELD);
