@@ -131,8 +131,14 @@ TEST_F(Text, DrawingSetsColourAndPositionAndRestoresTheStateItChanges) {
   nrgl::GetFloatv(GL_CURRENT_COLOR, current);
   EXPECT_EQ(std::vector<GLfloat>(current, current + 4), (std::vector<GLfloat>{1, 1, 1, 1}));
 
-  // The box is a small one around the position.
+  // The box is a small one around the position; both vector forms read back.
   label->setPosition(nrVec3f(1, 2, 3));
+  label->setColor(nrVec4f(0, 1, 0, 1));
+  nrVec3f at;
+  nrVec4f colour;
+  label->getPosition(at);
+  label->getColor(colour);
+  EXPECT_EQ(std::pair(at, colour), std::pair(nrVec3f(1, 2, 3), nrVec4f(0, 1, 0, 1)));
   nrBoxBound box;
   label->getBoxBound(box);
   EXPECT_FLOAT_EQ(box.min[0], 0.9999f);
