@@ -11,10 +11,12 @@ namespace {
 
 // Each face: its normal and the right and up directions of its texture seen
 // from outside (VRML's mapping: the sides upright, the top's texture top
-// toward -z, the bottom's toward +z). Front, back, right, left, top, bottom.
+// toward -z, the bottom's toward +z). Back, right, left, top, bottom, front:
+// the front face comes last so that, with depth testing off (the context's
+// default), a box seen from +z shows its front face over the others.
 const float faces[6][3][3] = {
-    {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}},   {{0, 0, -1}, {-1, 0, 0}, {0, 1, 0}}, {{1, 0, 0}, {0, 0, -1}, {0, 1, 0}},
-    {{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}},  {{0, 1, 0}, {1, 0, 0}, {0, 0, -1}},  {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}}};
+    {{0, 0, -1}, {-1, 0, 0}, {0, 1, 0}}, {{1, 0, 0}, {0, 0, -1}, {0, 1, 0}}, {{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}},
+    {{0, 1, 0}, {1, 0, 0}, {0, 0, -1}},  {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}}, {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
 // Corners counter-clockwise from the texture's lower left.
 const float corners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
 
