@@ -115,6 +115,25 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
   }
 }
 
+// Without depth testing (the context's default) the last face drawn wins: a box
+// seen from +z shows its lit front, not its back.
+TEST_F(Scene, ALitBoxWithoutDepthTestingShowsItsFrontFace) {
+  nrAppearance* app = look(nrVec3f(1, 0, 0), true);
+  app->setDepthEnable(0);
+  nrDirectionalLight* light = make<nrDirectionalLight>();
+  light->setDirection(0, 0, -1);
+  nrGroup* root = make<nrGroup>();
+  root->addChild(light);
+  root->addChild(shapeOf(make<nrBox>(), app));
+  nrPerspCamera* camera = make<nrPerspCamera>();
+  camera->setPosition(0, 0, 10);
+  action->setCamera(camera);
+  camera->draw(action);
+  action->apply(root);
+  readFrame();
+  EXPECT_EQ(at(0, 0) & 0xffffff, 0xffu) << std::hex << at(0, 0);
+}
+
 TEST_F(Scene, RoutedTimeMovesTheTransformAndItsPixels) {
   nrTimeSensor* clock = make<nrTimeSensor>();
   clock->setCycleInterval(2);
