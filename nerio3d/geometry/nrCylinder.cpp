@@ -85,25 +85,35 @@ nrTriStripSet* nrCylinder::makeCircle(int segments, float radius, int facing, fl
 
 // Top then bottom vertex for each step around, which winds the side outward;
 // s runs once around from the seam, t from 0 at the bottom to 1 at the top.
+// Three strips: the back-left and back-right quarters, then the front half, so
+// that without depth testing (the context's default) a side seen from +z shows
+// its front over its back. Fewer than four segments make one strip.
 nrTriStripSet* nrCylinder::makePipe(int segments, float bottomRadius, float topRadius, float bottomY, float topY) {
   nrVec3fArray coords, normals;
   nrVec2fArray texCoords;
   nrIntArray lengths;
   if (segments < 1) return nrTriStripSet::create(coords, normals, texCoords, lengths);
   float h = topY - bottomY;
-  for (int k = 0; k <= segments; ++k) {
-    nrVec3f d = rimDirection(k, segments);
-    nrVec3f normal(d[0] * h, bottomRadius - topRadius, d[2] * h);
-    normal.normalize();
-    float s = static_cast<float>(k) / segments;
-    coords.append(nrVec3f(d[0] * topRadius, topY, d[2] * topRadius));
-    normals.append(normal);
-    texCoords.append(nrVec2f(s, 1));
-    coords.append(nrVec3f(d[0] * bottomRadius, bottomY, d[2] * bottomRadius));
-    normals.append(normal);
-    texCoords.append(nrVec2f(s, 0));
-  }
-  lengths.append(2 * (segments + 1));
+  auto strip = [&](int from, int to) {
+    if (to <= from) return;
+    for (int k = from; k <= to; ++k) {
+      nrVec3f d = rimDirection(k, segments);
+      nrVec3f normal(d[0] * h, bottomRadius - topRadius, d[2] * h);
+      normal.normalize();
+      float s = static_cast<float>(k) / segments;
+      coords.append(nrVec3f(d[0] * topRadius, topY, d[2] * topRadius));
+      normals.append(normal);
+      texCoords.append(nrVec2f(s, 1));
+      coords.append(nrVec3f(d[0] * bottomRadius, bottomY, d[2] * bottomRadius));
+      normals.append(normal);
+      texCoords.append(nrVec2f(s, 0));
+    }
+    lengths.append(2 * (to - from + 1));
+  };
+  int left = segments / 4, right = segments - left;
+  strip(0, left);
+  strip(right, segments);
+  strip(left, right);
   return nrTriStripSet::create(coords, normals, texCoords, lengths);
 }
 

@@ -27,9 +27,11 @@ nrTriStripSet* nrSphere::getUnitSphere() {
   return unitSphere;
 }
 
-// Octants in the order of the VRML texture's s, which starts at the back
-// (-z) and turns counter-clockwise seen from above: the upper four, then the
-// lower four. Row i of an octant holds i + 1 points between its pole A and
+// Quadrants numbered in the order of the VRML texture's s, which starts at the
+// back (-z) and turns counter-clockwise seen from above; octants 0-3 are the
+// upper ones, 4-7 the lower. The four back octants (z < 0) come first, so that
+// without depth testing (the context's default) a sphere seen from +z shows its
+// front over its back. Row i of an octant holds i + 1 points between its pole A and
 // its equator corners B and C; strip j joins rows j and j + 1. s follows the
 // longitude, kept on the octant's side of the seam (poles take the octant's
 // middle), t the latitude from 0 at the south pole.
@@ -41,7 +43,8 @@ nrTriStripSet* nrSphere::makeSphere(int n) {
   nrVec3fArray coords, normals;
   nrVec2fArray texCoords;
   nrIntArray lengths;
-  for (int octant = 0; octant < 8; ++octant) {
+  const int backFirst[8] = {0, 3, 4, 7, 1, 2, 5, 6};
+  for (int octant : backFirst) {
     int quadrant = octant % 4;
     nrVec3f a(0, octant < 4 ? 1.0f : -1.0f, 0), b = equator[quadrant], c = equator[quadrant + 1];
     // The strips wind like the triangle (B, A, C); keep that facing outward.

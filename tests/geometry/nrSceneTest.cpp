@@ -115,23 +115,28 @@ TEST_F(Scene, EveryKindShowsItsColourWhereItStandsAndTheBackgroundElsewhere) {
   }
 }
 
-// Without depth testing (the context's default) the last face drawn wins: a box
-// seen from +z shows its lit front, not its back.
-TEST_F(Scene, ALitBoxWithoutDepthTestingShowsItsFrontFace) {
+// Without depth testing (the context's default) the last face drawn wins: solids
+// seen from +z show their lit front, not their back.
+TEST_F(Scene, LitSolidsWithoutDepthTestingShowTheirFront) {
   nrAppearance* app = look(nrVec3f(1, 0, 0), true);
   app->setDepthEnable(0);
   nrDirectionalLight* light = make<nrDirectionalLight>();
   light->setDirection(0, 0, -1);
   nrGroup* root = make<nrGroup>();
   root->addChild(light);
-  root->addChild(shapeOf(make<nrBox>(), app));
+  nrGeometry* kinds[] = {make<nrBox>(), make<nrSphere>(), make<nrCylinder>(), make<nrCone>()};
+  for (int i = 0; i < 4; ++i) root->addChild(place(shapeOf(kinds[i], app), -3.3f + 2.2f * i, 0, 0, 1));
   nrPerspCamera* camera = make<nrPerspCamera>();
   camera->setPosition(0, 0, 10);
   action->setCamera(camera);
   camera->draw(action);
   action->apply(root);
   readFrame();
-  EXPECT_EQ(at(0, 0) & 0xffffff, 0xffu) << std::hex << at(0, 0);
+  for (int i = 0; i < 4; ++i)
+    for (float dx : {-0.3f, 0.0f, 0.3f}) {
+      uint32_t p = at(-3.3f + 2.2f * i + dx, -0.3f);
+      EXPECT_GT(p & 0xff, 0x80u) << "kind " << i << " at " << dx << ": " << std::hex << p;
+    }
 }
 
 TEST_F(Scene, RoutedTimeMovesTheTransformAndItsPixels) {
