@@ -175,9 +175,12 @@ class nrContext : public nrObject {
   // slots hold enabled lights. sameIndex is the slot too when the light already
   // sits there unchanged, so its parameters need not be sent again; else -1.
   int getLightTarget(nrLight* light, const nrMatrix4f& matrix, int& sameIndex);
-  // The same with sameIndex given by address, as C callers write it.
+  // The same with sameIndex given by address, as C callers write it; null skips it.
   int getLightTarget(nrLight* light, const nrMatrix4f& matrix, int* sameIndex) {
-    return getLightTarget(light, matrix, *sameIndex);
+    int same = 0;
+    int slot = getLightTarget(light, matrix, same);
+    if (sameIndex) *sameIndex = same;
+    return slot;
   }
   void disableLightTargets();
   static void disableLight(nrLight* light);

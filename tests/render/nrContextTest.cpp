@@ -489,6 +489,7 @@ TEST_F(Lights, PoppingDisablesNewcomersAndRestoresTheLevelBelow) {
   same = 0;
   EXPECT_EQ(context->getLightTarget(l[0], placed, &same), 7);
   EXPECT_EQ(same, 7);
+  EXPECT_EQ(context->getLightTarget(l[0], placed, nullptr), 7);
 
   l[0]->setOn(0);
   context->pushLights();
