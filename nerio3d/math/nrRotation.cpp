@@ -49,8 +49,10 @@ void nrRotation::slerp(float t, const nrRotation& a, const nrRotation& b) {
   float c = p.dot(q);
   // q and -q are the same rotation; taking the one nearer p gives the shorter
   // arc and keeps the angle between the quaternions at most 90 degrees, so the
-  // half-turn case needs no special axis.
-  if (c < 0.0f) {
+  // half-turn case needs no special axis. When both ways are a half turn (c is
+  // 0 but for rounding, as for keys 0 and 3.14159), q is kept: the rotation
+  // turns the way its keys are written.
+  if (c < -1e-6f) {
     q.set(-q[0], -q[1], -q[2], -q[3]);
     c = -c;
   }

@@ -62,11 +62,15 @@ TEST(nrRotation, SlerpFollowsTheShorterArc) {
   half.makeRot(0, 0, 1, pi);
   EXPECT_TRUE(matrixOf(r).almostEqual(half, 1e-5f));
 
-  // A half turn apart both ways round are equally short: either quarter turn
-  // about x will do. Then nearly identical rotations.
+  // A half turn apart both ways round are equally short: the turn goes the way
+  // the keys are written, also when the angle rounds to a float just past pi.
+  // Then nearly identical rotations.
   r.slerp(0.5f, nrRotation(), nrRotation(1, 0, 0, pi));
-  EXPECT_NEAR(std::fabs(r.axis[0]), 1.0f, 1e-5f);
+  EXPECT_TRUE(r.axis.almostEqual(nrVec3f(1, 0, 0), 1e-5f));
   EXPECT_NEAR(r.angle, pi / 2, 1e-5f);
+  r.slerp(0.25f, nrRotation(0, 1, 0, 0), nrRotation(0, 1, 0, 3.14159265f));
+  EXPECT_TRUE(r.axis.almostEqual(nrVec3f(0, 1, 0), 1e-5f));
+  EXPECT_NEAR(r.angle, pi / 4, 1e-5f);
   r.slerp(0.5f, nrRotation(0, 1, 0, 0.3f), nrRotation(0, 1, 0, 0.3002f));
   EXPECT_TRUE(r.axis.almostEqual(nrVec3f(0, 1, 0), 1e-5f));
   EXPECT_NEAR(r.angle, 0.3001f, 1e-5f);
