@@ -50,8 +50,9 @@ void nrCone::calcBound(nrBoxBound& box) {
 
 void nrCone::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrGeoSet* parts[2] = {unitSide, unitBottom};
-  const unsigned char on[2] = {side, bottom};
+  // The base first: seen from level or above it faces away.
+  nrGeoSet* parts[2] = {unitBottom, unitSide};
+  const unsigned char on[2] = {bottom, side};
   drawUnitParts(action, center, nrVec3f(bottomRadius, height / 2, bottomRadius), parts, on, 2);
 }
 

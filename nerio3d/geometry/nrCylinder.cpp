@@ -128,8 +128,10 @@ void nrCylinder::calcBound(nrBoxBound& box) {
 
 void nrCylinder::draw(nrDrawAction* action) {
   cleanPendingFields();
-  nrGeoSet* parts[3] = {unitSide, unitTop, unitBottom};
-  const unsigned char on[3] = {side, top, bottom};
+  // Caps first: seen level from the side they face away, and the side drawn
+  // after them covers their rims without depth testing.
+  nrGeoSet* parts[3] = {unitBottom, unitTop, unitSide};
+  const unsigned char on[3] = {bottom, top, side};
   drawUnitParts(action, center, nrVec3f(radius, height / 2, radius), parts, on, 3);
 }
 

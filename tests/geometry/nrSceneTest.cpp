@@ -137,6 +137,9 @@ TEST_F(Scene, LitSolidsWithoutDepthTestingShowTheirFront) {
       uint32_t p = at(-3.3f + 2.2f * i + dx, -0.3f);
       EXPECT_GT(p & 0xff, 0x80u) << "kind " << i << " at " << dx << ": " << std::hex << p;
     }
+  // Near the rims the caps, which face away, stay behind the side.
+  for (float y : {-1.0f, 1.0f}) EXPECT_GT(at(1.1f, y) & 0xff, 0x80u) << "cylinder at " << y;
+  EXPECT_GT(at(3.3f, -1.0f) & 0xff, 0x80u) << "cone";
 }
 
 TEST_F(Scene, RoutedTimeMovesTheTransformAndItsPixels) {
