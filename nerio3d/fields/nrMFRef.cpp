@@ -187,6 +187,8 @@ void nrMFRefInfo::copy(nrContainer* to, nrContainer* from) {
   nrRefArray old(had ? had : 1);
   old.setRange(0, had, dst->getArray());
   for (unsigned i = 0; i < n; ++i) to->refer((*src)[i]);
+  // The copy holds exactly the source's elements, without room to spare.
+  dst->setSize(n);
   dst->set(*src);
   for (unsigned i = 0; i < had; ++i) to->unrefer(old[i]);
 }

@@ -74,6 +74,7 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   field<nrSFRef>(a, tstAll::REF)->set(leaf);
   a->copy(c);
   EXPECT_EQ(leaf->getParentCount(), 0) << "a copy releases what it replaces";
+  EXPECT_EQ(a->mfRef.getSize(), 0u) << "a copied list has room for the source's elements only";
   floatField(leaf, tstLeaf::VALUE)->set(5.0f);
   field<nrSFRef>(c, tstAll::REF)->set(leaf);
   leaf->copy(c);
