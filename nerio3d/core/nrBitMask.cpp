@@ -4,4 +4,6 @@
 
 #include "nerio3d/fields/nrOutput.h"
 
-void nrBitMask::write(nrOutput* out) const { fprintf(out->getStream(), "0x%x%x", high, low); }
+void nrBitMask::write(nrOutput* out) const {
+  if (out && out->getStream()) fprintf(out->getStream(), "0x%x%x", high, low);
+}

@@ -47,4 +47,6 @@ const nrNameEntry* nrNameEntry::insert(const char* text) {
   return entry;
 }
 
-void nrName::write(nrOutput* out) const { fprintf(out->getStream(), "\"%s\"", entry->string); }
+void nrName::write(nrOutput* out) const {
+  if (out && out->getStream()) fprintf(out->getStream(), "\"%s\"", entry->string);
+}

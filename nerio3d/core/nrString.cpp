@@ -54,6 +54,7 @@ unsigned nrString::hash(const char* s) {
 }
 
 void nrString::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   fputs(str ? "(null)" : "\"(null)\"", out->getStream());
 }
 

@@ -63,7 +63,7 @@ bool nrFieldInfo::match(const char* text) const {
 }
 
 int nrFieldInfo::preWrite(nrOutput* out, nrContainer* owner) {
-  if (isDefault(owner)) return 1;
+  if (!out || !out->getStream() || isDefault(owner)) return 1;
   out->indent();
   fprintf(out->getStream(), "%s ", name.getString());
   return 0;

@@ -53,7 +53,7 @@ class nrFieldInfo {
 
  protected:
   // Writes the indentation and "name " and returns 0, or returns 1 without
-  // writing anything when owner holds the default.
+  // writing anything when owner holds the default or out has no stream.
   int preWrite(nrOutput* out, nrContainer* owner);
 
  private:

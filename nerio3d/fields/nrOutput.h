@@ -11,7 +11,8 @@ class nrContainer;
 
 class nrOutput {
  public:
-  // Opens path for writing; a path that cannot be opened leaves the stream null.
+  // Opens path for writing; a path that cannot be opened leaves the stream null,
+  // and nothing is written through the writer then.
   explicit nrOutput(const char* path);
   // Writes to a stream the caller opened; the writer closes it when destroyed.
   explicit nrOutput(FILE* stream);

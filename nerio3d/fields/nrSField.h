@@ -81,6 +81,7 @@ class nrSFieldOf : public nrField {
     if (from && from->getType() == getType()) set(static_cast<Field*>(from)->get());
   }
   void write(nrOutput* out) override {
+    if (!out || !out->getStream()) return;
     validate();
     Field::writeValue(out, *value, getFieldInfo());
   }

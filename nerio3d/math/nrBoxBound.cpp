@@ -115,6 +115,7 @@ void nrBoxBound::xform(const nrBoxBound* box, const nrMatrix4f& m) {
 }
 
 void nrBoxBound::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   min.write(out);
   fputc(' ', out->getStream());
   max.write(out);

@@ -274,7 +274,8 @@ void nrMatrix4f::getOrthoRotation(nrRotation& rot) const {
 }
 
 void nrMatrix4f::write(nrOutput* out) const {
-  FILE* f = out->getStream();
+  FILE* f = out ? out->getStream() : nullptr;
+  if (!f) return;
   for (int r = 0; r < 4; ++r)
     for (int c = 0; c < 4; ++c) fprintf(f, c == 0 && r == 0 ? "%g" : " %g", mat[r][c]);
 }

@@ -75,5 +75,6 @@ void nrRotation::slerp(float t, const nrRotation& a, const nrRotation& b) {
 }
 
 void nrRotation::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   fprintf(out->getStream(), "%g %g %g %g", axis[0], axis[1], axis[2], angle);
 }

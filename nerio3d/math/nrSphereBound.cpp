@@ -247,6 +247,7 @@ void nrSphereBound::orthoXform(const nrSphereBound* sph, const nrMatrix4f& m) {
 }
 
 void nrSphereBound::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   center.write(out);
   fprintf(out->getStream(), " %g", radius);
 }

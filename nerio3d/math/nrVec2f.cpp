@@ -28,4 +28,6 @@ bool nrVec2f::almostEqual(const nrVec2f& v, float tol) const {
   return true;
 }
 
-void nrVec2f::write(nrOutput* out) const { fprintf(out->getStream(), "%g %g", vec[0], vec[1]); }
+void nrVec2f::write(nrOutput* out) const {
+  if (out && out->getStream()) fprintf(out->getStream(), "%g %g", vec[0], vec[1]);
+}

@@ -59,5 +59,6 @@ void nrVec3f::fullXformPt(const nrVec3f& p, const nrMatrix4f& m) {
 }
 
 void nrVec3f::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   fprintf(out->getStream(), "%g %g %g", vec[0], vec[1], vec[2]);
 }

@@ -32,5 +32,6 @@ void nrVec4f::xform(const nrVec4f& v, const nrMatrix4f& m) {
 }
 
 void nrVec4f::write(nrOutput* out) const {
+  if (!out || !out->getStream()) return;
   fprintf(out->getStream(), "%g %g %g %g", vec[0], vec[1], vec[2], vec[3]);
 }

@@ -187,5 +187,9 @@ TEST(nrOutput, WritesToAFileByPath) {
   none.setLevel(2);
   none.indent();
   none.write(leaf);
+  nrtest::floatField(leaf, tstLeaf::VALUE)->set(2);
+  leaf->getField(tstLeaf::VALUE)->write(&none);
+  leaf->getType()->getFieldInfo(tstLeaf::VALUE)->write(&none, leaf);
+  nrSphereBound().write(&none);
   leaf->unref();
 }
