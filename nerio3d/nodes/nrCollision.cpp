@@ -18,7 +18,11 @@ unsigned char nrCollision::getCollide() const {
   return getFieldValue(collide, COLLIDE_FIELD);
 }
 
+// Refused with a warning, as by the field, when node is this collision or
+// holds it: the proxy would close a cycle that writing and cloning follow.
 void nrCollision::setProxy(nrNode* node) {
+  const nrRefInfo* info = static_cast<nrRefInfo*>(getClassType()->getFieldInfo(PROXY_FIELD));
+  if (!info->checkType("nrCollision::setProxy()", node, this)) return;
   refer(proxy, node);
   proxy = node;
   fieldChanged(PROXY_FIELD);

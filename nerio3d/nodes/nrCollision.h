@@ -17,7 +17,7 @@ class nrCollision : public nrGroup {
 
   void setCollide(unsigned char on) { setFieldValue(collide, on, COLLIDE_FIELD); }
   unsigned char getCollide() const;
-  // Held, never drawn.
+  // Held, never drawn; refused with a warning when node is this collision or holds it.
   void setProxy(nrNode* node);
   nrNode* getProxy() const;
   // The box the file declares around the children (a size of -1 declares
