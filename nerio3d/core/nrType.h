@@ -36,7 +36,10 @@ class nrType {
   const nrShortArray& getEngineInputs() const { return engineInputs; }
   const nrShortArray& getEngineOutputs() const { return engineOutputs; }
   int getNumSubtypes() const { return static_cast<int>(subtypes.getCount()); }
-  nrType* getSubtype(int i) const { return static_cast<nrType*>(subtypes[i]); }
+  // Null past the subtypes.
+  nrType* getSubtype(int i) const {
+    return i >= 0 && i < getNumSubtypes() ? static_cast<nrType*>(subtypes[static_cast<unsigned>(i)]) : nullptr;
+  }
   int getActionIndex() const { return actionIndex; }
   int getObjectIndex() const { return objectIndex; }
   void setActionIndex(int i) { actionIndex = i; }

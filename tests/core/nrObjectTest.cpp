@@ -64,6 +64,7 @@ TEST(nrType, RegistrationParentFirstAndLookup) {
   EXPECT_FALSE(TestThing::classType->isDerivedFrom(sub));
   // Subtypes are recorded in construction order.
   EXPECT_EQ(TestThing::classType->getSubtype(TestThing::classType->getNumSubtypes() - 1), sub);
+  EXPECT_EQ(sub->getSubtype(-1), nullptr);
   // Every type takes a column of the dispatch table; only dispatchers a row.
   EXPECT_GE(sub->getObjectIndex(), 0);
   EXPECT_EQ(sub->getActionIndex(), -1);
