@@ -1,5 +1,7 @@
 #include "nerio3d/arrays/nrArray.h"
 
+#include <cstdint>
+
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/core/nrBlockAllocator.h"
 #include "nerio3d/core/nrGlobal.h"
@@ -40,10 +42,17 @@ nrArray::~nrArray() {
     nrBlockAllocator::release(elements, size_t(capacity) * elementSize);
 }
 
+// A capacity the steps would carry past the largest count (an index that was
+// negative, a huge extension) is refused: wrapped around, it would shrink the
+// array below its count.
 void nrArray::grow(unsigned n) {
-  unsigned step = extension ? extension : 1;
-  unsigned k = (n - capacity + step - 1) / step;
-  setSize(capacity + k * step);
+  uint64_t step = extension ? extension : 1;
+  uint64_t size = capacity + (uint64_t(n) - capacity + step - 1) / step * step;
+  if (size > UINT32_MAX) {
+    nrGlobal::notify(nrGlobal::FATAL, nrGlobal::RESOURCE, "Cannot allocate array storage");
+    return;
+  }
+  setSize(static_cast<unsigned>(size));
 }
 
 unsigned nrArray::viewRoom() const {

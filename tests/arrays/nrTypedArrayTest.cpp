@@ -195,6 +195,9 @@ TEST(nrTypedArray, HostileIndicesRangesAndViewsStoreNothingOutside) {
   a.setRange(16, 16, a.getArray());
   EXPECT_EQ(a.getCount(), 32u);
   EXPECT_EQ(a[18], 3);
+  // An index that was negative cannot wrap the growth round to a smaller size.
+  EXPECT_EQ(nrtest::captureStderr([&] { a.set(~0u - 4, 9); }), "(FATAL, RESOURCE): Cannot allocate array storage\n");
+  EXPECT_EQ(a.getSize(), 48u);
 
   // Shrinking a list of texts frees those cut off (the leak checker sees it).
   nrStringArray texts = arrayOf<nrStringArray>(nrString("x"), nrString("y"));
