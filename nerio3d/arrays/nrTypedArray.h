@@ -93,7 +93,8 @@ class nrTypedArray : public nrArray {
   const T& get(unsigned i) const { return (*this)[i]; }
   T* getArray() const { return reinterpret_cast<T*>(elements); }
 
-  // Range-for over the first getCount() elements, a view's at its stride.
+  // Range-for over the first getCount() elements, a view's at its stride; a
+  // count past the storage (shrunk by setSize, a view) stops at its end.
   template <typename Element>
   class Cursor {
    public:
@@ -110,9 +111,9 @@ class nrTypedArray : public nrArray {
     unsigned stride;
   };
   Cursor<T> begin() { return Cursor<T>(at(0), stride); }
-  Cursor<T> end() { return Cursor<T>(at(count), stride); }
+  Cursor<T> end() { return Cursor<T>(at(inUse()), stride); }
   Cursor<const T> begin() const { return Cursor<const T>(at(0), stride); }
-  Cursor<const T> end() const { return Cursor<const T>(at(count), stride); }
+  Cursor<const T> end() const { return Cursor<const T>(at(inUse()), stride); }
 
   // v may be an element of this array: growing moves the storage, so a value
   // that must survive growth or shifting is copied first. A store that finds

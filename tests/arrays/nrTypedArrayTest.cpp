@@ -50,6 +50,9 @@ TEST(nrTypedArray, GrowthIsLinearInStepsOfTheExtension) {
   d.setSize(2);
   EXPECT_EQ(d.getSize(), 2u);
   EXPECT_EQ(d.getCount(), 4u);
+  int walked = 0;
+  for (int v : d) walked += v >= 0;
+  EXPECT_EQ(walked, 2) << "range-for stops where the storage ends";
   // Growth to at least twice the size and a smaller step keep the contents alike.
   for (unsigned size : {8u, 9u}) {
     d.setSize(size);
