@@ -1,12 +1,22 @@
 #include "nerio3d/arrays/nrPtrArray2D.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
 
-// A negative capacity counts as none.
+// A negative capacity counts as none, and so do capacities beyond the memory
+// there is: the table then grows from nothing as rows and columns are added.
 nrPtrArray2D::nrPtrArray2D(int rowCap, int colCap)
     : rowCapacity(std::max(rowCap, 0)),
       colCapacity(std::max(colCap, 0)),
-      cells(new void*[static_cast<size_t>(rowCapacity) * colCapacity]) {}
+      cells(nullptr) {
+  size_t n = static_cast<size_t>(rowCapacity) * static_cast<size_t>(colCapacity);
+  if (n <= PTRDIFF_MAX / sizeof(void*)) cells = new (std::nothrow) void*[n];
+  if (!cells) {
+    rowCapacity = colCapacity = 0;
+    cells = new void*[1];
+  }
+}
 
 nrPtrArray2D::~nrPtrArray2D() { delete[] cells; }
 

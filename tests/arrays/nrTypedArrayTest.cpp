@@ -264,6 +264,9 @@ TEST(nrPtrArray2D, GrowsRowsAndColumnsKeepingCells) {
   narrow(0, 0) = &narrow;
   narrow.addCol();  // column capacity 1 -> 3, rows max(1 * 2 + 1, 2) = 3
   EXPECT_EQ(narrow.getColCapacity(), 3);
+  nrPtrArray2D vast(1 << 30, 1 << 30);  // beyond any memory: grows from nothing
+  vast.addRow();
+  EXPECT_EQ(vast.getRowCapacity(), 1);
   EXPECT_EQ(narrow.getRowCapacity(), 3);
   EXPECT_EQ(narrow.get(0, 0), &narrow);
 }
