@@ -20,7 +20,8 @@ class nrDList {
   bool isEmpty() const { return first == nullptr; }
   int getCount() const;
 
-  // Links item, which must not be in a list, at the tail.
+  // Links item, which must not be in a list, at the tail; an item linked
+  // already is refused with a warning.
   void append(nrDListItem* item);
   // Unlinks item, which must be in this list.
   void remove(nrDListItem* item);

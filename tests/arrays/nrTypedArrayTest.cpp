@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <vector>
 
+#include "nerio3d/arrays/nrDList.h"
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/arrays/nrPtrArray2D.h"
 #include "nrCapture.h"
@@ -269,4 +270,14 @@ TEST(nrPtrArray2D, GrowsRowsAndColumnsKeepingCells) {
   EXPECT_EQ(vast.getRowCapacity(), 1);
   EXPECT_EQ(narrow.getRowCapacity(), 3);
   EXPECT_EQ(narrow.get(0, 0), &narrow);
+}
+
+TEST(nrDList, AnItemLinkedAlreadyIsRefused) {
+  struct Item : nrDListItem {} a, b;
+  nrDList list;
+  list.append(&a);
+  list.append(&b);
+  EXPECT_EQ(nrtest::captureStderr([&] { list.append(&a); }),
+            "(WARN, USAGE): nrDList::append() - item is in a list already\n");
+  EXPECT_EQ(list.getCount(), 2);
 }
