@@ -58,11 +58,14 @@ class nrMFieldOf : public nrMField {
   // Edits of some elements apply to the whole value: one that its owner
   // makes on demand (a list kept in another form) is made first. Outputs are
   // sent the stored elements, not the arguments: an argument taken from this
-  // array may point into storage the edit has just replaced.
+  // array may point into storage the edit has just replaced. A store the
+  // array refused (an index that was negative) sends nothing.
   void set(unsigned i, const T& v) {
     catchUp();
     value->set(i, v);
-    forwardOrNotify<Field>([&](Field* f) { f->set(i, (*value)[i]); });
+    forwardOrNotify<Field>([&](Field* f) {
+      if (i < value->getCount()) f->set(i, (*value)[i]);
+    });
   }
   void set(const A& a) {
     value->set(a);
@@ -76,12 +79,16 @@ class nrMFieldOf : public nrMField {
   void fillRange(unsigned start, unsigned n, const T& v) {
     catchUp();
     value->fillRange(start, n, v);
-    forwardOrNotify<Field>([&](Field* f) { f->fillRange(start, n, n ? (*value)[start] : v); });
+    forwardOrNotify<Field>([&](Field* f) {
+      if (!n || start < value->getCount()) f->fillRange(start, n, n ? (*value)[start] : v);
+    });
   }
   void append(const T& v) {
     catchUp();
     value->append(v);
-    forwardOrNotify<Field>([&](Field* f) { f->append((*value)[value->getCount() - 1]); });
+    forwardOrNotify<Field>([&](Field* f) {
+      if (value->getCount()) f->append((*value)[value->getCount() - 1]);
+    });
   }
   void setCount(unsigned n) {
     catchUp();

@@ -51,6 +51,8 @@ TEST(nrField, EngineOutputListsForwardChangesInsteadOfNotifying) {
   out->set(1, 4.0f);
   out->append(6.0f);
   for (int i = 0; i < 64; ++i) out->append((*out)[1]);  // each growth replaces the storage read from
+  out->set(~0u, 1.0f);  // refused stores send nothing on
+  out->fillRange(~0u - 1, 4, 1.0f);
   EXPECT_EQ(engine->changes[tstAll::MFFLOAT], 0);
   for (tstAll* c : {a, b}) {
     ASSERT_EQ(c->mfFloat.getCount(), 67u);
