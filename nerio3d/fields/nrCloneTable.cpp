@@ -7,8 +7,9 @@ nrCloneTable::~nrCloneTable() {
   for (unsigned i = 0; i < connections.getCount(); ++i) delete static_cast<Connection*>(connections[i]);
 }
 
+// Nothing is cloned from a null source: it is not recorded.
 void nrCloneTable::addClonedInstance(nrContainer* source, nrContainer* clone) {
-  instances.insert(0, new Instance{1, source, clone});
+  if (source) instances.insert(0, new Instance{1, source, clone});
 }
 
 nrContainer* nrCloneTable::getClonedInstance(nrContainer* source) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "nerio3d/arrays/nrData.h"
+#include "nerio3d/fields/nrCloneTable.h"
 #include "nrFieldTestTypes.h"
 
 using nrtest::field;
@@ -157,6 +158,10 @@ TEST(nrContainer, DeepClonesKeepSharedContainersSharedAndRoutesAmongThem) {
   ASSERT_NE(plainCopy, nullptr);
   EXPECT_EQ(plainCopy->getType(), nrContainer::getClassType());
   delete plainCopy;
+  // A table records nothing for a null source.
+  nrCloneTable table;
+  table.addClonedInstance(nullptr, &plain);
+  EXPECT_EQ(table.getClonedInstance(nullptr), nullptr);
 }
 
 TEST(nrContainer, UnconnectedSingleValuedFieldsCanBeDroppedAndRecreated) {
