@@ -400,6 +400,29 @@ nrContainer* nrContainer::clone(CloneEnum mode, nrCloneTable* table) {
   return c;
 }
 
+// Whether a container that from refers to through its first n fields is this
+// one or holds it: taken over, it would close a cycle that writing, cloning
+// and the traversals follow forever. Each such field warns as when set.
+bool nrContainer::copyClosesCycle(nrContainer* from, int n) {
+  // Without parents nothing lies above this container (a reference makes its
+  // holder a parent), and the copy goes ahead at once.
+  if (getParentCount() == 0) return false;
+  for (int i = 0; i < n; ++i) {
+    nrFieldInfo* info = type->getFieldInfo(i);
+    if (!info) continue;
+    if (info->getFieldType() == nrSFRef::getClassType()) {
+      nrSFRefInfo* ref = static_cast<nrSFRefInfo*>(info);
+      if (!ref->checkType("nrContainer::copy()", *ref->valueIn(from), this)) return true;
+    } else if (info->getFieldType() == nrMFRef::getClassType()) {
+      nrMFRefInfo* ref = static_cast<nrMFRefInfo*>(info);
+      const nrRefArray& list = *ref->valueIn(from);
+      for (unsigned k = 0; k < list.getCount(); ++k)
+        if (!ref->checkType("nrContainer::copy()", list[k], this)) return true;
+    }
+  }
+  return false;
+}
+
 void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
   // Copying a container into itself would reference everything it holds twice.
   if (!from || from == this) return;
@@ -408,14 +431,15 @@ void nrContainer::copy(nrContainer* from, nrCloneTable* table) {
     return;
   }
   from->cleanPendingFields();
-  if (from->name) setName(from->name);
-  setUserData(from->userData);
   // Fields are taken up to the count of the nearest type both are of: for
   // related types the smaller count, for unrelated ones only what their
   // common ancestor stores, so no descriptor reads storage `from` lacks.
   nrType* common = from->getType();
   while (common && !isOfType(common)) common = common->getParent();
   int n = common ? common->getNumFields() : 0;
+  if (copyClosesCycle(from, n)) return;
+  if (from->name) setName(from->name);
+  setUserData(from->userData);
   // An index a type registered no field at is skipped, here and below.
   for (int i = 0; i < n; ++i) {
     nrFieldInfo* info = type->getFieldInfo(i);

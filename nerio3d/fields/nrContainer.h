@@ -27,6 +27,8 @@ class nrContainer : public nrObject {
   // A new default instance of the same class; null for abstract classes. A
   // plain container is itself concrete.
   virtual nrContainer* instantiate() { return getType() == getClassType() ? new nrContainer : nullptr; }
+  // Refused with a warning when from refers to this container or to one that
+  // holds it: taken over, the reference would close a cycle.
   virtual void copy(nrContainer* from, nrCloneTable* table);
   virtual void copy(nrContainer* from);
   virtual nrContainer* clone(CloneEnum mode, nrCloneTable* table);
@@ -158,6 +160,7 @@ class nrContainer : public nrObject {
   enum { PARENT_ARRAY_FLAG = 0x1 };
 
   void validateKnownField(short index, nrField* field);
+  bool copyClosesCycle(nrContainer* from, int n);
 
   nrFieldArray* fields;
   union {

@@ -2,6 +2,7 @@
 
 #include "nerio3d/arrays/nrData.h"
 #include "nerio3d/fields/nrCloneTable.h"
+#include "nrCapture.h"
 #include "nrFieldTestTypes.h"
 
 using nrtest::field;
@@ -81,7 +82,14 @@ TEST(nrContainer, ParentsAreASingleLinkOrAList) {
   leaf->copy(c);
   EXPECT_EQ(floatField(leaf, tstLeaf::VALUE)->get(), 5.0f) << "an unrelated type shares no field to copy";
   EXPECT_EQ(c->childChanges, 1) << "the containers referring to one copied into learn that it changed";
-  nrtest::unref(leaf, a, c);
+  tstLeaf *above = nrtest::held<tstLeaf>(), *source = nrtest::held<tstLeaf>();
+  field<nrMFRef>(above, tstLeaf::CHILDREN)->append(leaf);
+  field<nrMFRef>(source, tstLeaf::CHILDREN)->append(above);
+  EXPECT_EQ(nrtest::captureStderr([&] { leaf->copy(source); }),
+            "(WARN, USAGE): Field children of TestLeaf cannot hold this TestLeaf - a container cannot be placed under "
+            "itself\n");
+  EXPECT_EQ(leaf->children.getCount(), 0u) << "a copy that would close a cycle is refused whole";
+  nrtest::unref(source, above, leaf, a, c);
 }
 
 TEST(nrContainer, ClonesCopyValuesAndPullPendingInputsFirst) {
