@@ -31,7 +31,9 @@ int nrTransformAction::pushMatrix() {
   return 1;
 }
 
+// The flags follow the stack's depth, so that a level pushed on the stack
+// itself cannot leave the action without a flag for its top.
 void nrTransformAction::popMatrix() {
   if (!matStack.pop()) return;
-  scaleFlags.setCount(scaleFlags.getCount() - 1);
+  scaleFlags.setCount(static_cast<unsigned>(matStack.getDepth()));
 }

@@ -23,7 +23,8 @@ class nrTransformAction : public nrAction {
   // Enters a new level holding a copy of the top matrix and its scale flag;
   // 0, entering nothing, when the stack is full (the stack reports that).
   int pushMatrix();
-  // Leaves the level entered by pushMatrix.
+  // Leaves the level entered by pushMatrix; one flag is left per level of the
+  // stack, also after a level pushed on the stack itself.
   void popMatrix();
   // The scale flag of the current level.
   int& topScaleFlag() { return scaleFlags[scaleFlags.getCount() - 1]; }

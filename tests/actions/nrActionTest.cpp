@@ -191,6 +191,11 @@ TEST(nrAction, BaseActionsOnALeafReturnItsVisitAndNullDrawsNothing) {
   EXPECT_EQ(transform.getScaleFlags().getCount(), 1u);
   EXPECT_EQ(transform.pushMatrix(), 1);
   EXPECT_EQ(transform.getScaleFlags().getCount(), 2u);
+  // A level pushed on the stack itself and left through the action keeps the flags in step.
+  transform.getMatStack()->push();
+  transform.popMatrix();
+  transform.popMatrix();
+  EXPECT_EQ(transform.getScaleFlags().getCount(), 1u);
 
   nrBillboard* board = nrtest::held<nrBillboard>();
   nrMatrix4f turn;
