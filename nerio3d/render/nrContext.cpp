@@ -49,12 +49,17 @@ const GLenum depthFuncGL[] = {GL_NEVER, GL_LESS, GL_EQUAL, GL_LEQUAL, GL_GREATER
 const GLenum polyModeGL[] = {GL_POINT, GL_LINE, GL_FILL};
 const GLenum cullFaceGL[] = {0, GL_FRONT, GL_BACK, GL_FRONT_AND_BACK};
 
-// A value outside its enumeration has no OpenGL code: the setter refuses it.
-template <size_t N>
-bool known(const GLenum (&)[N], int value, const char* who) {
-  if (value >= 0 && static_cast<size_t>(value) < N) return true;
+// A value outside its enumeration of count values: the setter refuses it.
+bool inRange(int value, int count, const char* who) {
+  if (value >= 0 && value < count) return true;
   fprintf(stderr, "nrContext::%s() - value %d out of range\n", who, value);
   return false;
+}
+
+// A value outside its enumeration has no OpenGL code.
+template <size_t N>
+bool known(const GLenum (&)[N], int value, const char* who) {
+  return inRange(value, static_cast<int>(N), who);
 }
 
 // OpenGL refuses a line width or point size that is not positive and keeps
@@ -314,7 +319,9 @@ void nrContext::setTexEnable(unsigned char on) {
   if (set(_nrGfx::TEX_ENABLE_ELT, &_nrGfx::texEnable, on)) enable(GL_TEXTURE_2D, on);
 }
 
-void nrContext::setTexMode(TexModeEnum mode) { set(_nrGfx::TEX_MODE_ELT, &_nrGfx::texMode, mode); }
+void nrContext::setTexMode(TexModeEnum mode) {
+  if (inRange(mode, PERSP_TEX + 1, "setTexMode")) set(_nrGfx::TEX_MODE_ELT, &_nrGfx::texMode, mode);
+}
 
 void nrContext::setTexBlendColor(const nrVec4f& color) {
   if (set(_nrGfx::TEX_BLEND_COLOR_ELT, &_nrGfx::texBlendColor, color))
@@ -357,6 +364,7 @@ void nrContext::setTranspEnable(unsigned char on) {
 }
 
 void nrContext::setTranspMode(TranspModeEnum mode) {
+  if (!inRange(mode, SCREEN_DOOR_TRANSP + 1, "setTranspMode")) return;
   if (!set(_nrGfx::TRANSP_MODE_ELT, &_nrGfx::transpMode, mode) || !top->transpEnable) return;
   if (!isStippleMode(mode)) nrgl::Disable(GL_POLYGON_STIPPLE);
   applyTransparency(mode, true);

@@ -24,11 +24,14 @@ struct _nrGfx;
 class nrContext : public nrObject {
   NR_DECLARE_TYPE(nrContext)
 
-  enum TexModeEnum { FAST_TEX, NICE_TEX, NON_PERSP_TEX, PERSP_TEX };
-  enum TexEnvEnum { MODULATE_TENV, BLEND_TENV, REPLACE_TENV, ADD_TENV, DECAL_TENV };
-  enum ShadeModelEnum { FLAT_SHADE, SMOOTH_SHADE };
-  enum TranspModeEnum { FAST_TRANSP, NICE_TRANSP, BLEND_TRANSP, SCREEN_DOOR_TRANSP };
-  enum AlphaFuncEnum {
+  // The state enumerations are int-based, as the appearance fields that hold
+  // them are: a value from a file or the field interface outside its list
+  // reaches the setter, which refuses it with a message.
+  enum TexModeEnum : int { FAST_TEX, NICE_TEX, NON_PERSP_TEX, PERSP_TEX };
+  enum TexEnvEnum : int { MODULATE_TENV, BLEND_TENV, REPLACE_TENV, ADD_TENV, DECAL_TENV };
+  enum ShadeModelEnum : int { FLAT_SHADE, SMOOTH_SHADE };
+  enum TranspModeEnum : int { FAST_TRANSP, NICE_TRANSP, BLEND_TRANSP, SCREEN_DOOR_TRANSP };
+  enum AlphaFuncEnum : int {
     NEVER_AFUNC,
     LESS_AFUNC,
     EQUAL_AFUNC,
@@ -38,7 +41,7 @@ class nrContext : public nrObject {
     GEQUAL_AFUNC,
     ALWAYS_AFUNC
   };
-  enum SrcBlendFuncEnum {
+  enum SrcBlendFuncEnum : int {
     ZERO_SBLEND,
     ONE_SBLEND,
     DST_COLOR_SBLEND,
@@ -49,7 +52,7 @@ class nrContext : public nrObject {
     DST_ALPHA_SBLEND,
     ONE_MINUS_DST_ALPHA_SBLEND
   };
-  enum DstBlendFuncEnum {
+  enum DstBlendFuncEnum : int {
     ZERO_DBLEND,
     ONE_DBLEND,
     SRC_COLOR_DBLEND,
@@ -59,7 +62,7 @@ class nrContext : public nrObject {
     DST_ALPHA_DBLEND,
     ONE_MINUS_DST_ALPHA_DBLEND
   };
-  enum DepthFuncEnum {
+  enum DepthFuncEnum : int {
     NEVER_DFUNC,
     LESS_DFUNC,
     EQUAL_DFUNC,
@@ -69,11 +72,11 @@ class nrContext : public nrObject {
     GEQUAL_DFUNC,
     ALWAYS_DFUNC
   };
-  enum PolyModeEnum { POINT_PMODE, LINE_PMODE, FILL_PMODE };
+  enum PolyModeEnum : int { POINT_PMODE, LINE_PMODE, FILL_PMODE };
   // Int-based because a popped geometry-property override leaves -1 in the
   // shadow, a value no set can match.
   enum CullFaceEnum : int { NO_CULL, FRONT_CULL, BACK_CULL, BOTH_CULL };
-  enum MaterialModeEnum { NO_COLOR_MATERIAL, COLOR_MATERIAL };
+  enum MaterialModeEnum : int { NO_COLOR_MATERIAL, COLOR_MATERIAL };
   enum ColorModeEnum { RGBA_CMODE, INDEX_CMODE };
 
   // Flags of clear().

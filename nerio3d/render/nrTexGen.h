@@ -9,7 +9,9 @@ class nrContext;
 class nrTexGen : public nrContainer {
   NR_DECLARE_CONTAINER_TYPE(nrTexGen)
 
-  enum ModeEnum { OFF, EYE_LINEAR, EYE_LINEAR_IDENT, OBJECT_LINEAR, SPHERE_MAP };
+  // Int-based, as the mode fields are: a mode read from a file outside the
+  // list is held as it is and sends OpenGL no generation mode.
+  enum ModeEnum : int { OFF, EYE_LINEAR, EYE_LINEAR_IDENT, OBJECT_LINEAR, SPHERE_MAP };
   enum { MODE_S, MODE_T, MODE_R, MODE_Q, PLANE_S, PLANE_T, PLANE_R, PLANE_Q };
 
   nrTexGen() : nrTexGen(getClassType()) {}

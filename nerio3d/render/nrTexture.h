@@ -12,8 +12,10 @@ class nrImage;
 class nrTexture : public nrContainer {
   NR_DECLARE_CONTAINER_TYPE(nrTexture)
 
-  // Internal formats; the TEXEL ones choose a format from the image.
-  enum FormatEnum {
+  // Internal formats; the TEXEL ones choose a format from the image. Int-based,
+  // as the format field is: a format from a file outside the list is
+  // uploaded with TEXEL16's entry.
+  enum FormatEnum : int {
     LUMINANCE,
     LUMINANCE_ALPHA,
     RGB,

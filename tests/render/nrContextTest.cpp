@@ -3,6 +3,7 @@
 #include <climits>
 #include <tuple>
 
+#include "nerio3d/fields/nrSField.h"
 #include "nerio3d/render/_nrGfx.h"
 #include "nerio3d/render/nrAppearance.h"
 #include "nerio3d/render/nrFog.h"
@@ -251,6 +252,20 @@ TEST_F(Context, ValuesOutsideAnEnumerationAreRefusedAndNullsIgnored) {
   context->setMaterialModeEnable(2);
   EXPECT_TRUE(isOn(GL_COLOR_MATERIAL));
   nrtest::unref(image, camera, light, fog);
+
+  // The same from an appearance's fields, as a file gives them.
+  nrAppearance* app = nrtest::held<nrAppearance>();
+  for (int f : {nrAppearance::TEX_MODE, nrAppearance::SHADE_MODEL, nrAppearance::TRANSP_MODE})
+    static_cast<nrSFEnum*>(app->getField(f))->set(99);
+  err = nrtest::captureStderr([&] { context->drawApp(app, 1); });
+  EXPECT_EQ(err,
+            "nrContext::setTexMode() - value 99 out of range\n"
+            "nrContext::setShadeModel() - value 99 out of range\n"
+            "nrContext::setTranspMode() - value 99 out of range\n");
+  EXPECT_EQ(std::make_tuple(context->getShadowState().texMode, getInt(GL_SHADE_MODEL)),
+            std::make_tuple(nrContext::FAST_TEX, GL_SMOOTH));
+  context->drawApp(nullptr, 1);
+  app->unref();
 }
 
 TEST_F(Context, SharedIdsAreReusedAndTrackedPerContextUntilItIsDestroyed) {

@@ -125,7 +125,9 @@ TEST_F(Texture, FormatFollowsLevelZeroAndEachVersionIsUploadedOnce) {
                {nrImage::LUMINANCE_ALPHA, nrTexture::TEXEL32, "GL_LUMINANCE16_ALPHA16"},
                {nrImage::LUMINANCE_ALPHA, nrTexture::TEXEL16, "GL_LUMINANCE8_ALPHA8"},
                {nrImage::LUMINANCE, nrTexture::TEXEL32, "GL_LUMINANCE16"},
-               {nrImage::RGB, nrTexture::RGB2, "GL_R3_G3_B2"}, {nrImage::RGBA, nrTexture::TEXEL8, "0"}};
+               {nrImage::RGB, nrTexture::RGB2, "GL_R3_G3_B2"}, {nrImage::RGBA, nrTexture::TEXEL8, "0"},
+               // Outside the list, as a file may give it: TEXEL16's entry.
+               {nrImage::RGB, nrTexture::FormatEnum(999), "GL_LUMINANCE"}};
   const char* formatNames[] = {"GL_LUMINANCE", "GL_LUMINANCE_ALPHA", "GL_RGB", "GL_RGBA"};
   for (const Case& c : cases) {
     nrTexture* texture = nrtest::held<nrTexture>();
@@ -340,6 +342,11 @@ TEST_F(Texture, GenerationGivesEveryPlaneAsObjectPlane) {
   context->setTexGen(texGen);
   EXPECT_FALSE(isOn(GL_TEXTURE_GEN_R));
   EXPECT_TRUE(isOn(GL_TEXTURE_GEN_Q));
+  // A mode outside the list, as a file may give it, is held as it is.
+  texGen->setModeS(nrTexGen::ModeEnum(99));
+  context->setTexGenEnable(0);
+  context->setTexGenEnable(1);
+  EXPECT_TRUE(isOn(GL_TEXTURE_GEN_S));
   int version = texGen->getVersion();
   nrTexGen* plain = nrtest::held<nrTexGen>();
   texGen->copy(plain);
