@@ -15,9 +15,18 @@ class nrArraySet : public Base {
   // Reads bring the array up to date first. getCount also answers the
   // attribute sets' virtual getCount, which the index set's base lacks, so
   // no member here is marked override (one marked would call for all).
+  // A view's count may run past its block (a count set beyond it, which the
+  // array reports): only the elements the block holds are counted, so that
+  // drawing, bounds and picking never read past it.
   unsigned getCount() {
     this->validateField(ARRAY_FIELD);
-    return array.getCount();
+    unsigned n = array.getCount();
+    if (nrData* block = array.getData()) {
+      unsigned size = block->getSize(), first = array.getOffset() + array.getElementSize();
+      unsigned held = size < first ? 0 : array.getStride() ? (size - first) / array.getStride() + 1 : array.getSize();
+      if (n > held) n = held;
+    }
+    return n;
   }
   const T& get(unsigned i) {
     this->validateField(ARRAY_FIELD);

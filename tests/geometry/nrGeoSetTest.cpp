@@ -163,6 +163,12 @@ TEST_F(GeoSet, InterleavedAttributesDrawFromOneBlock) {
   EXPECT_EQ(drawn(s, {"glColorPointer", "glVertexPointer"}),
             (Calls{"glColorPointer(3, GL_FLOAT, 24, ptr)", "glVertexPointer(3, GL_FLOAT, 24, ptr)"}));
   EXPECT_EQ(pixel(5, 5), BLUE);
+
+  // A count past what the block holds at the stride: the view keeps it, the
+  // set counts only the vertices there and draws no further.
+  points->setCount(6);
+  EXPECT_EQ(points->getCount(), 3u);
+  EXPECT_EQ(drawn(set<nrTriSet>(points, 2)), Calls{"glDrawArrays(GL_TRIANGLES, 0, 3)"});
 }
 
 TEST_F(GeoSet, BeginDrawAppliesWhiteForColourMaterialAndTheCullFaceRule) {
