@@ -916,6 +916,7 @@ void nrContext::forget(const void* object) {
   for (unsigned c = 0; c < contexts->getCount(); ++c) {
     nrContext* context = static_cast<nrContext*>((*contexts)[c]);
     if (!context) continue;
+    if (context->drawable == object) context->drawable = nullptr;
     // Levels above the depth are overwritten by the next push.
     for (int level = 0; level <= context->depth; ++level) forgetIn(context->stack[level], object);
     forgetIn(*context->global, object);

@@ -92,7 +92,8 @@ class nrContext : public nrObject {
   // On the window's drawable; null, or a window without one, is ignored.
   void makeCurrent(nrWindow* window);
   static void releaseCurrent();
-  // The drawable this context was last made current on.
+  // The drawable this context was last made current on; null once a deleted
+  // window took it.
   nrDrawable* getDrawable() const { return drawable; }
   ColorModeEnum getColorMode() const { return colorMode; }
 
@@ -200,7 +201,8 @@ class nrContext : public nrObject {
   nrOverrideGeoProp* popOverrideGeoProp();
 
   // Drops object (a texture, texture generator or material being destroyed)
-  // from the records of every context, so that no later set or pop reaches it.
+  // from the records of every context, so that no later set or pop reaches it;
+  // a context last made current on a drawable being destroyed keeps none.
   static void forget(const void* object);
 
   // Display lists and texture objects of all contexts share one id space.

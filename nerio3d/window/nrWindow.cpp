@@ -140,6 +140,8 @@ nrWindow::~nrWindow() {
     bound = nullptr;
   }
   if (context) context->unref();
+  // A context held elsewhere no longer names the drawable as its own.
+  nrContext::forget(hdc);
   delete hdc;
   nrWindowSystem::destroyWindow(glutId);
   if (previous && previous != this) setCurrent(previous);

@@ -291,6 +291,7 @@ TEST_F(WindowLoop, EventAndFrameFunctionsDeletingWindowsUnderThePass) {
   held->ref();
   delete kept;
   EXPECT_EQ(nrContext::getCurrent(), nullptr);
+  EXPECT_EQ(held->getDrawable(), nullptr) << "nor names the drawable gone with the window";
   held->unref();
 
   Victims victims{open("own").window, nullptr};
