@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <type_traits>
 #include <vector>
 
@@ -162,13 +164,17 @@ int nrImage::load() {
   }
   fprintf(stderr, "nrImage::load() Reading texture image %s\n", name);
   int channels = file.getChannels();
-  std::vector<unsigned char> tile(static_cast<size_t>(file.getWidth()) * file.getHeight() * channels);
   int w = file.getWidth(), h = file.getHeight();
-  if (channels < 1 || channels > 4 || !readTile(file, tile.data())) {
+  // An image holds at most UINT_MAX bytes: a file's header may announce far
+  // more, which is refused before any memory is taken for it.
+  std::unique_ptr<unsigned char[]> tile;
+  if (channels >= 1 && channels <= 4 && static_cast<unsigned long long>(w) * h <= UINT_MAX / channels)
+    tile.reset(new (std::nothrow) unsigned char[static_cast<size_t>(w) * h * channels]);
+  if (!tile || !readTile(file, tile.get())) {
     fprintf(stderr, "nrImage::load() Could not read texture image %s.", name);
     return 0;
   }
-  setImage(w, h, formatOfChannels(channels), UNSIGNED_BYTE, tile.data());
+  setImage(w, h, formatOfChannels(channels), UNSIGNED_BYTE, tile.get());
   return 1;
 }
 

@@ -1,8 +1,10 @@
 #include "nerio3d/render/nrTexture.h"
 
+#include <climits>
 #include <cstdio>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 
 #include "nerio3d/core/nrGlobal.h"
 #include "nerio3d/fields/nrMFRef.h"
@@ -48,8 +50,8 @@ GLint lookup(const GLint (&table)[N], int value, int fallback) {
   return table[value >= 0 && static_cast<size_t>(value) < N ? value : fallback];
 }
 
-int powerOfTwoAtLeast(int n) {
-  int p = 1;
+long long powerOfTwoAtLeast(long long n) {
+  long long p = 1;
   while (p < n) p *= 2;
   return p;
 }
@@ -186,8 +188,19 @@ void nrTexture::loadFile() {
   }
   int width = file.getWidth(), height = file.getHeight(), channels = file.getChannels();
   fprintf(stderr, "Reading texture map, %s, %d %d, %d\n", name, width, height, channels);
-  std::vector<unsigned char> tile(static_cast<size_t>(width) * height * channels);
-  if (!nrImage::readTile(file, tile.data())) {
+  // A level holds at most UINT_MAX bytes once resampled up to powers of two:
+  // a file's header may announce far more, which is refused before any
+  // memory is taken for it, as is memory that cannot be had.
+  const long long paddedWidth = powerOfTwoAtLeast(width), paddedHeight = powerOfTwoAtLeast(height);
+  std::unique_ptr<unsigned char[]> tile;
+  if (paddedWidth <= INT_MAX && paddedHeight <= INT_MAX &&
+      static_cast<unsigned long long>(paddedWidth * paddedHeight) <= UINT_MAX / (channels > 1 ? channels : 1))
+    tile.reset(new (std::nothrow) unsigned char[static_cast<size_t>(width) * height * channels]);
+  if (!tile) {
+    fprintf(stderr, "Input texture map, %s, of %d x %d pixels is too large\n", name, width, height);
+    return;
+  }
+  if (!nrImage::readTile(file, tile.get())) {
     fprintf(stderr, "Can't read image file %s\n", name);
     return;
   }
@@ -196,11 +209,16 @@ void nrTexture::loadFile() {
     return;
   }
 
-  int newWidth = powerOfTwoAtLeast(width), newHeight = powerOfTwoAtLeast(height);
+  int newWidth = static_cast<int>(paddedWidth), newHeight = static_cast<int>(paddedHeight);
   if (newWidth != width || newHeight != height) {
     fprintf(stderr, "Resampling image up to, %d %d\n", newWidth, newHeight);
-    std::vector<unsigned char> resampled(static_cast<size_t>(newWidth) * newHeight * channels);
-    unsigned char* out = resampled.data();
+    const size_t bytes = static_cast<size_t>(newWidth) * newHeight * channels;
+    std::unique_ptr<unsigned char[]> resampled(new (std::nothrow) unsigned char[bytes]);
+    if (!resampled) {
+      fprintf(stderr, "Input texture map, %s, of %d x %d pixels is too large\n", name, width, height);
+      return;
+    }
+    unsigned char* out = resampled.get();
     for (int j = 0; j < newHeight; ++j) {
       const unsigned char* row = &tile[static_cast<size_t>(j) * height / newHeight * width * channels];
       for (int i = 0; i < newWidth; ++i, out += channels) {
@@ -213,7 +231,7 @@ void nrTexture::loadFile() {
 
   nrImage* image = new nrImage;
   image->setFileName(name);
-  image->setImage(newWidth, newHeight, nrImage::formatOfChannels(channels), nrImage::UNSIGNED_BYTE, tile.data());
+  image->setImage(newWidth, newHeight, nrImage::formatOfChannels(channels), nrImage::UNSIGNED_BYTE, tile.get());
   lastLoaded = name;
   dropLevels(0);
   addImageLevel(image);

@@ -102,6 +102,20 @@ TEST_F(Texture, LoadingReportsResamplesToPowersOfTwoAndPutsTheBottomRowFirst) {
   EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(missing.c_str()); }),
             "Can't read image file " + missing + "\n");
   EXPECT_EQ(texture->getImageLevel(0), level);
+  // A header announcing more pixels than a level holds is refused before
+  // anything is allocated for them; the level in place stays.
+  std::string vast = dir + "/vast.ppm";
+  std::ofstream(vast, std::ios::binary) << "P6 16777216 16777216 255\n" << std::string(6, '\0');
+  EXPECT_EQ(nrtest::captureStderr([&] { texture->setFileName(vast.c_str()); }),
+            "Reading texture map, " + vast + ", 16777216 16777216, 3\nInput texture map, " + vast +
+                ", of 16777216 x 16777216 pixels is too large\n");
+  EXPECT_EQ(texture->getImageLevel(0), level);
+  nrImage* image = nrtest::held<nrImage>();
+  image->setFileName(vast.c_str());
+  EXPECT_EQ(nrtest::captureStderr([&] { EXPECT_EQ(image->load(), 0); }),
+            "nrImage::load() Reading texture image " + vast + "\nnrImage::load() Could not read texture image " + vast +
+                ".");
+  image->unref();
 
   // 16-bit channels are read as 8 bits after a notice on standard output.
   std::string deep = dir + "/deep.pgm";
