@@ -26,7 +26,8 @@ class nrContext : public nrObject {
 
   // The state enumerations are int-based, as the appearance fields that hold
   // them are: a value from a file or the field interface outside its list
-  // reaches the setter, which refuses it with a message.
+  // reaches the setter, which refuses it with a message (the material mode
+  // takes any value but 0 as on).
   enum TexModeEnum : int { FAST_TEX, NICE_TEX, NON_PERSP_TEX, PERSP_TEX };
   enum TexEnvEnum : int { MODULATE_TENV, BLEND_TENV, REPLACE_TENV, ADD_TENV, DECAL_TENV };
   enum ShadeModelEnum : int { FLAT_SHADE, SMOOTH_SHADE };
