@@ -17,6 +17,12 @@ class nrArray {
   unsigned getOffset() const { return offset; }
   unsigned getElementSize() const { return elementSize; }
   nrData* getData() const { return data; }
+  // The elements in use that have storage: a view's count may run past its
+  // block (or past its capacity).
+  unsigned inUse() const {
+    unsigned r = room();
+    return count < r ? count : r;
+  }
   // Address of element 0, for handing elements to OpenGL without copying.
   void* getElements() const { return elements; }
 
@@ -49,12 +55,6 @@ class nrArray {
   // fit(n), then whether element n - 1 has storage; a view asked for an
   // element past its block reports it as a resize it cannot make.
   bool makeRoom(unsigned n);
-  // The elements that have storage: a view's count may run past its capacity.
-  unsigned inUse() const {
-    unsigned r = room();
-    return count < r ? count : r;
-  }
-
   unsigned offset;
   unsigned stride;
   unsigned elementSize;

@@ -20,13 +20,7 @@ class nrArraySet : public Base {
   // drawing, bounds and picking never read past it.
   unsigned getCount() {
     this->validateField(ARRAY_FIELD);
-    unsigned n = array.getCount();
-    if (nrData* block = array.getData()) {
-      unsigned size = block->getSize(), first = array.getOffset() + array.getElementSize();
-      unsigned held = size < first ? 0 : array.getStride() ? (size - first) / array.getStride() + 1 : array.getSize();
-      if (n > held) n = held;
-    }
-    return n;
+    return array.inUse();
   }
   const T& get(unsigned i) {
     this->validateField(ARRAY_FIELD);
